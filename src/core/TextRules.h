@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QDate>
+#include <QDateTime>
+#include <QString>
+#include <QStringView>
+
+/// The rules for texts and dates that forms, stores and documents share.
+namespace TextRules {
+
+/// Length as a person counts it: characters (code points), so an emoji counts once although it
+/// takes two UTF-16 units.
+qsizetype characterCount(QStringView text);
+
+/// Nothing left once white space (the ideographic space included) is trimmed.
+bool isBlank(const QString& text);
+
+/// "yyyy-MM-dd", the only form in which dates are stored and compared; empty for an unset date.
+QString dateText(QDate date);
+
+/// The date of a stored "yyyy-MM-dd" text; an invalid date when the text is anything else.
+QDate dateFromText(const QString& text);
+
+/// "yyyy-MM-dd HH:mm:ss" in local time, the form of every stored time stamp.
+QString timestampText(const QDateTime& time);
+
+/// The current local time as a stored time stamp.
+QString currentTimestamp();
+
+} // namespace TextRules

@@ -1,0 +1,59 @@
+#!/usr/bin/env bash
+# The rules of the house that a compiler cannot see: layers.sh SOURCE_ROOT
+set -uo pipefail
+cd "$1/src" || exit 2
+failed=0
+
+# forbid MESSAGE PATTERN FOLDER…: no line of the folders may match.
+forbid() {
+    local message=$1 pattern=$2 found
+    shift 2
+    found=$(grep -rnE "$pattern" --include='*.cpp' --include='*.h' "$@")
+    if [ -n "$found" ]; then
+        printf '%s:\n%s\n' "$message" "$found"
+        failed=1
+    fi
+}
+
+# may_include FOLDER LAYER…: our own headers come from these folders only.
+may_include() {
+    local folder=$1 allowed
+    [ -d "$folder" ] || return 0
+    allowed=$(IFS='|'; echo "$*")
+    found=$(grep -rnE '^#include "' "$folder" | grep -vE "#include \"($allowed)/")
+    if [ -n "$found" ]; then
+        printf '%s may include only %s:\n%s\n' "$folder" "$allowed" "$found"
+        failed=1
+    fi
+}
+
+may_include core
+may_include db core
+may_include services db core
+may_include theme core
+may_include widgets theme core
+may_include dialogs widgets theme services db core
+may_include pages dialogs widgets theme services db core
+may_include selfcheck pages dialogs widgets theme services db core
+may_include app selfcheck pages dialogs widgets theme services db core
+
+for folder in *; do
+    case " core db services theme widgets dialogs pages selfcheck app " in
+    *" $folder "*) ;;
+    *) [ ! -d "$folder" ] || { echo "unknown layer: $folder"; failed=1; } ;;
+    esac
+done
+
+forbid "message boxes belong to the windows" 'QMessageBox|QDialog' core db
+forbid "message boxes have our own button texts: use MessageBox" \
+    'QMessageBox::(information|warning|critical|question|about)' .
+forbid "nothing is sent anywhere" \
+    'Q(Tcp|Udp|Local|Abstract|Ssl)(Socket|Server)|QNetwork|QHttp|QWebSocket|Qt6::Network|sys/socket' .
+forbid "settings live in the profile row" 'QSettings' core db services theme widgets dialogs pages
+
+settings=$(grep -rnE 'QSettings' --include='*.cpp' --include='*.h' . | grep -vE '#include|//' |
+    grep -cvE 'QSettings::setPath')
+[ "$settings" -eq 0 ] || { echo "QSettings may only be redirected, never used"; failed=1; }
+
+forbid "signals are connected by member pointers" '\b(SIGNAL|SLOT)\(' .
+exit $failed
