@@ -1,0 +1,20 @@
+#pragma once
+
+#include "core/Codes.h"
+
+#include <QDate>
+#include <QString>
+
+struct Contract {
+    qint64 id = 0; // 0 until stored
+    qint64 projectId = 0;
+    QString name;
+    QString code; // blank: given when stored
+    QString partyB;
+    qint64 amountFen = 0;
+    QDate signDate;
+    ContractStatus status = ContractStatus::Active;
+    QString note;
+    QString createdAt;
+    QString updatedAt;
+};

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "db/BaseDao.h"
+#include "db/Contract.h"
+
+/// Table `contracts`.
+class ContractDao final : public BaseDao {
+public:
+    /// Signed last first.
+    QList<Contract> listByProject(qint64 projectId);
+    std::optional<Contract> findById(qint64 id);
+
+    /// Stores a new contract and sets its id, and its code where that is blank.
+    [[nodiscard]] bool insert(Contract& contract);
+    [[nodiscard]] bool update(const Contract& contract);
+    /// Removes the contract; links to it go with it.
+    [[nodiscard]] bool remove(qint64 id);
+
+    /// The next free code of this year over all projects, "HT-2026-0001".
+    QString nextCode();
+
+private:
+    static Bindings bindingsOf(const Contract& contract);
+};

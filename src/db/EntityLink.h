@@ -1,0 +1,15 @@
+#pragma once
+
+#include "core/Codes.h"
+
+#include <QString>
+
+/// A voucher or document that proves something about a project, contract or ledger entry.
+struct EntityLink {
+    qint64 id = 0;
+    SourceType sourceType = SourceType::Voucher;
+    qint64 sourceId = 0;
+    TargetType targetType = TargetType::Project;
+    qint64 targetId = 0;
+    QString createdAt;
+};

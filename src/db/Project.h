@@ -1,0 +1,23 @@
+#pragma once
+
+#include "core/Codes.h"
+
+#include <QDate>
+#include <QString>
+
+#include <optional>
+
+struct Project {
+    qint64 id = 0; // 0 until stored
+    QString name;
+    QString code; // blank: given when stored
+    QString clientName;
+    ProjectStatus status = ProjectStatus::Planning;
+    QDate startDate; // invalid: not set
+    QDate endDate; // invalid: not set
+    std::optional<qint64> budgetFen;
+    QString manager;
+    QString note;
+    QString createdAt;
+    QString updatedAt;
+};

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "db/BaseDao.h"
+#include "db/Transaction.h"
+
+/// The fund ledger, table `transactions`.
+class TransactionDao final : public BaseDao {
+public:
+    /// Stores a new entry and sets its id. Risk fields are not written: a new entry is normal
+    /// until it is evaluated.
+    [[nodiscard]] bool insert(Transaction& entry);
+    /// Writes everything except the risk fields.
+    [[nodiscard]] bool update(const Transaction& entry);
+    /// Removes the entry; links to it go with it.
+    [[nodiscard]] bool remove(qint64 id);
+
+    std::optional<Transaction> findById(qint64 id);
+    /// Newest date first, within a date the entry stored last.
+    QList<Transaction> search(const TransactionFilter& filter);
+    /// Entries between company and owner, oldest first.
+    QList<Transaction> listShareholderFlows();
+
+    ProjectTotals projectTotals(qint64 projectId);
+    /// Largest turnover first; invalid dates leave the range open.
+    QList<CategoryStat> categoryStats(QDate from, QDate to);
+    RiskLevelCounts riskLevelCounts(QDate from, QDate to);
+
+    /// Stores an automatic level with its reasons; an override stays in force above it.
+    [[nodiscard]] bool updateAutoRisk(qint64 id, RiskLevel level, const QStringList& reasons);
+    /// The same for many entries with one statement. Stops at the first that cannot be written;
+    /// those before it are written.
+    [[nodiscard]] bool updateAutoRisks(const QList<AutoRisk>& results);
+    /// Sets the level in force by hand, or gives the automatic one back when absent.
+    [[nodiscard]] bool setManualOverride(
+        qint64 id, std::optional<RiskLevel> level, const QString& note);
+
+    /// The statement that `search` runs, apart for the examination of its query plan.
+    static QString searchStatement(const TransactionFilter& filter);
+
+private:
+    static Conditions conditionsOf(const TransactionFilter& filter);
+    static Conditions dateRange(QDate from, QDate to);
+    static Bindings bindingsOf(const Transaction& entry);
+};
