@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QColor>
+#include <QPixmap>
+#include <QString>
+
+namespace SvgPainter {
+
+/// The drawing at `path`, fitted into `deviceSize` pixels, its `currentColor` replaced by
+/// `color`; empty when there is no such drawing.
+QPixmap render(const QString& path, const QColor& color, QSize deviceSize);
+
+} // namespace SvgPainter

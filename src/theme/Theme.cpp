@@ -1,0 +1,97 @@
+#include "theme/Theme.h"
+
+#include "theme/StyleSheet.h"
+
+#include <QApplication>
+#include <QPalette>
+#include <QStyle>
+#include <QToolTip>
+#include <QWidget>
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct RoleToken {
+    QPalette::ColorRole role;
+    Token token;
+};
+
+constexpr auto activeRoles = std::to_array<RoleToken>({
+    { QPalette::Window, Token::BgPage },
+    { QPalette::WindowText, Token::TextPrimary },
+    { QPalette::Base, Token::BgInput },
+    { QPalette::AlternateBase, Token::BgTableAlt },
+    { QPalette::Text, Token::TextPrimary },
+    { QPalette::PlaceholderText, Token::TextTertiary },
+    { QPalette::Button, Token::BgCard },
+    { QPalette::ButtonText, Token::TextPrimary },
+    { QPalette::BrightText, Token::DangerText },
+    { QPalette::Highlight, Token::BgSelected },
+    { QPalette::HighlightedText, Token::TextPrimary },
+    { QPalette::Link, Token::Link },
+    { QPalette::LinkVisited, Token::Link },
+    { QPalette::ToolTipBase, Token::BgTooltip },
+    { QPalette::ToolTipText, Token::TextTooltip },
+    { QPalette::Light, Token::BgCard },
+    { QPalette::Midlight, Token::BgHover },
+    { QPalette::Mid, Token::Border },
+    { QPalette::Dark, Token::BorderStrong },
+    { QPalette::Shadow, Token::BorderStrong },
+});
+
+constexpr auto disabledRoles = std::to_array<RoleToken>({
+    { QPalette::WindowText, Token::TextDisabled },
+    { QPalette::Text, Token::TextDisabled },
+    { QPalette::ButtonText, Token::TextDisabled },
+    { QPalette::PlaceholderText, Token::TextDisabled },
+    { QPalette::HighlightedText, Token::TextDisabled },
+    { QPalette::Base, Token::BgInputDisabled },
+    { QPalette::Highlight, Token::BgInputDisabled },
+});
+
+QPalette paletteFor(ThemeMode mode)
+{
+    QPalette palette;
+    for (const auto& [role, token] : activeRoles)
+        palette.setColor(role, tokenColor(token, mode));
+    for (const auto& [role, token] : disabledRoles)
+        palette.setColor(QPalette::Disabled, role, tokenColor(token, mode));
+    return palette;
+}
+
+} // namespace
+
+Theme& Theme::instance()
+{
+    static Theme theme;
+    return theme;
+}
+
+void Theme::apply(ThemeMode mode)
+{
+    m_mode = mode;
+    // The same base style on every platform: the style sheet is drawn and checked on this one.
+    if (qApp->styleSheet().isEmpty())
+        QApplication::setStyle(u"Fusion"_s);
+    const QPalette palette = paletteFor(mode);
+    QApplication::setPalette(palette);
+    QToolTip::setPalette(palette);
+    qApp->setStyleSheet(styleSheetFor(mode));
+    emit changed();
+    const QWidgetList widgets = QApplication::allWidgets();
+    for (QWidget* widget : widgets)
+        widget->update();
+}
+
+QColor Theme::color(Token token) const
+{
+    return tokenColor(token, m_mode);
+}
+
+QString Theme::hex(Token token) const
+{
+    return color(token).name();
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "theme/ThemeTokens.h"
+
+#include <QObject>
+
+/// The look of the whole program: one mode at a time, one source of colours.
+class Theme final : public QObject {
+    Q_OBJECT
+
+public:
+    static Theme& instance();
+
+    ThemeMode mode() const { return m_mode; }
+
+    /// Sets style, palette and style sheet of the application; every visible widget is repainted
+    /// in the new colours before control returns to the event loop.
+    void apply(ThemeMode mode);
+
+    QColor color(Token token) const;
+
+    /// "#rrggbb", for rich text and style sheets.
+    QString hex(Token token) const;
+
+signals:
+    /// After the application has taken on the new mode; for whatever baked a colour into itself.
+    void changed();
+
+private:
+    Theme() = default;
+
+    ThemeMode m_mode = ThemeMode::Light;
+};

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QDoubleSpinBox>
+
+/// An amount in yuan with two decimals. Grouping commas, full-width digits and blanks, as they
+/// come from bank statements and input methods, are understood and tidied away.
+class AmountField final : public QDoubleSpinBox {
+    Q_OBJECT
+
+public:
+    explicit AmountField(QWidget* parent = nullptr);
+
+    qint64 amountFen() const;
+    void setAmountFen(qint64 fen);
+
+    QValidator::State validate(QString& input, int& position) const override;
+
+protected:
+    void focusInEvent(QFocusEvent* event) override;
+};

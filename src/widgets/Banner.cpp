@@ -1,0 +1,106 @@
+#include "widgets/Banner.h"
+
+#include "theme/Icons.h"
+#include "widgets/ButtonRole.h"
+#include "widgets/IconLabel.h"
+#include "widgets/StyleProperty.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int iconSize = 20;
+
+QLabel* makeText(QWidget* parent)
+{
+    auto* label = new QLabel(parent);
+    label->setObjectName(u"BannerText"_s);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    return label;
+}
+
+QToolButton* makeClose(QWidget* parent)
+{
+    auto* button = new QToolButton(parent);
+    button->setObjectName(u"BannerClose"_s);
+    button->setIcon(Icons::icon(u"close"));
+    button->setToolTip(u"关闭提示"_s);
+    button->setAccessibleName(u"关闭提示"_s);
+    button->setFocusPolicy(Qt::StrongFocus);
+    return button;
+}
+
+} // namespace
+
+Banner::Banner(BannerKind kind, QWidget* parent)
+    : QFrame(parent)
+    , m_kind(kind)
+    , m_icon(new IconLabel(codeOf(kind), textTokenOf(kind), iconSize, this))
+    , m_label(makeText(this))
+    , m_action(makeButton({}, ButtonRole::Link, this))
+    , m_close(makeClose(this))
+{
+    setObjectName(u"Banner"_s);
+    m_action->setObjectName(u"BannerAction"_s);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(12, 4, 8, 4);
+    row->setSpacing(8);
+    row->addWidget(m_icon);
+    row->addWidget(m_label, 1);
+    row->addWidget(m_action);
+    row->addWidget(m_close);
+    // One height with and without buttons.
+    m_label->setMinimumHeight(m_action->sizeHint().height());
+    m_action->hide();
+    m_close->hide();
+    setKind(kind);
+
+    connect(m_action, &QPushButton::clicked, this, &Banner::actionTriggered);
+    connect(m_close, &QToolButton::clicked, this, [this] {
+        hide();
+        emit closed();
+    });
+}
+
+void Banner::setKind(BannerKind kind)
+{
+    m_kind = kind;
+    m_icon->setIcon(codeOf(kind), textTokenOf(kind));
+    setStyleProperty(this, "kind", codeOf(kind));
+    setStyleProperty(m_label, "bannerKind", codeOf(kind));
+    updateAccessibleName();
+}
+
+QString Banner::text() const
+{
+    return m_label->text();
+}
+
+void Banner::setText(const QString& text)
+{
+    m_label->setText(text);
+    updateAccessibleName();
+}
+
+void Banner::setAction(const QString& text)
+{
+    m_action->setText(text);
+    m_action->setVisible(!text.isEmpty());
+}
+
+void Banner::setClosable(bool closable)
+{
+    m_close->setVisible(closable);
+}
+
+void Banner::updateAccessibleName()
+{
+    setAccessibleName(u"%1：%2"_s.arg(labelOf(m_kind), text()));
+}

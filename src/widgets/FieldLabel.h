@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QLabel>
+
+enum class Required { No, Yes };
+
+/// The label of a form field. A required one carries a red star, which follows the theme; the
+/// name that assistive technology reads is always the plain text.
+class FieldLabel final : public QLabel {
+    Q_OBJECT
+
+public:
+    explicit FieldLabel(
+        const QString& text, Required required = Required::No, QWidget* parent = nullptr);
+
+    QString plainText() const { return m_plainText; }
+    void setPlainText(const QString& text);
+    void setRequired(Required required);
+
+    /// Makes `field` the buddy and gives it the plain text as its accessible name.
+    void nameField(QWidget* field);
+
+private:
+    void render();
+
+    QString m_plainText;
+    Required m_required;
+};
