@@ -24,4 +24,6 @@ struct CompanyProfile {
     QString themeMode = QStringLiteral("light");
     QString createdAt;
     QString updatedAt;
+
+    bool operator==(const CompanyProfile&) const = default;
 };

@@ -1,0 +1,71 @@
+#include "app/ApplicationSetup.h"
+
+#include "theme/Logo.h"
+#include "theme/Theme.h"
+#include "widgets/WheelGuard.h"
+
+#include <QApplication>
+#include <QFont>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTranslator>
+
+using namespace Qt::StringLiterals;
+
+namespace ApplicationSetup {
+
+namespace {
+
+// Systems without the Microsoft fonts: first the one whose glyphs keep their own code points in
+// PDF files.
+void substituteFonts()
+{
+    const QStringList substitutes { u"Microsoft YaHei"_s, u"PingFang SC"_s,
+        u"WenQuanYi Micro Hei"_s, u"Noto Sans CJK SC"_s };
+    QFont::insertSubstitutions(u"Microsoft YaHei UI"_s, substitutes);
+    QFont::insertSubstitutions(u"Microsoft YaHei"_s, substitutes.mid(1));
+}
+
+void setApplicationFont()
+{
+    // Starting from the default font keeps its size.
+    QFont font = QApplication::font();
+    font.setFamily(u"Microsoft YaHei UI"_s);
+    font.setStyleStrategy(QFont::PreferAntialias);
+    QApplication::setFont(font);
+}
+
+void installChineseTexts(QApplication& app)
+{
+    const QLocale china(QLocale::Chinese, QLocale::China);
+    QLocale::setDefault(china);
+    auto* translator = new QTranslator(&app);
+    if (translator->load(
+            china, u"qtbase"_s, u"_"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(translator);
+}
+
+} // namespace
+
+void keepHomeClean()
+{
+    static const QTemporaryDir viewState;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, viewState.path());
+}
+
+void configure(QApplication& app)
+{
+    substituteFonts();
+    setApplicationFont();
+    installChineseTexts(app);
+    QCoreApplication::setOrganizationName(u"Brixa"_s);
+    QCoreApplication::setApplicationName(u"Brixa"_s);
+    QCoreApplication::setApplicationVersion(u"1.0.0"_s);
+    QApplication::setWindowIcon(Logo::icon());
+    Theme::instance().apply(ThemeMode::Light);
+    WheelGuard::protectApplication();
+}
+
+} // namespace ApplicationSetup

@@ -1,0 +1,185 @@
+#include "app/Startup.h"
+
+#include "app/MainWindow.h"
+#include "core/AppPaths.h"
+#include "core/Logger.h"
+#include "db/DatabaseManager.h"
+#include "db/ProfileDao.h"
+#include "dialogs/DisclaimerDialog.h"
+#include "dialogs/LoginDialog.h"
+#include "dialogs/ProfileWizardDialog.h"
+#include "pages/IPage.h"
+#include "pages/PageFactory.h"
+#include "services/ProfileRules.h"
+#include "theme/Theme.h"
+#include "widgets/MessageBox.h"
+#include "widgets/SplashScreen.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QScreen>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int failed = 1;
+constexpr int declined = 0;
+
+const QString& disclaimerVersion()
+{
+    static const QString version = u"DISCLAIMER_V1.0"_s;
+    return version;
+}
+
+int failure(const char* reason, const QString& title, const QString& text)
+{
+    qCritical("Start-up stopped: %s", reason);
+    MessageBox::critical(nullptr, title, text);
+    return failed;
+}
+
+} // namespace
+
+Startup::Startup()
+    : m_lock(AppPaths::instanceLockPath())
+{
+}
+
+Startup::~Startup()
+{
+    m_window.reset();
+    DatabaseManager::instance().close();
+    m_lock.release();
+}
+
+int Startup::run()
+{
+    // Splash and gates come and go: the last one to close must not end the program.
+    QApplication::setQuitOnLastWindowClosed(false);
+    using Gate = Verdict (Startup::*)();
+    for (const Gate gate : { &Startup::openData, &Startup::buildWindow, &Startup::passDisclaimer,
+             &Startup::passWizard, &Startup::passPassword }) {
+        if (const Verdict verdict = (this->*gate)())
+            return *verdict;
+    }
+    return showWindow();
+}
+
+Startup::Verdict Startup::openData()
+{
+    using Step = Verdict (Startup::*)();
+    for (const Step step : { &Startup::prepareDirectories, &Startup::takeLock,
+             &Startup::openDatabase, &Startup::loadProfile }) {
+        if (const Verdict verdict = (this->*step)())
+            return verdict;
+    }
+    return {};
+}
+
+Startup::Verdict Startup::prepareDirectories()
+{
+    if (!AppPaths::ensureDirs())
+        return failure("data directory cannot be created", u"启动失败"_s,
+            u"无法创建数据目录：%1"_s.arg(AppPaths::dataDir()));
+    Logger::install();
+    qInfo("Brixa starting, data dir: %s", qUtf8Printable(AppPaths::dataDir()));
+    return {};
+}
+
+Startup::Verdict Startup::takeLock()
+{
+    if (m_lock.acquire())
+        return {};
+    return failure("another instance holds the data directory", u"启动失败"_s,
+        u"程序已在运行，请切换到已打开的窗口。"_s);
+}
+
+Startup::Verdict Startup::openDatabase()
+{
+    DatabaseManager& database = DatabaseManager::instance();
+    if (database.open())
+        return {};
+    return failure("database cannot be opened", u"数据库无法打开"_s, database.lastError());
+}
+
+Startup::Verdict Startup::loadProfile()
+{
+    // A profile that cannot be read must not be taken for one without a password.
+    ProfileDao profiles;
+    const std::optional<CompanyProfile> profile = profiles.find();
+    if (!profile)
+        return failure("profile cannot be read", u"数据库无法打开"_s,
+            u"公司档案无法读取：%1"_s.arg(profiles.lastError()));
+    m_profile = *profile;
+    Theme::instance().apply(fromCode<ThemeMode>(m_profile.themeMode));
+    return {};
+}
+
+Startup::Verdict Startup::buildWindow()
+{
+    SplashScreen splash;
+    QEventLoop untilFinished;
+    bool finished = false;
+    QObject::connect(&splash, &SplashScreen::finished, &untilFinished, [&] {
+        finished = true;
+        untilFinished.quit();
+    });
+    splash.start();
+    m_window = std::make_unique<MainWindow>(createPage);
+    if (!finished)
+        untilFinished.exec();
+    return {};
+}
+
+Startup::Verdict Startup::passDisclaimer()
+{
+    if (m_profile.disclaimerVersion == disclaimerVersion())
+        return {};
+    qInfo("Waiting at the disclaimer");
+    DisclaimerDialog dialog(DisclaimerDialog::Purpose::Confirm);
+    if (dialog.exec() != QDialog::Accepted)
+        return declined;
+    if (!ProfileDao().confirmDisclaimer(disclaimerVersion()))
+        return failure("disclaimer cannot be stored", u"启动失败"_s,
+            u"免责确认状态无法保存，请检查数据目录权限。"_s);
+    return {};
+}
+
+Startup::Verdict Startup::passWizard()
+{
+    if (ProfileRules::isComplete(m_profile))
+        return {};
+    qInfo("Waiting at the first-run wizard");
+    ProfileWizardDialog dialog;
+    if (dialog.exec() != QDialog::Accepted)
+        return declined;
+    return {};
+}
+
+Startup::Verdict Startup::passPassword()
+{
+    if (const Verdict verdict = loadProfile())
+        return verdict;
+    if (!m_profile.passwordEnabled)
+        return {};
+    qInfo("Waiting at the start-up password");
+    LoginDialog dialog({ .hash = m_profile.passwordHash, .salt = m_profile.passwordSalt });
+    if (dialog.exec() != QDialog::Accepted)
+        return declined;
+    return {};
+}
+
+int Startup::showWindow()
+{
+    // Wizard and disclaimer may have changed what the hidden window read.
+    m_window->refreshCurrent();
+    const QRect available = QApplication::primaryScreen()->availableGeometry();
+    QRect frame = m_window->frameGeometry();
+    frame.moveCenter(available.center());
+    m_window->move(frame.topLeft());
+    m_window->showMaximized();
+    qInfo("Main window shown");
+    QApplication::setQuitOnLastWindowClosed(true);
+    return QApplication::exec();
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QObject>
+
+#include <memory>
+
+class QSocketNotifier;
+
+/// Turns the operating system's wish that the program ends (log-out, shutdown, Ctrl+C in a
+/// terminal) into an orderly end: open dialogs are declined, the window closes, the database and
+/// the log are closed. On systems without such signals it does nothing.
+class TerminationSignals final : public QObject {
+    Q_OBJECT
+
+public:
+    explicit TerminationSignals(QObject* parent = nullptr);
+    ~TerminationSignals() override;
+
+private:
+    std::unique_ptr<QSocketNotifier> m_notifier;
+};

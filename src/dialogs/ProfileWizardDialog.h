@@ -1,0 +1,43 @@
+#pragma once
+
+#include "db/CompanyProfile.h"
+#include "dialogs/FormDialog.h"
+
+#include <optional>
+
+class ProfileForm;
+class QLabel;
+class QPushButton;
+class QStackedWidget;
+class ThresholdForm;
+
+/// The first run: what the program does and where the data lie, then company and owner, then the
+/// account and the thresholds. Accepted only after everything was saved at once.
+class ProfileWizardDialog final : public FormDialog {
+    Q_OBJECT
+
+public:
+    explicit ProfileWizardDialog(QWidget* parent = nullptr);
+
+protected:
+    bool hasUnsavedInput() const override;
+
+private:
+    QWidget* buildWelcome();
+    QWidget* buildCompany();
+    QWidget* buildAccount();
+    void goTo(int step);
+    void onNext();
+    /// Whether a required name is missing; shows the box and the field.
+    bool showProblem();
+    void save();
+    CompanyProfile edited() const;
+
+    CompanyProfile m_profile;
+    ProfileForm* m_form = nullptr;
+    ThresholdForm* m_thresholds = nullptr;
+    QLabel* m_progress = nullptr;
+    QStackedWidget* m_steps = nullptr;
+    QPushButton* m_back = nullptr;
+    QPushButton* m_next = nullptr;
+};

@@ -1,0 +1,56 @@
+#include "dialogs/ThresholdForm.h"
+
+#include "widgets/AmountField.h"
+#include "widgets/FormRows.h"
+
+#include <QSpinBox>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QSpinBox* countBox(const QString& name, const QString& suffix, QWidget* parent)
+{
+    auto* box = new QSpinBox(parent);
+    box->setObjectName(name);
+    // The database accepts no window and no count below 1.
+    box->setRange(1, 99'999);
+    box->setSuffix(suffix);
+    return box;
+}
+
+} // namespace
+
+ThresholdForm::ThresholdForm(QWidget* parent)
+    : QObject(parent)
+    , m_largeAmount(new AmountField(parent))
+    , m_windowDays(countBox(u"frequentWindowDays"_s, u" 天"_s, parent))
+    , m_count(countBox(u"frequentCount"_s, u" 笔"_s, parent))
+{
+    m_largeAmount->setObjectName(u"largeAmount"_s);
+}
+
+void ThresholdForm::addRows(FormRows* rows)
+{
+    rows->addRow(u"大额转账标准"_s, m_largeAmount, Required::No,
+        u"达到此金额且没有凭证、备注不足 5 字的流水会被标为预警。"_s);
+    rows->addRow(
+        u"频繁互转窗口"_s, m_windowDays, Required::No, u"在这么多天之内的公私往来放在一起看。"_s);
+    rows->addRow(u"频繁互转笔数"_s, m_count, Required::No,
+        u"窗口内达到这个笔数且没有往来决定书的，会被标为中风险。"_s);
+}
+
+void ThresholdForm::show(const CompanyProfile& profile)
+{
+    m_largeAmount->setAmountFen(profile.largeAmountFen);
+    m_windowDays->setValue(profile.frequentWindowDays);
+    m_count->setValue(profile.frequentCount);
+}
+
+CompanyProfile ThresholdForm::edited(CompanyProfile profile) const
+{
+    profile.largeAmountFen = m_largeAmount->amountFen();
+    profile.frequentWindowDays = m_windowDays->value();
+    profile.frequentCount = m_count->value();
+    return profile;
+}

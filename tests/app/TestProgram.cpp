@@ -1,0 +1,227 @@
+#include "core/AppPaths.h"
+#include "db/DatabaseManager.h"
+#include "db/ProfileDao.h"
+#include "support/TestCase.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QByteArray contentOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
+}
+
+bool put(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+// The program in a folder of its own, with a home directory of its own.
+class PortableFolder {
+public:
+    PortableFolder()
+    {
+        QDir().mkpath(dataDir());
+        QDir().mkpath(home());
+        QFile::copy(QStringLiteral(BRIXA_PROGRAM), program());
+    }
+
+    QString program() const { return m_dir.filePath(u"brixa"_s); }
+    QString dataDir() const { return m_dir.filePath(u"data"_s); }
+    QString database() const { return dataDir() + u"/brixa.db"_s; }
+    QString home() const { return m_dir.filePath(u"home"_s); }
+
+    QStringList dataFiles() const
+    {
+        return QDir(dataDir()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+    }
+
+    QString log() const
+    {
+        QString text;
+        const QDir logs(dataDir() + u"/logs"_s);
+        for (const QString& name : logs.entryList(QDir::Files, QDir::Name))
+            text += QString::fromUtf8(contentOf(logs.filePath(name)));
+        return text;
+    }
+
+private:
+    QTemporaryDir m_dir;
+};
+
+// The running program; what it logs tells where it has come to.
+class Run {
+public:
+    explicit Run(const PortableFolder& folder)
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"HOME"_s, folder.home());
+        for (const QString& name :
+            { u"XDG_CONFIG_HOME"_s, u"XDG_DATA_HOME"_s, u"XDG_CACHE_HOME"_s, u"XDG_STATE_HOME"_s })
+            environment.remove(name);
+        environment.insert(u"QT_FORCE_STDERR_LOGGING"_s, u"1"_s);
+        m_process.setProcessEnvironment(environment);
+        m_process.start(folder.program(), {});
+    }
+    ~Run() { kill(); }
+
+    bool reaches(const QByteArray& line)
+    {
+        QDeadlineTimer deadline(20'000);
+        while (!m_output.contains(line) && !deadline.hasExpired()
+            && m_process.state() == QProcess::Running) {
+            m_process.waitForReadyRead(200);
+            m_output += m_process.readAllStandardError();
+        }
+        return m_output.contains(line);
+    }
+
+    // As a log-out does; the exit status.
+    int terminate()
+    {
+        m_process.terminate();
+        m_process.waitForFinished();
+        m_output += m_process.readAllStandardError();
+        return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
+    }
+
+    void kill()
+    {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+
+    QByteArray output() const { return m_output; }
+
+private:
+    QProcess m_process;
+    QByteArray m_output;
+};
+
+// A database whose owner has passed all gates before, made in the test's own data directory.
+bool makeFamiliarDatabase(const QString& target, bool withPassword)
+{
+    if (!DatabaseManager::instance().open())
+        return false;
+    ProfileDao profiles;
+    CompanyProfile profile = profiles.load();
+    profile.companyName = u"杭州山岚设计有限公司"_s;
+    profile.shareholderName = u"林岚"_s;
+    const bool stored = profiles.save(profile) && profiles.confirmDisclaimer(u"DISCLAIMER_V1.0"_s)
+        && profiles.setPassword(withPassword, u"scrypt$unknown"_s, QString(32, u'0'));
+    DatabaseManager::instance().close();
+    return stored && QFile::copy(AppPaths::databasePath(), target);
+}
+
+} // namespace
+
+class TestProgram final : public TestCase {
+    Q_OBJECT
+
+private slots:
+    void aFirstStartLeavesNothingBehind();
+    void aFamiliarOwnerSeesTheWindow();
+    void aPasswordIsNeverPassedBy();
+    void aSecondStartIsTurnedAway();
+    void aCrashNeverKeepsTheOwnerOut();
+    void aMissingDataDirectoryEndsTheProgram();
+    void anUnreadableDatabaseKeepsItsBytes();
+};
+
+void TestProgram::aFirstStartLeavesNothingBehind()
+{
+    const PortableFolder folder;
+    Run run(folder);
+    QVERIFY2(run.reaches("Waiting at the disclaimer"), run.output());
+    QCOMPARE(run.terminate(), 0);
+
+    QCOMPARE(folder.dataFiles(), QStringList { u"brixa.db"_s });
+    QCOMPARE(QDir(folder.home()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+        QStringList());
+    const QString log = folder.log();
+    QVERIFY(log.contains(u"Brixa starting, data dir: "_s));
+    for (const QString& tag : { u" WARN "_s, u" ERROR "_s, u" FATAL "_s })
+        QVERIFY2(!log.contains(tag), qUtf8Printable(log));
+    QCOMPARE(QDir(folder.dataDir() + u"/logs"_s).entryList(QDir::Files).size(), 1);
+}
+
+void TestProgram::aFamiliarOwnerSeesTheWindow()
+{
+    const PortableFolder folder;
+    QVERIFY(makeFamiliarDatabase(folder.database(), false));
+    Run run(folder);
+    QVERIFY2(run.reaches("Main window shown"), run.output());
+    QVERIFY(!run.output().contains("Waiting at"));
+    QCOMPARE(run.terminate(), 0);
+    QCOMPARE(folder.dataFiles(), QStringList { u"brixa.db"_s });
+}
+
+void TestProgram::aPasswordIsNeverPassedBy()
+{
+    const PortableFolder folder;
+    QVERIFY(makeFamiliarDatabase(folder.database(), true));
+    Run run(folder);
+    QVERIFY2(run.reaches("Waiting at the start-up password"), run.output());
+    QCOMPARE(run.terminate(), 0);
+    QVERIFY(!run.output().contains("Main window shown"));
+}
+
+void TestProgram::aSecondStartIsTurnedAway()
+{
+    const PortableFolder folder;
+    Run first(folder);
+    QVERIFY2(first.reaches("Waiting at the disclaimer"), first.output());
+    const QByteArray bytes = contentOf(folder.database());
+    Run second(folder);
+    QVERIFY2(second.reaches("another instance holds the data directory"), second.output());
+    QCOMPARE(second.terminate(), 1);
+    QCOMPARE(contentOf(folder.database()), bytes);
+    QCOMPARE(first.terminate(), 0);
+}
+
+void TestProgram::aCrashNeverKeepsTheOwnerOut()
+{
+    const PortableFolder folder;
+    {
+        Run crashed(folder);
+        QVERIFY2(crashed.reaches("Waiting at the disclaimer"), crashed.output());
+        crashed.kill();
+    }
+    Run next(folder);
+    QVERIFY2(next.reaches("Waiting at the disclaimer"), next.output());
+    QCOMPARE(next.terminate(), 0);
+    QCOMPARE(folder.dataFiles(), QStringList { u"brixa.db"_s });
+}
+
+void TestProgram::aMissingDataDirectoryEndsTheProgram()
+{
+    const PortableFolder folder;
+    QVERIFY(QDir().rmdir(folder.dataDir()));
+    QVERIFY(put(folder.dataDir(), "a file in the directory's place"));
+    Run run(folder);
+    QVERIFY2(run.reaches("data directory cannot be created"), run.output());
+    QCOMPARE(run.terminate(), 1);
+    QCOMPARE(contentOf(folder.dataDir()), QByteArray("a file in the directory's place"));
+}
+
+void TestProgram::anUnreadableDatabaseKeepsItsBytes()
+{
+    const PortableFolder folder;
+    const QByteArray garbage(8192, 'x');
+    QVERIFY(put(folder.database(), garbage));
+    Run run(folder);
+    QVERIFY2(run.reaches("database cannot be opened"), run.output());
+    QCOMPARE(run.terminate(), 1);
+    QCOMPARE(contentOf(folder.database()), garbage);
+    QCOMPARE(folder.dataFiles(), QStringList { u"brixa.db"_s });
+}
+
+QTEST_GUILESS_MAIN(TestProgram)
+#include "TestProgram.moc"
