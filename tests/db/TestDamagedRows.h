@@ -1,0 +1,5 @@
+#pragma once
+#include "support/DatabaseTestCase.h"
+class TestDamagedRows final : public DatabaseTestCase {
+    Q_OBJECT
+};
