@@ -20,6 +20,8 @@ function(brixa_apply_rules target)
             ${target}
             PRIVATE -Wall
                     -Wextra
+                    # Designated initialisers leave the other fields at their defaults.
+                    -Wno-missing-field-initializers
                     -Wpedantic
                     -Wshadow
                     -Wconversion

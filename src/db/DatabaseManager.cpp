@@ -33,15 +33,14 @@ bool isReadOnlyError(const QSqlError& error)
     return (error.nativeErrorCode().toInt() & 0xff) == sqliteReadOnly;
 }
 
-// Asks SQLite for the right to write without writing anything: permissions, mount options and
-// write-protected media all end here.
-bool databaseIsReadOnly()
+// Asks SQLite itself: permissions, mount options and write-protected media all end here. The
+// statement needs the right to write and is rolled back before anything is written.
+bool databaseIsReadOnly(qint64 version)
 {
+    const DbTransaction probe;
     QSqlQuery query(Connection::current());
-    if (!query.exec(u"BEGIN IMMEDIATE"_s))
-        return isReadOnlyError(query.lastError());
-    query.exec(u"ROLLBACK"_s);
-    return false;
+    return !query.exec(u"PRAGMA user_version = %1"_s.arg(version))
+        && isReadOnlyError(query.lastError());
 }
 
 bool readResource(const QString& path, QString* text)
@@ -77,6 +76,23 @@ QString migrationCopyPath(qint64 fromVersion)
     return path;
 }
 
+// One consistent file, whatever lies in the write-ahead log.
+bool copyDatabase(const QString& path, QString* error)
+{
+    if (!QDir().mkpath(AppPaths::backupsDir())) {
+        *error = u"无法创建文件夹 %1"_s.arg(AppPaths::backupsDir());
+        return false;
+    }
+    QString quoted = path;
+    quoted.replace(u'\'', u"''"_s);
+    QSqlQuery query(Connection::current());
+    if (query.exec(u"VACUUM INTO '%1'"_s.arg(quoted)))
+        return true;
+    *error = query.lastError().text();
+    QFile::remove(path); // half a copy must not look like one
+    return false;
+}
+
 } // namespace
 
 DatabaseManager& DatabaseManager::instance()
@@ -91,9 +107,6 @@ bool DatabaseManager::open()
     m_lastError.clear();
     if (!openConnection() || !applyPragmas())
         return false;
-    m_readOnly = databaseIsReadOnly();
-    if (m_readOnly)
-        qWarning("The database file is read-only: nothing can be saved");
     if (!ensureSchema() || !verifyIntegrity())
         return false;
     preparePlanner();
@@ -192,6 +205,9 @@ bool DatabaseManager::ensureSchema()
         qCritical("Cannot read the database version: %s", qUtf8Printable(m_lastError));
         return false;
     }
+    m_readOnly = databaseIsReadOnly(*version);
+    if (m_readOnly)
+        qWarning("The database file is read-only: nothing can be saved");
     if (*version > currentVersion)
         qWarning("The database has version %lld, newer than this program's %d", *version,
             currentVersion);
@@ -222,23 +238,15 @@ bool DatabaseManager::migrate(qint64 fromVersion)
     return migrateToV3();
 }
 
-// One consistent file, whatever lies in the write-ahead log. Without it no migration begins.
 bool DatabaseManager::copyBeforeMigration(qint64 fromVersion)
 {
     if (m_readOnly)
         return fail(u"数据库文件为只读，无法升级"_s);
-    const QString failure = u"升级前无法备份数据库，数据库未作任何更改：%1"_s;
-    if (!QDir().mkpath(AppPaths::backupsDir()))
-        return fail(failure.arg(AppPaths::backupsDir()));
-
     const QString path = migrationCopyPath(fromVersion);
-    QString quoted = path;
-    quoted.replace(u'\'', u"''"_s);
-    QSqlQuery query(Connection::current());
-    if (!query.exec(u"VACUUM INTO '%1'"_s.arg(quoted))) {
-        fail(failure.arg(query.lastError().text()));
-        qCritical("Copy before the migration failed: %s", qUtf8Printable(m_lastError));
-        QFile::remove(path);
+    QString error;
+    if (!copyDatabase(path, &error)) {
+        fail(u"升级前无法备份数据库，数据库未作任何更改：%1"_s.arg(error));
+        qCritical("Copy before the migration failed: %s", qUtf8Printable(error));
         return false;
     }
     qInfo("Copied the database to %s before its migration", qUtf8Printable(path));

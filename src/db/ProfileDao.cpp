@@ -65,9 +65,9 @@ bool ProfileDao::save(const CompanyProfile& profile)
 
 bool ProfileDao::confirmDisclaimer(const QString& version)
 {
-    return updateRow(u"UPDATE company_profile SET disclaimer_version = :v, disclaimer_confirmed_at "
-                     u"= :t WHERE id "
-                     "= 1"_s,
+    return updateRow(
+        u"UPDATE company_profile SET disclaimer_version = :v, disclaimer_confirmed_at = :t "
+        "WHERE id = 1"_s,
         { { u":v"_s, version }, { u":t"_s, TextRules::currentTimestamp() } });
 }
 
