@@ -128,7 +128,7 @@ qint64 DatabaseManager::userVersion()
     return readUserVersion().value_or(0);
 }
 
-bool DatabaseManager::integrityCheck(QString* detail)
+bool DatabaseManager::integrityCheck(QString* detail) const
 {
     QSqlQuery query(Connection::current());
     QString finding;
@@ -156,7 +156,7 @@ bool DatabaseManager::checkpoint()
     return true;
 }
 
-QStringList DatabaseManager::tableNames()
+QStringList DatabaseManager::tableNames() const
 {
     QStringList names;
     QSqlQuery query(Connection::current());

@@ -55,6 +55,13 @@ public:
         return QFile::setPermissions(
             databasePath(), QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther);
     }
+    bool setFolderWritable(bool writable)
+    {
+        const auto readable
+            = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
+        return QFile::setPermissions(
+            m_root + u"/data"_s, writable ? readable | QFile::WriteOwner : readable);
+    }
     QStringList output(const QString& mode) const
     {
         QProcess process;
@@ -181,6 +188,20 @@ void TestDatabaseFiles::aReadOnlyOlderFileIsNotMigrated()
     QVERIFY(outpost.protect());
     QCOMPARE(outpost.output(u"guest"_s).value(1), u"opened: 0 数据库文件为只读，无法升级"_s);
     QVERIFY(outpost.copies().isEmpty());
+}
+
+void TestDatabaseFiles::aFileWhoseVersionCannotBeReadIsRefused()
+{
+    // In a folder that cannot be written there is no place for the write-ahead log.
+    const QByteArray bytes = healthyFile();
+    Outpost outpost(u"sealed"_s, bytes);
+    QVERIFY(outpost.protect() && outpost.setFolderWritable(false));
+    const QStringList output = outpost.output(u"stranger"_s);
+    QVERIFY(outpost.setFolderWritable(true));
+    QCOMPARE(output.size(), 2);
+    QVERIFY(output.at(0).startsWith(u"log: Cannot read the database version: "_s));
+    QVERIFY(output.at(1).startsWith(u"opened: 0 "_s));
+    QCOMPARE(TestDatabase::bytesOf(outpost.databasePath()), bytes);
 }
 
 void TestDatabaseFiles::theFolderMayHaveAnyName()

@@ -2,9 +2,12 @@
 
 #include "core/AppPaths.h"
 #include "db/DatabaseManager.h"
+#include "db/DbTransaction.h"
 #include "support/TestDatabase.h"
 
 #include <QFileInfo>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 
 using namespace Qt::StringLiterals;
 using TestDatabase::row;
@@ -203,6 +206,31 @@ void TestSchema::aCheckpointEmptiesTheLog()
     QVERIFY(DatabaseManager::instance().checkpoint());
     QCOMPARE(QFileInfo(log).size(), qint64 { 0 });
     QVERIFY(TestDatabase::bytesOf(AppPaths::databasePath()).contains("projects"));
+}
+
+void TestSchema::aCheckpointThatIsHeldBackWarns()
+{
+    const QString name = u"reader"_s;
+    {
+        QSqlDatabase reader = QSqlDatabase::addDatabase(u"QSQLITE"_s, name);
+        reader.setDatabaseName(AppPaths::databasePath());
+        QVERIFY(reader.open());
+        QSqlQuery reading(reader);
+        QVERIFY(reading.exec(u"SELECT * FROM sqlite_master"_s) && reading.next());
+        QCOMPARE(run({ u"PRAGMA busy_timeout = 0"_s, insertProject.arg(1) }), QString());
+        QTest::ignoreMessage(QtWarningMsg, "WAL checkpoint is incomplete: the database is busy");
+        QVERIFY(DatabaseManager::instance().checkpoint());
+    }
+    QSqlDatabase::removeDatabase(name);
+    QVERIFY2(DatabaseManager::instance().checkpoint(), "complete once the reader has gone");
+}
+
+void TestSchema::aCheckpointInsideATransactionFails()
+{
+    const DbTransaction transaction;
+    QCOMPARE(run({ insertProject.arg(1) }), QString());
+    QVERIFY(!DatabaseManager::instance().checkpoint());
+    QVERIFY(DatabaseManager::instance().lastError().contains(u"locked"_s));
 }
 
 void TestSchema::theIntegrityCheckReportsItsFirstFinding()
