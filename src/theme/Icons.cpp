@@ -85,6 +85,7 @@ QStringList names()
     const QStringList files = QDir(u":/brixa/icons"_s).entryList({ u"*.svg"_s }, QDir::Files);
     for (const QString& file : files)
         result.append(file.chopped(4));
+    result.sort();
     return result;
 }
 

@@ -72,6 +72,7 @@ Toast::Toast(QWidget* window, const QString& text, BannerKind kind)
     setText(text);
     setAccessibleName(u"%1：%2"_s.arg(labelOf(kind), text));
     m_timer.setSingleShot(true);
+    m_timer.setTimerType(Qt::PreciseTimer);
     connect(&m_timer, &QTimer::timeout, this, &Toast::dismiss);
     window->installEventFilter(this);
 }
