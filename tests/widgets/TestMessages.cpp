@@ -319,11 +319,19 @@ void TestMessages::longTextWrapsInsideTheBox()
     QVERIFY2(needed.height() <= 0, "the text is higher than its label");
 }
 
-void TestMessages::unansweredBoxFailsTheTest()
+void TestMessages::missingBoxFailsTheTest()
 {
     QEXPECT_FAIL("", "an announced box that never opens is a failure", Continue);
     {
         ModalAnswerer answerer;
         answerer.expectButton(u"确定"_s);
     }
+}
+
+void TestMessages::unannouncedBoxFailsTheTest()
+{
+    ModalAnswerer answerer;
+    QEXPECT_FAIL("", "a box that nobody announced is a failure", Continue);
+    QVERIFY(!MessageBox::ask(nullptr, u"提示"_s, u"继续吗？"_s, u"继续"_s));
+    QCOMPARE(answerer.seen().size(), 1);
 }

@@ -25,5 +25,6 @@ private slots:
     void enterPressesTheDefaultButton_data();
     void enterPressesTheDefaultButton();
     void longTextWrapsInsideTheBox();
-    void unansweredBoxFailsTheTest();
+    void missingBoxFailsTheTest();
+    void unannouncedBoxFailsTheTest();
 };
