@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
@@ -69,6 +70,7 @@ public:
         environment.insert(u"QT_FORCE_STDERR_LOGGING"_s, u"1"_s);
         m_process.setProcessEnvironment(environment);
         m_process.start(folder.program(), {});
+        m_process.waitForStarted();
     }
     ~Run() { kill(); }
 
@@ -147,8 +149,11 @@ void TestProgram::aFirstStartLeavesNothingBehind()
         QStringList());
     const QString log = folder.log();
     QVERIFY(log.contains(u"Brixa starting, data dir: "_s));
-    for (const QString& tag : { u" WARN "_s, u" ERROR "_s, u" FATAL "_s })
-        QVERIFY2(!log.contains(tag), qUtf8Printable(log));
+    // The offscreen platform complains about itself.
+    static const QRegularExpression trouble(
+        u"^.{19} (WARN |ERROR|FATAL) (?!This plugin does not support).*$"_s,
+        QRegularExpression::MultilineOption);
+    QCOMPARE(trouble.match(log).captured(), QString());
     QCOMPARE(QDir(folder.dataDir() + u"/logs"_s).entryList(QDir::Files).size(), 1);
 }
 

@@ -1,6 +1,5 @@
 #include "support/ModalAnswerer.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QLabel>
 #include <QtTest>

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAbstractButton>
 #include <QDialog>
 #include <QElapsedTimer>
 #include <QPointer>
@@ -35,7 +36,7 @@ public:
     const QList<Seen>& seen() const { return m_seen; }
 
     /// The button of `dialog` with this text, or null.
-    static class QAbstractButton* buttonOf(const QDialog* dialog, const QString& text);
+    static QAbstractButton* buttonOf(const QDialog* dialog, const QString& text);
 
 private:
     void look();

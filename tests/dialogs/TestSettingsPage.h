@@ -1,0 +1,14 @@
+#pragma once
+
+#include "support/DatabaseTestCase.h"
+
+class TestSettingsPage final : public DatabaseTestCase {
+    Q_OBJECT
+
+private slots:
+    void cleanup();
+    void theProfileIsShownAndEdited();
+    void theThemeChangesAtOnceAndIsStored();
+    void aThemeThatCannotBeStoredIsNotApplied();
+    void thePasswordButtonsFollowItsState();
+};
