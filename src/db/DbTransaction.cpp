@@ -5,8 +5,6 @@
 #include <QSqlError>
 #include <QSqlQuery>
 
-#include <utility>
-
 using namespace Qt::StringLiterals;
 
 namespace {
