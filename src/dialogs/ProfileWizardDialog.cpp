@@ -74,7 +74,7 @@ ProfileWizardDialog::ProfileWizardDialog(QWidget* parent)
     connect(m_back, &QPushButton::clicked, this, [this] { goTo(m_steps->currentIndex() - 1); });
     connect(m_next, &QPushButton::clicked, this, &ProfileWizardDialog::onNext);
     goTo(Welcome);
-    resize(600, 520);
+    resize(600, 480);
 }
 
 QWidget* ProfileWizardDialog::buildWelcome()

@@ -84,6 +84,7 @@ Card* SettingsPage::buildProfileCard()
     auto* rows = new QFormLayout;
     rows->setHorizontalSpacing(24);
     rows->setVerticalSpacing(8);
+    rows->setContentsMargins(0, 4, 0, 0);
     for (const ProfileRow& row : profileRows) {
         QLabel* name = plainLabel(row.label.toString(), card);
         setTextRole(name, TextRole::Hint);

@@ -3,6 +3,7 @@
 #include "core/Codes.h"
 #include "theme/Theme.h"
 #include "widgets/Card.h"
+#include "widgets/ElidedLabel.h"
 #include "widgets/EmptyState.h"
 #include "widgets/NavButton.h"
 #include "widgets/Pictures.h"
@@ -202,6 +203,33 @@ void TestCards::emptyStateOffersItsAction()
     QCOMPARE(triggered.count(), 1);
     state.setAction({});
     QVERIFY(action->isHidden());
+}
+
+void TestCards::emptyStateShowsLongTextsWhole()
+{
+    EmptyState state(u"vouchers"_s, u"还没有凭证"_s, u"上传银行回单、合同或发票。"_s.repeated(8));
+    state.resize(900, 500);
+    state.show();
+    for (const auto* label : state.findChildren<QLabel*>()) {
+        if (!label->text().isEmpty())
+            QVERIFY(label->height() >= label->heightForWidth(label->width()));
+    }
+}
+
+void TestCards::elidedLabelKeepsItsWholeText()
+{
+    ElidedLabel label;
+    const QString path = u"数据路径：/一个/很长/的/文件夹/"_s.repeated(5) + u"brixa.db"_s;
+    label.setText(path);
+    label.resize(200, 20);
+    label.show();
+    label.grab();
+    QCOMPARE(label.text(), path);
+    QCOMPARE(label.toolTip(), path);
+    QVERIFY(label.minimumSizeHint().width() < 200);
+    label.resize(label.sizeHint().width() + 20, 20);
+    label.grab();
+    QVERIFY2(label.toolTip().isEmpty(), "a text that is shown whole needs no tool tip");
 }
 
 void TestCards::titledCardShowsItsHead()

@@ -17,6 +17,8 @@ private slots:
     void badgeStaysInsideItsCell();
     void navButtonShowsTheCurrentPage();
     void emptyStateOffersItsAction();
+    void emptyStateShowsLongTextsWhole();
+    void elidedLabelKeepsItsWholeText();
     void titledCardShowsItsHead();
     void selectedRowKeepsAmountColour();
     void tablesAreSetUpAlike();
