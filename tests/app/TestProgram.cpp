@@ -2,6 +2,7 @@
 #include "db/DatabaseManager.h"
 #include "db/ProfileDao.h"
 #include "support/TestCase.h"
+#include "support/TestFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -11,18 +12,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
-}
-
-bool put(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-}
 
 // The program in a folder of its own, with a home directory of its own.
 class PortableFolder {
@@ -49,7 +38,7 @@ public:
         QString text;
         const QDir logs(dataDir() + u"/logs"_s);
         for (const QString& name : logs.entryList(QDir::Files, QDir::Name))
-            text += QString::fromUtf8(contentOf(logs.filePath(name)));
+            text += QString::fromUtf8(TestFile::bytesOf(logs.filePath(name)));
         return text;
     }
 
@@ -183,11 +172,11 @@ void TestProgram::aSecondStartIsTurnedAway()
     const PortableFolder folder;
     Run first(folder);
     QVERIFY2(first.reaches("Waiting at the disclaimer"), first.output());
-    const QByteArray bytes = contentOf(folder.database());
+    const QByteArray bytes = TestFile::bytesOf(folder.database());
     Run second(folder);
     QVERIFY2(second.reaches("another instance holds the data directory"), second.output());
     QCOMPARE(second.terminate(), 1);
-    QCOMPARE(contentOf(folder.database()), bytes);
+    QCOMPARE(TestFile::bytesOf(folder.database()), bytes);
     QCOMPARE(first.terminate(), 0);
 }
 
@@ -209,22 +198,22 @@ void TestProgram::aMissingDataDirectoryEndsTheProgram()
 {
     const PortableFolder folder;
     QVERIFY(QDir().rmdir(folder.dataDir()));
-    QVERIFY(put(folder.dataDir(), "a file in the directory's place"));
+    QVERIFY(TestFile::put(folder.dataDir(), "a file in the directory's place"));
     Run run(folder);
     QVERIFY2(run.reaches("data directory cannot be created"), run.output());
     QCOMPARE(run.terminate(), 1);
-    QCOMPARE(contentOf(folder.dataDir()), QByteArray("a file in the directory's place"));
+    QCOMPARE(TestFile::bytesOf(folder.dataDir()), QByteArray("a file in the directory's place"));
 }
 
 void TestProgram::anUnreadableDatabaseKeepsItsBytes()
 {
     const PortableFolder folder;
     const QByteArray garbage(8192, 'x');
-    QVERIFY(put(folder.database(), garbage));
+    QVERIFY(TestFile::put(folder.database(), garbage));
     Run run(folder);
     QVERIFY2(run.reaches("database cannot be opened"), run.output());
     QCOMPARE(run.terminate(), 1);
-    QCOMPARE(contentOf(folder.database()), garbage);
+    QCOMPARE(TestFile::bytesOf(folder.database()), garbage);
     QCOMPARE(folder.dataFiles(), QStringList { u"brixa.db"_s });
 }
 

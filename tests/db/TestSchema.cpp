@@ -4,6 +4,7 @@
 #include "db/DatabaseManager.h"
 #include "db/DbTransaction.h"
 #include "support/TestDatabase.h"
+#include "support/TestFile.h"
 
 #include <QFileInfo>
 #include <QSqlDatabase>
@@ -88,12 +89,12 @@ void TestSchema::aSecondStartChangesNothing()
         QString());
     const QStringList before = TestDatabase::dump();
     DatabaseManager::instance().close();
-    const QByteArray bytes = TestDatabase::bytesOf(AppPaths::databasePath());
+    const QByteArray bytes = TestFile::bytesOf(AppPaths::databasePath());
 
     QVERIFY(DatabaseManager::instance().open());
     QCOMPARE(TestDatabase::dump(), before);
     DatabaseManager::instance().close();
-    QCOMPARE(TestDatabase::bytesOf(AppPaths::databasePath()), bytes);
+    QCOMPARE(TestFile::bytesOf(AppPaths::databasePath()), bytes);
 }
 
 void TestSchema::badRowsAreRefused_data()
@@ -205,7 +206,7 @@ void TestSchema::aCheckpointEmptiesTheLog()
     QVERIFY(QFileInfo(log).size() > 0);
     QVERIFY(DatabaseManager::instance().checkpoint());
     QCOMPARE(QFileInfo(log).size(), qint64 { 0 });
-    QVERIFY(TestDatabase::bytesOf(AppPaths::databasePath()).contains("projects"));
+    QVERIFY(TestFile::bytesOf(AppPaths::databasePath()).contains("projects"));
 }
 
 void TestSchema::aCheckpointThatIsHeldBackWarns()
