@@ -154,27 +154,29 @@ RiskLevelCounts TransactionDao::riskLevelCounts(QDate from, QDate to)
 
 bool TransactionDao::updateAutoRisk(qint64 id, RiskLevel level, const QStringList& reasons)
 {
-    return updateAutoRisks({ { id, level, reasons } });
+    return updateAutoRisks({ { id, level, reasons } }) == 1;
 }
 
-bool TransactionDao::updateAutoRisks(const QList<AutoRisk>& results)
+qsizetype TransactionDao::updateAutoRisks(const QList<AutoRisk>& results)
 {
     QSqlQuery query = newQuery();
     if (!prepare(query,
             u"UPDATE transactions SET risk_auto_level = :auto_level, risk_reasons = :reasons, "
             "risk_evaluated_at = :evaluated, risk_level = CASE WHEN risk_manual_override IS NULL "
             "THEN :auto_level                   ELSE risk_manual_override END WHERE id = :id"_s))
-        return false;
+        return 0;
     // The whole ledger is written on every evaluation: what is equal for all rows is made once.
     query.bindValue(u":evaluated"_s, TextRules::currentTimestamp());
+    qsizetype written = 0;
     for (const AutoRisk& result : results) {
         query.bindValue(u":auto_level"_s, codeOf(result.level));
         query.bindValue(u":reasons"_s, CellValue::fromTexts(result.reasons));
         query.bindValue(u":id"_s, result.transactionId);
         if (!exec(query))
-            return false;
+            break;
+        ++written;
     }
-    return true;
+    return written;
 }
 
 bool TransactionDao::setManualOverride(

@@ -28,8 +28,8 @@ public:
     /// Stores an automatic level with its reasons; an override stays in force above it.
     [[nodiscard]] bool updateAutoRisk(qint64 id, RiskLevel level, const QStringList& reasons);
     /// The same for many entries with one statement. Stops at the first that cannot be written;
-    /// those before it are written.
-    [[nodiscard]] bool updateAutoRisks(const QList<AutoRisk>& results);
+    /// the number of those written before it, which is also its place in the list.
+    [[nodiscard]] qsizetype updateAutoRisks(const QList<AutoRisk>& results);
     /// Sets the level in force by hand, or gives the automatic one back when absent.
     [[nodiscard]] bool setManualOverride(
         qint64 id, std::optional<RiskLevel> level, const QString& note);

@@ -330,8 +330,9 @@ void TestTransactionDao::theAutomaticLevelIsStored()
 void TestTransactionDao::manyLevelsAreStoredAtOnce()
 {
     QVERIFY(addLedger());
-    QVERIFY(TransactionDao().updateAutoRisks({ { 1, RiskLevel::Low, { u"甲"_s } },
-        { 2, RiskLevel::Normal, {} }, { 3, RiskLevel::Medium, { u"乙"_s, u"丙"_s } } }));
+    const QList<AutoRisk> results { { 1, RiskLevel::Low, { u"甲"_s } },
+        { 2, RiskLevel::Normal, {} }, { 3, RiskLevel::Medium, { u"乙"_s, u"丙"_s } } };
+    QCOMPARE(TransactionDao().updateAutoRisks(results), 3);
     QCOMPARE(TestDatabase::rows(u"SELECT risk_level, risk_auto_level, risk_reasons, "
                                 "risk_evaluated_at IS NULL FROM transactions ORDER BY id"_s),
         (QStringList { u"low|low|[\"甲\"]|0"_s, u"normal|normal|∅|0"_s,
@@ -346,8 +347,9 @@ void TestTransactionDao::manyLevelsStopAtTheFirstFailure()
         QString());
     QTest::ignoreMessage(
         QtWarningMsg, QRegularExpression(u"^SQL error: not this one .* \\| UPDATE transactions"_s));
-    QVERIFY(!TransactionDao().updateAutoRisks(
-        { { 1, RiskLevel::Low, {} }, { 4, RiskLevel::Low, {} }, { 5, RiskLevel::Low, {} } }));
+    const QList<AutoRisk> results { { 1, RiskLevel::Low, {} }, { 4, RiskLevel::Low, {} },
+        { 5, RiskLevel::Low, {} } };
+    QCOMPARE(TransactionDao().updateAutoRisks(results), 1);
     QCOMPARE(TestDatabase::rows(u"SELECT id FROM transactions WHERE risk_level = 'low'"_s),
         QStringList { u"1"_s });
 }
