@@ -58,5 +58,6 @@ build() {
         cat "$log" >&2
         return 1
     fi
+    grep -A 3 'CMake Warning' "$log" >&2 || true
     cmake --build --preset "$1"
 }

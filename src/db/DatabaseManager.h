@@ -22,6 +22,9 @@ public:
     /// Harmless when nothing is open.
     void close();
 
+    /// True when the open file can be read but not written.
+    bool isReadOnly() const { return m_readOnly; }
+
     /// The reason of the last failure, for the user.
     QString lastError() const { return m_lastError; }
 

@@ -35,7 +35,8 @@ QLabel* makeText(const QString& text, QWidget* parent)
     return label;
 }
 
-// A dialog rather than QMessageBox, whose layout cuts long Chinese lines under a style sheet.
+// A dialog of our own: the layout of Qt's message boxes cuts long Chinese lines under a style
+// sheet.
 class Box final : public QDialog {
 public:
     Box(QWidget* parent, BannerKind kind, const QString& title, const QString& text)

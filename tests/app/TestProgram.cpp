@@ -119,6 +119,8 @@ class TestProgram final : public TestCase {
 private slots:
     void aFirstStartLeavesNothingBehind();
     void aFamiliarOwnerSeesTheWindow();
+    void theEndMayComeAtAnyMoment_data();
+    void theEndMayComeAtAnyMoment();
     void aPasswordIsNeverPassedBy();
     void aSecondStartIsTurnedAway();
     void aCrashNeverKeepsTheOwnerOut();
@@ -154,6 +156,26 @@ void TestProgram::aFamiliarOwnerSeesTheWindow()
     QVERIFY2(run.reaches("Main window shown"), run.output());
     QVERIFY(!run.output().contains("Waiting at"));
     QCOMPARE(run.terminate(), 0);
+    QCOMPARE(folder.dataFiles(), QStringList { u"brixa.db"_s });
+}
+
+void TestProgram::theEndMayComeAtAnyMoment_data()
+{
+    QTest::addColumn<int>("milliseconds");
+    QTest::newRow("as the data are opened") << 0;
+    QTest::newRow("while the splash shows") << 500;
+}
+
+void TestProgram::theEndMayComeAtAnyMoment()
+{
+    QFETCH(int, milliseconds);
+    const PortableFolder folder;
+    QVERIFY(makeFamiliarDatabase(folder.database(), false));
+    Run run(folder);
+    QVERIFY2(run.reaches("Brixa starting"), run.output());
+    QTest::qWait(milliseconds);
+    QCOMPARE(run.terminate(), 0);
+    QVERIFY2(!run.output().contains("Main window shown"), run.output());
     QCOMPARE(folder.dataFiles(), QStringList { u"brixa.db"_s });
 }
 

@@ -277,5 +277,5 @@ void TestStartup::theLockEndsWithTheProgram()
     QVERIFY(prepareFamiliarOwner());
     QCOMPARE(runStartup(), 0);
     InstanceLock lock(AppPaths::instanceLockPath());
-    QVERIFY(lock.acquire());
+    QCOMPARE(lock.acquire(), InstanceLock::Outcome::Acquired);
 }

@@ -148,12 +148,12 @@ void TestFiles::aLivingHolderKeepsOthersOut()
         const LockHolder holder(path);
         QCOMPARE(holder.answer(), QByteArray("held"));
         InstanceLock second(path);
-        QVERIFY(!second.acquire());
+        QCOMPARE(second.acquire(), InstanceLock::Outcome::HeldByOther);
         const LockHolder third(path);
         QCOMPARE(third.answer(), QByteArray("refused"));
     }
     InstanceLock after(path);
-    QVERIFY(after.acquire());
+    QCOMPARE(after.acquire(), InstanceLock::Outcome::Acquired);
     after.release();
     QVERIFY(!QFile::exists(path));
 }
@@ -182,5 +182,14 @@ void TestFiles::aStaleLockNeverKeepsTheOwnerOut()
         QVERIFY(TestFile::put(path, left));
     }
     InstanceLock lock(path);
-    QVERIFY(lock.acquire());
+    QCOMPARE(lock.acquire(), InstanceLock::Outcome::Acquired);
+}
+
+void TestFiles::aLockThatCannotBeWrittenIsNotTakenForAnotherStart()
+{
+    InstanceLock withoutFolder(AppPaths::dataDir() + u"/missing/brixa.lock"_s);
+    QCOMPARE(withoutFolder.acquire(), InstanceLock::Outcome::CannotCreate);
+    QVERIFY(QDir().mkpath(AppPaths::instanceLockPath()));
+    InstanceLock behindFolder(AppPaths::instanceLockPath());
+    QCOMPARE(behindFolder.acquire(), InstanceLock::Outcome::CannotCreate);
 }

@@ -51,6 +51,15 @@ public:
         return QFile::setPermissions(
             databasePath(), QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther);
     }
+    bool unprotect()
+    {
+        return QFile::setPermissions(databasePath(),
+            QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther | QFile::WriteOther);
+    }
+    QStringList dataFiles() const
+    {
+        return QDir(m_root + u"/data"_s).entryList(QDir::Files, QDir::Name);
+    }
     bool setFolderWritable(bool writable)
     {
         const auto readable
@@ -173,6 +182,11 @@ void TestDatabaseFiles::aReadOnlyFileCanBeRead()
     QVERIFY(output.value(4).startsWith(u"log: SQL error: attempt to write a readonly database"_s));
     QCOMPARE(output.value(5), u"written: 0"_s);
     QCOMPARE(TestFile::bytesOf(outpost.databasePath()), bytes);
+    QCOMPARE(outpost.dataFiles(), QStringList { u"brixa.db"_s });
+
+    QVERIFY(outpost.unprotect());
+    QCOMPARE(outpost.output(u"guest"_s),
+        (QStringList { u"opened: 1 "_s, u"version: 3"_s, u"projects: 1"_s, u"written: 1"_s }));
 }
 
 void TestDatabaseFiles::aReadOnlyOlderFileIsNotMigrated()

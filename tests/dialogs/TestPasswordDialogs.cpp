@@ -75,7 +75,8 @@ bool opensWith(const QString& password)
     const CompanyProfile profile = ProfileDao().load();
     return profile.passwordEnabled
         && Password::verify(
-            password, { .hash = profile.passwordHash, .salt = profile.passwordSalt });
+               password, { .hash = profile.passwordHash, .salt = profile.passwordSalt })
+        == Password::Check::Fits;
 }
 
 } // namespace
@@ -176,6 +177,18 @@ void TestPasswordDialogs::wrongInputKeepsTheDialogAndThePassword()
     submit(dialog, current, password, repeated);
     QVERIFY(dialog.isVisible());
     QVERIFY(answers.seen().at(0).text.contains(text));
+    QVERIFY(opensWith(word()));
+}
+
+void TestPasswordDialogs::aPasswordIsNotSetOverAnother()
+{
+    QVERIFY(storePassword());
+    ModalAnswerer answers;
+    answers.expectButton(u"确定"_s);
+    PasswordDialog dialog(PasswordDialog::Action::Set);
+    submit(dialog, {}, u"另一个新密码"_s, u"另一个新密码"_s);
+    QVERIFY(dialog.isVisible());
+    QCOMPARE(answers.seen().at(0).title, u"无法设置"_s);
     QVERIFY(opensWith(word()));
 }
 

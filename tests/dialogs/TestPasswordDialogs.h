@@ -12,6 +12,7 @@ private slots:
     void setsChangesAndTurnsOff();
     void wrongInputKeepsTheDialogAndThePassword_data();
     void wrongInputKeepsTheDialogAndThePassword();
+    void aPasswordIsNotSetOverAnother();
     void aFailedSaveKeepsTheInput();
     void passwordsAreHiddenUntilAskedFor();
 };

@@ -48,7 +48,7 @@ void TestProfileDialogs::storesEveryField()
         u"bankName"_s, u"bankAccount"_s, u"address"_s, u"phone"_s };
     const QStringList typed { u" 山岚 & <b>%1</b> 设计 "_s, u"91350100m000100y43"_s, u"林岚"_s,
         u"招商银行"_s, u"5719 0088"_s, u"文三路 90 号"_s, u"0571-8888"_s };
-    ProfileDialog dialog;
+    ProfileDialog dialog(ProfileDao().load());
     dialog.show();
     QVERIFY(QTest::qWaitForWindowActive(&dialog));
     for (qsizetype i = 0; i < names.size(); ++i) {
@@ -84,7 +84,7 @@ void TestProfileDialogs::missingNamesAreRefused()
     const CompanyProfile before = ProfileDao().load();
     ModalAnswerer answers;
     answers.expectButton(u"确定"_s);
-    ProfileDialog dialog;
+    ProfileDialog dialog(ProfileDao().load());
     dialog.show();
     QVERIFY(QTest::qWaitForWindowActive(&dialog));
     edit(dialog, emptied)->setText(u"  "_s);
@@ -99,7 +99,7 @@ void TestProfileDialogs::missingNamesAreRefused()
 void TestProfileDialogs::aWrongCreditCodeWarnsAndIsStored()
 {
     QVERIFY(storeNames());
-    ProfileDialog dialog;
+    ProfileDialog dialog(ProfileDao().load());
     dialog.show();
     const auto* remark = dialog.findChild<QLabel*>(u"creditCodeRemark"_s);
     QVERIFY(!remark->isVisible());
@@ -122,7 +122,7 @@ void TestProfileDialogs::aFailedSaveKeepsTheInput()
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"SQL error: refused.*"_s));
     ModalAnswerer answers;
     answers.expectButton(u"确定"_s);
-    ProfileDialog dialog;
+    ProfileDialog dialog(ProfileDao().load());
     dialog.show();
     edit(dialog, u"phone"_s)->setText(u"13800000000"_s);
     press(dialog, u"保存"_s);
@@ -135,7 +135,7 @@ void TestProfileDialogs::aFailedSaveKeepsTheInput()
 void TestProfileDialogs::changedInputIsThrownAwayOnlyAfterAQuestion()
 {
     QVERIFY(storeNames());
-    ProfileDialog dialog;
+    ProfileDialog dialog(ProfileDao().load());
     dialog.show();
     edit(dialog, u"phone"_s)->setText(u"13800000000"_s);
     {
@@ -152,7 +152,7 @@ void TestProfileDialogs::changedInputIsThrownAwayOnlyAfterAQuestion()
     }
     QCOMPARE(ProfileDao().load().phone, QString());
 
-    ProfileDialog untouched;
+    ProfileDialog untouched(ProfileDao().load());
     untouched.show();
     QTest::keyClick(&untouched, Qt::Key_Escape);
     QVERIFY2(!untouched.isVisible(), "without changes nothing is asked");
@@ -160,7 +160,7 @@ void TestProfileDialogs::changedInputIsThrownAwayOnlyAfterAQuestion()
 
 void TestProfileDialogs::tabReachesTheFieldsByTheirLabelsInOrder()
 {
-    ProfileDialog dialog;
+    ProfileDialog dialog(ProfileDao().load());
     dialog.show();
     QVERIFY(QTest::qWaitForWindowActive(&dialog));
     QStringList names;
@@ -176,7 +176,7 @@ void TestProfileDialogs::tabReachesTheFieldsByTheirLabelsInOrder()
 
 void TestProfileDialogs::theWizardStoresCompanyAndThresholds()
 {
-    ProfileWizardDialog wizard;
+    ProfileWizardDialog wizard(ProfileDao().load());
     wizard.show();
     press(wizard, u"下一步"_s);
     {
@@ -206,7 +206,7 @@ void TestProfileDialogs::theWizardStoresCompanyAndThresholds()
 
 void TestProfileDialogs::theWizardKeepsItsInputBetweenSteps()
 {
-    ProfileWizardDialog wizard;
+    ProfileWizardDialog wizard(ProfileDao().load());
     wizard.show();
     QVERIFY(!ModalAnswerer::buttonOf(&wizard, u"上一步"_s));
     press(wizard, u"下一步"_s);

@@ -1,16 +1,21 @@
 #include "dialogs/TestSettingsPage.h"
 
 #include "db/ProfileDao.h"
+#include "db/TransactionDao.h"
 #include "pages/SettingsPage.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
 #include "theme/Theme.h"
+#include "widgets/AmountField.h"
+#include "widgets/Banner.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpression>
+#include <QSpinBox>
 
 using namespace Qt::StringLiterals;
 
@@ -100,6 +105,51 @@ void TestSettingsPage::aThemeThatCannotBeStoredIsNotApplied()
     choice(page, u"深色"_s)->toggle();
     QCOMPARE(Theme::instance().mode(), ThemeMode::Light);
     QVERIFY2(choice(page, u"浅色"_s)->isChecked(), "the page shows what is stored");
+}
+
+void TestSettingsPage::newThresholdsAreAppliedToTheLedger()
+{
+    Transaction entry;
+    entry.transDate = QDate(2026, 3, 1);
+    entry.summary = u"采购设备"_s;
+    entry.direction = Direction::Out;
+    entry.amountFen = 1'000'000;
+    entry.counterpartyName = u"某供应商"_s;
+    QVERIFY(TransactionDao().insert(entry));
+    SettingsPage page;
+    page.refresh();
+    page.show();
+    page.findChild<AmountField*>()->setAmountFen(1'000'000);
+    page.findChild<QSpinBox*>(u"frequentCount"_s)->setValue(5);
+    press(page, u"保存标准"_s);
+    QCOMPARE(ProfileDao().load().largeAmountFen, 1'000'000);
+    QCOMPARE(ProfileDao().load().frequentCount, 5);
+    QCOMPARE(TransactionDao().findById(entry.id)->riskLevel, RiskLevel::Low);
+}
+
+void TestSettingsPage::defaultThresholdsCanBeRestored()
+{
+    SettingsPage page;
+    page.refresh();
+    page.show();
+    page.findChild<QSpinBox*>(u"frequentWindowDays"_s)->setValue(7);
+    press(page, u"恢复默认"_s);
+    QCOMPARE(page.findChild<QSpinBox*>(u"frequentWindowDays"_s)->value(), 30);
+    QCOMPARE(page.findChild<AmountField*>()->amountFen(), 5'000'000);
+}
+
+void TestSettingsPage::anUnreadableProfileOffersNothingToChange()
+{
+    SettingsPage page;
+    page.refresh();
+    page.show();
+    QVERIFY(page.findChild<QPushButton*>(u"editProfile"_s)->isEnabled());
+    QCOMPARE(TestDatabase::run({ u"DELETE FROM company_profile"_s }), QString());
+    press(page, u"编辑档案"_s);
+    QVERIFY2(!QApplication::activeModalWidget(), "no form with defaults opens");
+    page.refresh();
+    QVERIFY(!page.findChild<QPushButton*>(u"editProfile"_s)->isEnabled());
+    QVERIFY(page.findChild<Banner*>()->isVisible());
 }
 
 void TestSettingsPage::thePasswordButtonsFollowItsState()

@@ -11,4 +11,7 @@ private slots:
     void theThemeChangesAtOnceAndIsStored();
     void aThemeThatCannotBeStoredIsNotApplied();
     void thePasswordButtonsFollowItsState();
+    void newThresholdsAreAppliedToTheLedger();
+    void defaultThresholdsCanBeRestored();
+    void anUnreadableProfileOffersNothingToChange();
 };
