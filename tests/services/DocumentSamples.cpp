@@ -1,5 +1,7 @@
 #include "services/DocumentSamples.h"
 
+#include "db/ProfileDao.h"
+#include "db/TransactionDao.h"
 #include "services/DocumentTemplates.h"
 #include "services/DocumentTexts.h"
 
@@ -89,6 +91,22 @@ QString fundHtml(int entryCount)
 QString independenceHtml()
 {
     return html(DocumentRules::draft(independenceInput()), u"KYR-DC-2025-0001"_s);
+}
+
+bool storeCompany()
+{
+    return ProfileDao().save(company());
+}
+
+QList<qint64> storeEntries(int count, Direction direction)
+{
+    QList<qint64> ids;
+    for (int i = 0; i < count; ++i) {
+        Transaction stored = entry(i, direction);
+        if (TransactionDao().insert(stored))
+            ids += stored.id;
+    }
+    return ids;
 }
 
 } // namespace DocumentSamples

@@ -22,4 +22,9 @@ QString annualHtml(const QStringList& furtherItems = {});
 QString fundHtml(int entryCount);
 QString independenceHtml();
 
+/// Stores the company's profile in the open database.
+[[nodiscard]] bool storeCompany();
+/// Stores entries on consecutive days from the first of a month; their ids, or fewer on failure.
+QList<qint64> storeEntries(int count, Direction direction = Direction::Out);
+
 } // namespace DocumentSamples
