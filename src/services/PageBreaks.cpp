@@ -4,7 +4,7 @@ namespace PageBreaks {
 
 namespace {
 
-// The gap that ends a sheet: the first forced one, else the last free one, else the last of all.
+// The gap that ends a sheet: the first forced one, else the last one of the best kind.
 const Gap* bestGap(const QList<Gap>& gaps, qreal top, qreal limit)
 {
     const Gap* best = nullptr;

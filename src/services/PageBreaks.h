@@ -11,7 +11,8 @@ struct Gap {
     qreal end = 0; // where what lies above ends
     qreal next = 0; // where what lies below begins
     enum Kind {
-        Last, // tears apart what belongs together: only when nothing else fits
+        Torn, // tears a table row: only when it fills a whole sheet
+        Last, // parts what belongs together: only when nothing better fits
         Free,
         Forced, // the text asks for a new sheet here
     } kind

@@ -20,6 +20,20 @@ bool isHeading(const QTextBlock& block)
     return true;
 }
 
+QList<qreal> lineTopsOf(const QTextTableCell& cell, const QAbstractTextDocumentLayout* layout)
+{
+    QList<qreal> tops;
+    for (auto it = cell.begin(); !it.atEnd(); ++it) {
+        const QTextBlock block = it.currentBlock();
+        if (!block.isValid())
+            continue; // a table within the cell
+        const qreal top = layout->blockBoundingRect(block).top();
+        for (int i = 0; i < block.layout()->lineCount(); ++i)
+            tops += top + block.layout()->lineAt(i).y();
+    }
+    return tops;
+}
+
 } // namespace
 
 PageGaps::PageGaps(const QTextDocument& document)
@@ -69,15 +83,36 @@ void PageGaps::visitTable(QTextTable* table)
     qreal top = box.top();
     for (int row = 1; row < table->rows(); ++row) {
         const qreal next = rowTop(table, row);
-        addPiece(top, next, before);
+        addRow(table, row - 1, top, next, before);
         // The head of a table stays with its first entry, the total with the last one.
         const bool together = !ruled || row == 1 || row == table->rows() - 1;
         before = together ? Gap::Last : Gap::Free;
         top = next;
     }
-    addPiece(top, box.bottom(), before);
+    addRow(table, table->rows() - 1, top, box.bottom(), before);
     m_forceNext = breaks & QTextFormat::PageBreak_AlwaysAfter;
     m_keepWithNext = false;
+}
+
+// In one piece, unless a cell is so long that the row may not fit on a sheet.
+void PageGaps::addRow(
+    const QTextTable* table, int row, qreal top, qreal bottom, Gap::Kind gapBefore)
+{
+    constexpr qsizetype linesThatAlwaysFit = 20;
+    QList<qreal> lineTops;
+    for (int column = 0; column < table->columns(); ++column) {
+        const QList<qreal> tops = lineTopsOf(table->cellAt(row, column), m_layout);
+        if (tops.size() > lineTops.size())
+            lineTops = tops;
+    }
+    if (lineTops.size() > linesThatAlwaysFit) {
+        for (const qreal lineTop : lineTops.mid(1)) {
+            addPiece(top, lineTop, gapBefore);
+            top = lineTop;
+            gapBefore = Gap::Torn;
+        }
+    }
+    addPiece(top, bottom, gapBefore);
 }
 
 // What is never cut; the gap before it began where the piece above ended.

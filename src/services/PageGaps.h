@@ -31,6 +31,8 @@ private:
     void visitFrame(const QTextFrame* frame);
     void visitBlock(const QTextBlock& block);
     void visitTable(QTextTable* table);
+    void addRow(
+        const QTextTable* table, int row, qreal top, qreal bottom, PageBreaks::Gap::Kind gapBefore);
     void addPiece(qreal top, qreal bottom, PageBreaks::Gap::Kind gapBefore,
         const QTextBlock& block = {}, int line = 0);
     qreal rowTop(const QTextTable* table, int row) const;

@@ -85,7 +85,12 @@ QString annualHtml(const QStringList& furtherItems)
 
 QString fundHtml(int entryCount)
 {
-    return html(DocumentRules::draft(fundInput({ 1 })), u"KYR-FD-2025-0001"_s, entries(entryCount));
+    return fundHtml(entries(entryCount));
+}
+
+QString fundHtml(const QList<Transaction>& covered)
+{
+    return html(DocumentRules::draft(fundInput({ 1 })), u"KYR-FD-2025-0001"_s, covered);
 }
 
 QString independenceHtml()

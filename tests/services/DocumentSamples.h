@@ -20,6 +20,7 @@ IndependenceStatementInput independenceInput();
 /// Whole documents under a number, ready for paper.
 QString annualHtml(const QStringList& furtherItems = {});
 QString fundHtml(int entryCount);
+QString fundHtml(const QList<Transaction>& covered);
 QString independenceHtml();
 
 /// Stores the company's profile in the open database.

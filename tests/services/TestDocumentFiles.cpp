@@ -165,6 +165,10 @@ void TestDocumentFiles::failedGenerationLeavesNothing_data()
     QTest::newRow("the row") << sqlFault(u"BEFORE INSERT ON documents"_s);
     QTest::newRow("the second link")
         << sqlFault(u"BEFORE INSERT ON entity_links WHEN NEW.target_id = 2"_s);
+    QTest::newRow("the row, with all that was open") << Fault { .trigger
+        = u"BEFORE INSERT ON documents BEGIN SELECT RAISE(ROLLBACK, 'forced'); END"_s,
+        .warnings = { "SQL error: .*forced", "Transaction rollback failed: " },
+        .error = u"forced"_s };
     QTest::newRow("the commit") << commitFault(u"AFTER INSERT ON documents"_s);
     QTest::newRow("the exports folder") << exportsIsAFile();
     QTest::newRow("a folder in the place of the PDF")
@@ -263,6 +267,23 @@ void TestDocumentFiles::aClosedDatabaseIsReported()
     QVERIFY(!result.ok);
     QCOMPARE(result.error, u"数据库未打开"_s);
     QVERIFY(exportsContent().isEmpty());
+}
+
+void TestDocumentFiles::aTransactionThatCannotBeginIsReported()
+{
+    const DocumentResult result = generateFund();
+    QVERIFY(result.ok);
+    const auto files = exportsContent();
+    // Begun past the guards, so that none of them can begin.
+    QCOMPARE(TestDatabase::run({ u"BEGIN"_s }), QString());
+    DocumentService service;
+    const QString error = u"无法开启数据库事务。"_s;
+    QCOMPARE(generateFund().error, error);
+    QCOMPARE(service.regenerate(result.docId).error, error);
+    QCOMPARE(service.deleteDocument(result.docId).error, error);
+    QCOMPARE(TestDatabase::run({ u"ROLLBACK"_s }), QString());
+    QVERIFY(exportsContent() == files);
+    QCOMPARE(row(u"SELECT COUNT(*) FROM documents"_s), u"1"_s);
 }
 
 void TestDocumentFiles::aFileWithoutARowIsPutAside()

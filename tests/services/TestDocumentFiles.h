@@ -15,6 +15,7 @@ private slots:
     void failedDeletionKeepsEverything_data();
     void failedDeletionKeepsEverything();
     void aClosedDatabaseIsReported();
+    void aTransactionThatCannotBeginIsReported();
     void aFileWithoutARowIsPutAside();
     void aFailureBringsTheFileWithoutARowBack();
     void filesOfOtherRowsAreNeverTouched();

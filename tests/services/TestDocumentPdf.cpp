@@ -12,6 +12,8 @@
 #include <QRegularExpression>
 #include <QTextDocument>
 
+#include <limits>
+
 using namespace Qt::StringLiterals;
 using DocumentSamples::fundHtml;
 using PdfTools::withoutBlanks;
@@ -156,9 +158,26 @@ void TestDocumentPdf::everySheetIsA4WithItsFooter()
     }
 }
 
-void TestDocumentPdf::nothingReachesIntoTheFooter()
+void TestDocumentPdf::nothingLeavesItsPlace_data()
 {
-    QCOMPARE(exported(fundHtml(60)), QString());
+    QTest::addColumn<QString>("html");
+    QTest::newRow("a long table") << fundHtml(60);
+    QTest::newRow("many lines") << DocumentSamples::annualHtml(
+        QStringList(120, u"股东决定增加一项内部管理制度。"_s));
+    QList<Transaction> wide { DocumentSamples::entry(0), DocumentSamples::entry(1) };
+    wide[0].summary = QString(90, u'W');
+    wide[0].counterpartyName = QString(40, u'W');
+    wide[0].amountFen = std::numeric_limits<qint64>::max() / 2;
+    wide[1].summary = QString(200, u'摘');
+    QTest::newRow("words wider than their column") << DocumentSamples::fundHtml(wide);
+    wide[1].summary = QString(3000, u'摘');
+    QTest::newRow("a row taller than a sheet") << DocumentSamples::fundHtml(wide);
+}
+
+void TestDocumentPdf::nothingLeavesItsPlace()
+{
+    QFETCH(QString, html);
+    QCOMPARE(exported(html), QString());
     const QList<PdfTools::Word> words = PdfTools::words(pdfPath());
     QVERIFY(words.size() > 100);
     constexpr double pointsPerMm = 72 / 25.4;

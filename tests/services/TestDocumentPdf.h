@@ -14,7 +14,8 @@ private slots:
     void theFileNamesItself();
     void everySheetIsA4WithItsFooter_data();
     void everySheetIsA4WithItsFooter();
-    void nothingReachesIntoTheFooter();
+    void nothingLeavesItsPlace_data();
+    void nothingLeavesItsPlace();
     void theDateLineKeepsItsBlanks();
     void tableRowsAreNotTornApart();
     void everyPartOfTheTableIsClosedByLines();

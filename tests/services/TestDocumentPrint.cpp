@@ -172,7 +172,9 @@ void TestDocumentPrint::sheetsAreCutAtGaps_data()
         << 120.0 << u"0-20 20-40 40-120"_s;
     QTest::newRow("what belongs together stays together")
         << QList<Gap> { { 40, 40, Gap::Free }, { 90, 90, Gap::Last } } << 120.0 << u"0-40 40-120"_s;
-    QTest::newRow("torn apart when nothing else fits")
+    QTest::newRow("a row is torn last of all")
+        << QList<Gap> { { 30, 30, Gap::Last }, { 90, 90, Gap::Torn } } << 120.0 << u"0-30 30-120"_s;
+    QTest::newRow("parted when nothing better fits")
         << QList<Gap> { { 30, 30, Gap::Last }, { 90, 90, Gap::Last } } << 120.0 << u"0-90 90-120"_s;
     QTest::newRow("a gap that ends at the limit")
         << QList<Gap> { { 100, 103, Gap::Free } } << 150.0 << u"0-100 103-150"_s;
