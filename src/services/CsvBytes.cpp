@@ -80,7 +80,11 @@ void CsvBytes::append(QStringView text)
 void CsvBytes::quoteSince(qsizetype begin)
 {
     const QByteArrayView text = QByteArrayView(m_bytes).sliced(begin);
-    const auto isSpecial = [](char c) { return c == ',' || c == '"' || c == '\n' || c == '\r'; };
+    const auto isSpecial = [](char c) {
+        // Almost every byte is passed by with the first comparison.
+        return static_cast<unsigned char>(c) <= ','
+            && (c == ',' || c == '"' || c == '\n' || c == '\r');
+    };
     if (std::none_of(text.begin(), text.end(), isSpecial))
         return;
     QByteArray quoted = text.toByteArray();

@@ -8,6 +8,7 @@
 #include <QDir>
 
 #include <array>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -15,7 +16,7 @@ namespace CsvExport {
 
 namespace {
 
-// Measured on ledgers with long texts; a wrong guess costs time, nothing else.
+// In bytes, a little above what most lines take; a wrong guess costs time, nothing else.
 constexpr qsizetype usualLineSize = 256;
 
 constexpr auto ledgerHeader = std::to_array<QStringView>(
@@ -33,10 +34,23 @@ void appendHeader(CsvBytes& csv, const std::array<QStringView, size>& titles)
     csv.endLine();
 }
 
-QString levelText(const Transaction& entry)
+// The labels are written on every line: converted once, in the order of the values.
+template <typename Enum> const QByteArray& utf8Label(Enum value)
 {
-    const QString label = labelOf(entry.riskLevel);
-    return entry.riskManualOverride ? label + u" *"_s : label;
+    static const std::vector<QByteArray> labels = [] {
+        std::vector<QByteArray> texts;
+        for (const Enum each : allValues<Enum>())
+            texts.push_back(labelOf(each).toUtf8());
+        return texts;
+    }();
+    const auto index = static_cast<std::size_t>(value);
+    return index < labels.size() ? labels[index] : utf8Label(codeFallback<Enum>);
+}
+
+QByteArray levelText(const Transaction& entry)
+{
+    const QByteArray& label = utf8Label(entry.riskLevel);
+    return entry.riskManualOverride ? label + " *" : label;
 }
 
 void appendEntry(CsvBytes& csv, const Transaction& entry)
@@ -44,15 +58,15 @@ void appendEntry(CsvBytes& csv, const Transaction& entry)
     csv.field(entry.id)
         .field(TextRules::dateText(entry.transDate))
         .field(entry.summary)
-        .field(labelOf(entry.direction))
+        .utf8Field(utf8Label(entry.direction))
         .field(Money::formatPlain(entry.amountFen))
-        .field(labelOf(entry.ownerAccountType))
+        .utf8Field(utf8Label(entry.ownerAccountType))
         .field(entry.counterpartyName)
-        .field(labelOf(entry.counterpartyAccountType))
-        .field(labelOf(entry.category))
+        .utf8Field(utf8Label(entry.counterpartyAccountType))
+        .utf8Field(utf8Label(entry.category))
         .field(entry.projectId ? QStringView(entry.projectName) : u"—")
         .field(entry.voucherCount)
-        .field(levelText(entry))
+        .utf8Field(levelText(entry))
         .joinedField(entry.riskReasons, u"；")
         .field(entry.note)
         .endLine();
