@@ -430,10 +430,12 @@ void TestRiskService::aLostTransactionIsRemarked()
     const LogLines log;
     RiskService().reevaluateAll();
     QCOMPARE(autoRisks(), QStringList(5, u"normal|"_s));
-    QCOMPARE(log.warnings().size(), 3);
+    QCOMPARE(log.warnings().size(), 5);
     QVERIFY(
         log.warnings().at(1).startsWith(u"warning RiskService: updateRisk failed for tx 3: "_s));
-    QVERIFY(log.warnings().at(2).startsWith(
+    QVERIFY(log.warnings().at(2).startsWith(u"warning Transaction commit failed: "_s));
+    QVERIFY(log.warnings().at(3).startsWith(u"warning Transaction rollback failed: "_s));
+    QVERIFY(log.warnings().at(4).startsWith(
         u"warning RiskService: the evaluation could not be stored: "_s));
     QCOMPARE(log.infos(), QStringList());
 }
