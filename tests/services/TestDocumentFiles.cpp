@@ -8,6 +8,7 @@
 #include "services/DocumentService.h"
 #include "support/FileSizeLimit.h"
 #include "support/TestDatabase.h"
+#include "support/TestFile.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -16,7 +17,7 @@
 
 using namespace Qt::StringLiterals;
 using DocumentSamples::fundInput;
-using TestDatabase::bytesOf;
+using TestFile::bytesOf;
 using TestDatabase::row;
 
 namespace {

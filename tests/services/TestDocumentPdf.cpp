@@ -6,6 +6,7 @@
 #include "support/FileSizeLimit.h"
 #include "support/PdfTools.h"
 #include "support/TestDatabase.h"
+#include "support/TestFile.h"
 
 #include <QApplication>
 #include <QDir>
@@ -325,14 +326,14 @@ void TestDocumentPdf::aFailureKeepsTheOldFile()
 void TestDocumentPdf::aFullDiskKeepsTheOldFile()
 {
     QCOMPARE(exported(fundHtml(1)), QString());
-    const QByteArray before = TestDatabase::bytesOf(pdfPath());
+    const QByteArray before = TestFile::bytesOf(pdfPath());
     QString error;
     {
         const FileSizeLimit fullDisk(4096);
         error = exported(fundHtml(2));
     }
     QCOMPARE(error, u"无法打开 PDF 输出文件："_s + pdfPath());
-    QCOMPARE(TestDatabase::bytesOf(pdfPath()), before);
+    QCOMPARE(TestFile::bytesOf(pdfPath()), before);
     QCOMPARE(exported(fundHtml(2)), QString());
 }
 

@@ -9,6 +9,7 @@
 #include "services/DocumentService.h"
 #include "services/RiskService.h"
 #include "support/TestDatabase.h"
+#include "support/TestFile.h"
 
 #include <QDir>
 
@@ -54,7 +55,7 @@ void TestDocumentService::anAnnualDecisionIsStoredWithItsPdf()
     QVERIFY2(result.ok, qUtf8Printable(result.error));
     QCOMPARE(result.docNo, u"KYR-ND-2025-0001"_s);
     QCOMPARE(result.filePath, exportPath(u"KYR-ND-2025-0001_年度股东决定书.pdf"_s));
-    QVERIFY(TestDatabase::bytesOf(result.filePath).startsWith("%PDF-"));
+    QVERIFY(TestFile::bytesOf(result.filePath).startsWith("%PDF-"));
     QCOMPARE(exportedFiles().size(), 1);
 
     const auto stored = DocumentDao().findById(result.docId);
@@ -112,7 +113,7 @@ void TestDocumentService::anIncompleteProfileIsRefused()
     const QList<qint64> ids = DocumentSamples::storeEntries(1);
     const auto stored = DocumentService().generateFundDecision(fundInput(ids));
     QVERIFY(stored.ok);
-    const QByteArray pdf = TestDatabase::bytesOf(stored.filePath);
+    const QByteArray pdf = TestFile::bytesOf(stored.filePath);
     QCOMPARE(
         TestDatabase::run({ u"UPDATE company_profile SET "_s + column + u" = ' '"_s }), QString());
     const QString error = u"公司档案不完整：请先填写公司名称与股东姓名再生成文书。"_s;
@@ -125,7 +126,7 @@ void TestDocumentService::anIncompleteProfileIsRefused()
     QCOMPARE(service.regenerate(stored.docId).error, error);
     QCOMPARE(documentCount(), u"1"_s);
     QCOMPARE(exportedFiles().size(), 1);
-    QCOMPARE(TestDatabase::bytesOf(stored.filePath), pdf);
+    QCOMPARE(TestFile::bytesOf(stored.filePath), pdf);
 }
 
 void TestDocumentService::inputIsCheckedBeforeTheProfile()
@@ -253,13 +254,13 @@ void TestDocumentService::regeneratingTakesTheNewProfile()
     CompanyProfile company = DocumentSamples::company();
     company.companyName = u"杭州新名设计有限公司"_s;
     QVERIFY(ProfileDao().save(company));
-    const QByteArray pdf = TestDatabase::bytesOf(result.filePath);
+    const QByteArray pdf = TestFile::bytesOf(result.filePath);
 
     const auto again = DocumentService().regenerate(result.docId);
     QVERIFY2(again.ok, qUtf8Printable(again.error));
     QCOMPARE(again.docNo, result.docNo);
     QCOMPARE(again.filePath, result.filePath);
-    QVERIFY(TestDatabase::bytesOf(result.filePath) != pdf);
+    QVERIFY(TestFile::bytesOf(result.filePath) != pdf);
     QCOMPARE(exportedFiles().size(), 1);
     auto after = DocumentDao().findById(result.docId);
     QVERIFY(after->contentHtml.contains(u"声明人作为 杭州新名设计有限公司"_s));
@@ -287,11 +288,11 @@ void TestDocumentService::regeneratingNeedsItsEntries()
     const auto result = DocumentService().generateFundDecision(fundInput(ids));
     QVERIFY(TransactionDao().remove(ids[1]));
     const QStringList before = TestDatabase::dump();
-    const QByteArray pdf = TestDatabase::bytesOf(result.filePath);
+    const QByteArray pdf = TestFile::bytesOf(result.filePath);
     QCOMPARE(DocumentService().regenerate(result.docId).error,
         u"流水 #%1 不存在，请刷新后重试。"_s.arg(ids[1]));
     QCOMPARE(TestDatabase::dump(), before);
-    QCOMPARE(TestDatabase::bytesOf(result.filePath), pdf);
+    QCOMPARE(TestFile::bytesOf(result.filePath), pdf);
 }
 
 void TestDocumentService::missingDocumentsAreReported()
