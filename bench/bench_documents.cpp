@@ -35,7 +35,7 @@ QString annualDecision()
     AnnualDecisionInput input { .year = 2025,
         .items = DocumentTexts::annualReportItems(2025),
         .decisionDate = QDate(2026, 3, 31) };
-    for (int i = 0; i < 36; ++i)
+    for (int i = 0; i < 26; ++i)
         input.items += DocumentTexts::otherItem(
             u"同意公司与股东之间的资金往来逐笔出具书面决定，并随附银行回单、合同和发票归档备查。"_s);
     DocumentRecord record = DocumentRules::draft(input);
