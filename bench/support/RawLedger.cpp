@@ -222,8 +222,7 @@ RiskLevelCounts RawLedger::riskLevelCounts()
 void RawLedger::reevaluate()
 {
     m_database.run("BEGIN");
-    const auto flagged
-        = RiskRules::frequentGroups(flowsIn(m_database), coveredIn(m_database), {});
+    const auto flagged = RiskRules::frequentGroups(flowsIn(m_database), coveredIn(m_database), {});
     write(m_database, evaluateAll(m_database, flagged));
     m_database.run("COMMIT");
 }
