@@ -11,6 +11,7 @@
 #include "pages/IPage.h"
 #include "pages/PageFactory.h"
 #include "services/ProfileRules.h"
+#include "services/backup/RestoreRepair.h"
 #include "theme/Theme.h"
 #include "widgets/MessageBox.h"
 #include "widgets/SplashScreen.h"
@@ -97,6 +98,8 @@ Startup::Verdict Startup::takeLock()
 
 Startup::Verdict Startup::openDatabase()
 {
+    if (const std::optional<QString> problem = RestoreRepair::run())
+        return failure("an interrupted restore cannot be repaired", u"启动失败"_s, *problem);
     DatabaseManager& database = DatabaseManager::instance();
     if (database.open())
         return {};
