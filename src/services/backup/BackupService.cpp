@@ -144,7 +144,9 @@ BackupPreview BackupService::inspect(const QString& folder)
 
 RestoreResult BackupService::restoreFrom(const QString& folder)
 {
-    if (const BackupCheck check = validateBackup(folder); !check.ok)
+    if (const BackupCheck check = validateBackup(folder); !check.ok) {
+        qWarning("Restore refused: %s", qUtf8Printable(check.message));
         return { .message = check.message };
+    }
     return Restore(QDir(folder).absolutePath(), m_progress).run();
 }

@@ -2,6 +2,7 @@
 
 #include "core/TextRules.h"
 
+#include <QFileInfo>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -21,6 +22,7 @@ const QString& connectionName()
 } // namespace
 
 DatabaseReader::DatabaseReader(const QString& path)
+    : m_path(path)
 {
     QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s, connectionName());
     database.setConnectOptions(u"QSQLITE_OPEN_READONLY;QSQLITE_OPEN_URI"_s);
@@ -46,6 +48,9 @@ std::optional<QString> DatabaseReader::problem() const
         return error;
     if (version->toLongLong() < 1 || !rowCount(u"company_profile"_s))
         return u"不是本软件的数据库"_s;
+    // SQLite fills a last page that was cut off with zeros and may find nothing wrong with it.
+    if (QFileInfo(m_path).size() < size())
+        return u"数据库文件不完整"_s;
     const std::optional<QString> finding = firstCell(u"PRAGMA integrity_check"_s, &error);
     if (finding.value_or(error).compare(u"ok"_s, Qt::CaseInsensitive) != 0)
         return u"数据库完整性检查失败：%1"_s.arg(finding.value_or(error));
@@ -68,6 +73,13 @@ QDate DatabaseReader::newestEntryDate() const
 {
     const QString sql = u"SELECT MAX(trans_date) FROM transactions"_s;
     return TextRules::dateFromText(firstCell(sql).value_or(QString()));
+}
+
+qint64 DatabaseReader::size() const
+{
+    const QString pages = firstCell(u"PRAGMA page_count"_s).value_or(QString());
+    const QString pageSize = firstCell(u"PRAGMA page_size"_s).value_or(QString());
+    return pages.toLongLong() * pageSize.toLongLong();
 }
 
 std::optional<QString> DatabaseReader::firstCell(const QString& sql, QString* error) const

@@ -26,5 +26,8 @@ public:
     QDate newestEntryDate() const;
 
 private:
+    qint64 size() const; // bytes, as the file itself counts its pages
     std::optional<QString> firstCell(const QString& sql, QString* error = nullptr) const;
+
+    QString m_path;
 };
