@@ -135,8 +135,10 @@ BackupPreview BackupService::inspect(const QString& folder)
     if (!check.ok)
         return preview;
     preview.manifest = readManifest(folder);
-    const FolderCopy::Listing files = FolderCopy::list(BackupLayout::vouchersIn(folder));
-    preview.bytes = files.bytes + QFileInfo(BackupLayout::databaseIn(folder)).size();
+    const QString vouchers = BackupLayout::vouchersIn(folder);
+    const FolderCopy::Listing files = FolderCopy::list(vouchers);
+    preview.bytes
+        = FolderCopy::sizeOf(vouchers, files) + QFileInfo(BackupLayout::databaseIn(folder)).size();
     compareVoucherFiles(files, preview);
     readDatabase(folder, preview);
     return preview;

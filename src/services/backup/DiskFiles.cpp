@@ -33,20 +33,23 @@ bool isUnsupported(int error)
 
 // Within the kernel. `unsupported` tells that nothing was copied because this way does not work
 // for these files, or because the source looks empty, as some that are generated do.
-bool copyInKernel(int source, int target, bool* unsupported)
+bool copyInKernel(int source, int target, off_t size, bool* unsupported)
 {
     *unsupported = true;
 #ifdef Q_OS_LINUX
     constexpr size_t portion = size_t(1) << 30;
-    for (bool first = true;; first = false) {
+    for (off_t done = 0; done == 0 || done < size;) {
         const ssize_t copied = ::copy_file_range(source, nullptr, target, nullptr, portion, 0);
-        *unsupported = first && (copied == 0 || (copied < 0 && isUnsupported(errno)));
+        *unsupported = done == 0 && (copied == 0 || (copied < 0 && isUnsupported(errno)));
         if (copied <= 0)
             return copied == 0;
+        done += copied;
     }
+    return true;
 #else
     Q_UNUSED(source)
     Q_UNUSED(target)
+    Q_UNUSED(size)
     return false;
 #endif
 }
@@ -73,10 +76,10 @@ bool copyByHand(int source, int target)
     }
 }
 
-bool copyBytes(int source, int target)
+bool copyBytes(int source, int target, off_t size)
 {
     bool unsupported = false;
-    const bool copied = copyInKernel(source, target, &unsupported);
+    const bool copied = copyInKernel(source, target, size, &unsupported);
     return unsupported ? copyByHand(source, target) : copied;
 }
 
@@ -135,7 +138,7 @@ std::error_code copyFile(const fs::path& source, const fs::path& target)
     if (to < 0)
         return lastError();
     std::error_code error;
-    if (!copyBytes(from, to))
+    if (!copyBytes(from, to, status.st_size))
         error = lastError();
     // Network file systems report a full disk only here.
     if (::close(to) != 0 && !error)

@@ -16,24 +16,20 @@ QString problemWith(const QString& what, const fs::path& path, const std::error_
     return what.arg(name);
 }
 
-void append(Listing& listing, const fs::directory_entry& entry, const fs::path& root)
+// Most entries tell their kind without another call to the system.
+void append(Listing& listing, const fs::directory_entry& entry, const fs::path& relative)
 {
     std::error_code error;
-    if (entry.is_symlink(error) && entry.is_directory(error)) {
+    const bool isLink = entry.is_symlink(error);
+    if (isLink && entry.is_directory(error))
         qWarning(
             "Not copied, a link to a folder: %s", qUtf8Printable(DiskFiles::text(entry.path())));
-        return;
-    }
-    const fs::path relative = entry.path().lexically_relative(root);
-    if (entry.is_directory(error)) {
-        listing.folders.push_back(relative);
-    } else if (entry.is_regular_file(error) || entry.is_symlink(error)) {
+    else if (isLink || entry.is_regular_file(error))
         listing.files.push_back(relative);
-        const auto size = entry.file_size(error);
-        listing.bytes += error ? 0 : static_cast<qint64>(size);
-    } else {
+    else if (entry.is_directory(error))
+        listing.folders.push_back(relative);
+    else
         qWarning("Not copied, no file: %s", qUtf8Printable(DiskFiles::text(entry.path())));
-    }
 }
 
 std::optional<QString> makeFolder(const fs::path& folder)
@@ -47,13 +43,13 @@ std::optional<QString> makeFolder(const fs::path& folder)
 
 std::optional<QString> replaceFile(const fs::path& source, const fs::path& target)
 {
-    std::error_code error;
-    if (DiskFiles::exists(target)) {
+    std::error_code error = DiskFiles::copyFile(source, target);
+    if (error == std::errc::file_exists) {
         fs::remove(target, error);
         if (error)
             return problemWith(u"无法覆盖文件：%1"_s, target, error);
+        error = DiskFiles::copyFile(source, target);
     }
-    error = DiskFiles::copyFile(source, target);
     if (error)
         return problemWith(u"复制失败：%1"_s, source, error);
     return {};
@@ -70,10 +66,22 @@ Listing list(const QString& folder)
     std::error_code error;
     fs::recursive_directory_iterator item(root, error);
     for (const fs::recursive_directory_iterator end; !error && item != end; item.increment(error))
-        append(listing, *item, root);
+        append(listing, *item, item->path().lexically_relative(root));
     if (error)
         listing.problem = problemWith(u"复制失败：%1"_s, root, error);
     return listing;
+}
+
+qint64 sizeOf(const QString& folder, const Listing& listing)
+{
+    const fs::path root = DiskFiles::native(folder);
+    qint64 bytes = 0;
+    for (const fs::path& file : listing.files) {
+        std::error_code error;
+        const auto size = fs::file_size(root / file, error);
+        bytes += error ? 0 : static_cast<qint64>(size);
+    }
+    return bytes;
 }
 
 std::optional<QString> copy(const QString& source, const Listing& listing, const QString& target,

@@ -18,7 +18,6 @@ namespace FolderCopy {
 struct Listing {
     std::vector<std::filesystem::path> folders;
     std::vector<std::filesystem::path> files;
-    qint64 bytes = 0; // of all files
     std::optional<QString> problem;
 
     int fileCount() const { return static_cast<int>(files.size()); }
@@ -26,6 +25,9 @@ struct Listing {
 
 /// A folder that does not exist lists as empty.
 Listing list(const QString& folder);
+
+/// Bytes of all files together.
+qint64 sizeOf(const QString& folder, const Listing& listing);
 
 /// Copies what was listed into `target`, which is created where it is missing; a file in the
 /// place of a copied one is replaced. `copied` is called after every file. Stops at the first
