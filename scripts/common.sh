@@ -33,7 +33,7 @@ as_root() {
 install_packages() {
     if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
         say "This system has no apt-get: please see to CMake 3.25, Ninja, a C++20 compiler,"
-        say "Qt 6.4 (Core, Gui, Widgets, Sql with SQLite, Svg, Test), OpenSSL 3 and a Chinese font."
+        say "Qt 6.4 (Core, Gui, Widgets, Sql with SQLite, PrintSupport, Svg, Test), OpenSSL 3 and a Chinese font."
         return 0
     fi
     local package
@@ -58,5 +58,6 @@ build() {
         cat "$log" >&2
         return 1
     fi
+    grep -A 3 'CMake Warning' "$log" >&2 || true
     cmake --build --preset "$1"
 }

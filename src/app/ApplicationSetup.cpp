@@ -1,5 +1,6 @@
 #include "app/ApplicationSetup.h"
 
+#include "services/DocumentPdf.h"
 #include "theme/Logo.h"
 #include "theme/Theme.h"
 #include "widgets/WheelGuard.h"
@@ -17,16 +18,6 @@ using namespace Qt::StringLiterals;
 namespace ApplicationSetup {
 
 namespace {
-
-// Systems without the Microsoft fonts: first the one whose glyphs keep their own code points in
-// PDF files.
-void substituteFonts()
-{
-    const QStringList substitutes { u"Microsoft YaHei"_s, u"PingFang SC"_s,
-        u"WenQuanYi Micro Hei"_s, u"Noto Sans CJK SC"_s };
-    QFont::insertSubstitutions(u"Microsoft YaHei UI"_s, substitutes);
-    QFont::insertSubstitutions(u"Microsoft YaHei"_s, substitutes.mid(1));
-}
 
 void setApplicationFont()
 {
@@ -57,7 +48,7 @@ void keepHomeClean()
 
 void configure(QApplication& app)
 {
-    substituteFonts();
+    DocumentPdf::registerFontSubstitutes();
     setApplicationFont();
     installChineseTexts(app);
     QCoreApplication::setOrganizationName(u"Brixa"_s);

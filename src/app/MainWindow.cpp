@@ -107,7 +107,18 @@ QFrame* MainWindow::buildNavBar()
         layout->addWidget(button);
     }
     layout->addStretch();
-    connect(m_navButtons, &QButtonGroup::idClicked, this, &MainWindow::onNavClicked);
+    // Assistive technology toggles an entry without clicking it. A click on another entry toggles
+    // it too; one on the current entry only clicks.
+    connect(m_navButtons, &QButtonGroup::idToggled, this, [this](int id, bool checked) {
+        if (checked && id != m_pages->currentIndex())
+            onNavClicked(id);
+    });
+    connect(m_navButtons, &QButtonGroup::idPressed, this,
+        [this] { m_pageWhenPressed = m_pages->currentIndex(); });
+    connect(m_navButtons, &QButtonGroup::idClicked, this, [this](int id) {
+        if (id == m_pageWhenPressed)
+            onNavClicked(id);
+    });
     return bar;
 }
 
@@ -193,7 +204,11 @@ void MainWindow::switchToPage(int id, const NavParams& params)
     const QScopedValueRollback switching(m_switching, true);
 
     m_pages->setCurrentIndex(id);
-    m_navButtons->button(id)->setChecked(true);
+    QAbstractButton* button = m_navButtons->button(id);
+    button->setChecked(true);
+    if (const auto* focused = qobject_cast<QAbstractButton*>(focusWidget());
+        focused && m_navButtons->buttons().contains(focused))
+        button->setFocus();
     auto* page = qobject_cast<IPage*>(m_pages->currentWidget());
     m_pageTitle->setText(page->title());
     if (!params.isEmpty())

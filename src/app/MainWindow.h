@@ -45,6 +45,7 @@ private:
     void applyTheme();
 
     bool m_switching = false;
+    int m_pageWhenPressed = -1;
     QButtonGroup* m_navButtons = nullptr;
     QLabel* m_productTitle = nullptr;
     QLabel* m_dataState = nullptr;

@@ -90,8 +90,13 @@ Startup::Verdict Startup::prepareDirectories()
 
 Startup::Verdict Startup::takeLock()
 {
-    if (m_lock.acquire())
+    const InstanceLock::Outcome outcome = m_lock.acquire();
+    if (outcome == InstanceLock::Outcome::Acquired)
         return {};
+    if (outcome == InstanceLock::Outcome::CannotCreate)
+        return failure("data directory cannot be written", u"启动失败"_s,
+            u"无法写入数据目录：%1\n请检查该文件夹的写入权限和磁盘空间。"_s.arg(
+                AppPaths::dataDir()));
     return failure("another instance holds the data directory", u"启动失败"_s,
         u"程序已在运行，请切换到已打开的窗口。"_s);
 }
@@ -101,8 +106,13 @@ Startup::Verdict Startup::openDatabase()
     if (const std::optional<QString> problem = RestoreRepair::run())
         return failure("an interrupted restore cannot be repaired", u"启动失败"_s, *problem);
     DatabaseManager& database = DatabaseManager::instance();
-    if (database.open())
+    if (database.open()) {
+        if (database.isReadOnly())
+            MessageBox::warn(nullptr, u"数据库为只读"_s,
+                u"数据库文件是只读的：可以查看记录，但任何修改都无法保存。\n请检查文件的权限：%1"_s
+                    .arg(AppPaths::databasePath()));
         return {};
+    }
     return failure("database cannot be opened", u"数据库无法打开"_s, database.lastError());
 }
 
@@ -132,6 +142,9 @@ Startup::Verdict Startup::buildWindow()
     m_window = std::make_unique<MainWindow>(createPage);
     if (!finished)
         untilFinished.exec();
+    // Ended by the operating system and not by the splash: the program is to end.
+    if (!finished)
+        return declined;
     return {};
 }
 
@@ -154,7 +167,7 @@ Startup::Verdict Startup::passWizard()
     if (ProfileRules::isComplete(m_profile))
         return {};
     qInfo("Waiting at the first-run wizard");
-    ProfileWizardDialog dialog;
+    ProfileWizardDialog dialog(m_profile);
     if (dialog.exec() != QDialog::Accepted)
         return declined;
     return {};

@@ -1,5 +1,7 @@
 #include "core/InstanceLock.h"
 
+#include <QFileInfo>
+
 InstanceLock::InstanceLock(const QString& path)
     : m_lock(path)
 {
@@ -7,13 +9,17 @@ InstanceLock::InstanceLock(const QString& path)
     m_lock.setStaleLockTime(0);
 }
 
-bool InstanceLock::acquire()
+InstanceLock::Outcome InstanceLock::acquire()
 {
     if (m_lock.isLocked() || m_lock.tryLock(0))
-        return true;
+        return Outcome::Acquired;
+    // To QLockFile a folder in the file's place looks like a lock that is held.
+    if (m_lock.error() != QLockFile::LockFailedError || QFileInfo(m_lock.fileName()).isDir())
+        return Outcome::CannotCreate;
     // QLockFile trusts host name and process number in the file. Removing a stale file tests
     // the operating system's own lock first, which a living holder still has.
-    return m_lock.removeStaleLockFile() && m_lock.tryLock(0);
+    const bool acquired = m_lock.removeStaleLockFile() && m_lock.tryLock(0);
+    return acquired ? Outcome::Acquired : Outcome::HeldByOther;
 }
 
 void InstanceLock::release()

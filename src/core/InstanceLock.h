@@ -10,8 +10,13 @@ class InstanceLock final {
 public:
     explicit InstanceLock(const QString& path);
 
-    /// False when a living process holds the lock, or when the file cannot be created.
-    [[nodiscard]] bool acquire();
+    enum class Outcome {
+        Acquired,
+        HeldByOther, // a living process works on the directory
+        CannotCreate, // the directory cannot be written
+    };
+
+    [[nodiscard]] Outcome acquire();
     void release();
 
 private:

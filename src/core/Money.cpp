@@ -19,9 +19,17 @@ quint64 magnitude(qint64 fen)
 
 QString signedText(qint64 fen, const QString& yuanDigits)
 {
-    const quint64 cents = magnitude(fen) % 100;
-    return u"%1%2.%3"_s.arg(
-        fen < 0 ? u"-"_s : QString(), yuanDigits, QString::number(cents).rightJustified(2, u'0'));
+    // Piece by piece: an export writes an amount per line of the ledger.
+    const auto cents = static_cast<char16_t>(magnitude(fen) % 100);
+    QString text;
+    text.reserve(yuanDigits.size() + 4);
+    if (fen < 0)
+        text += u'-';
+    text += yuanDigits;
+    text += u'.';
+    text += QChar(u'0' + cents / 10);
+    text += QChar(u'0' + cents % 10);
+    return text;
 }
 
 QString grouped(const QString& digits)

@@ -16,6 +16,12 @@ int numberOf(QStringView digits)
     return number;
 }
 
+void putDigits(QString& text, qsizetype begin, qsizetype count, int number)
+{
+    for (qsizetype i = begin + count - 1; i >= begin; --i, number /= 10)
+        text[i] = QChar(u'0' + number % 10);
+}
+
 } // namespace
 
 qsizetype characterCount(QStringView text)
@@ -36,16 +42,28 @@ bool isBlank(const QString& text)
 
 QString dateText(QDate date)
 {
-    return date.toString(u"yyyy-MM-dd");
+    if (!date.isValid())
+        return {};
+    int year = 0;
+    int month = 0;
+    int day = 0;
+    date.getDate(&year, &month, &day);
+    if (year < 1 || year > 9999)
+        return date.toString(u"yyyy-MM-dd");
+    // Digit by digit, as for the way back: a format is read anew for every date.
+    QString text(10, u'-');
+    putDigits(text, 0, 4, year);
+    putDigits(text, 5, 2, month);
+    putDigits(text, 8, 2, day);
+    return text;
 }
 
-QDate dateFromText(const QString& text)
+QDate dateFromText(QStringView text)
 {
     // Digit by digit: parsing by a format takes longer than all the rest of reading a row.
     if (text.size() != 10 || text.at(4) != u'-' || text.at(7) != u'-')
         return {};
-    const QStringView view(text);
-    return QDate(numberOf(view.first(4)), numberOf(view.sliced(5, 2)), numberOf(view.last(2)));
+    return QDate(numberOf(text.first(4)), numberOf(text.sliced(5, 2)), numberOf(text.last(2)));
 }
 
 QString timestampText(const QDateTime& time)

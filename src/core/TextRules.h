@@ -19,7 +19,7 @@ bool isBlank(const QString& text);
 QString dateText(QDate date);
 
 /// The date of a stored "yyyy-MM-dd" text; an invalid date when the text is anything else.
-QDate dateFromText(const QString& text);
+QDate dateFromText(QStringView text);
 
 /// "yyyy-MM-dd HH:mm:ss" in local time, the form of every stored time stamp.
 QString timestampText(const QDateTime& time);

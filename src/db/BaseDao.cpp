@@ -15,6 +15,16 @@ void BaseDao::Conditions::add(
     bindings += { placeholder, value };
 }
 
+BaseDao::Conditions BaseDao::dateRange(QDate from, QDate to)
+{
+    Conditions conditions;
+    if (from.isValid())
+        conditions.add(u" AND trans_date >= :from"_s, u":from"_s, TextRules::dateText(from));
+    if (to.isValid())
+        conditions.add(u" AND trans_date <= :to"_s, u":to"_s, TextRules::dateText(to));
+    return conditions;
+}
+
 QSqlQuery BaseDao::newQuery()
 {
     QSqlQuery query(Connection::current());

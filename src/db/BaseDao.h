@@ -33,6 +33,9 @@ protected:
         void add(const QString& clause, const QString& placeholder, const QVariant& value);
     };
 
+    /// Restricts `trans_date` to a range of days; invalid ones leave it open.
+    static Conditions dateRange(QDate from, QDate to);
+
     BaseDao() = default;
     ~BaseDao() = default;
 
@@ -71,7 +74,7 @@ protected:
             return records;
         const RecordReader<Record> reader(columns, query);
         while (query.next())
-            records.append(reader.current(query));
+            reader.fill(query, records.emplaceBack());
         return records;
     }
 
@@ -83,7 +86,9 @@ protected:
         QSqlQuery query = newQuery();
         if (!run(query, sql, bindings) || !query.next())
             return std::nullopt;
-        return RecordReader<Record>(columns, query).current(query);
+        Record record;
+        RecordReader<Record>(columns, query).fill(query, record);
+        return record;
     }
 
     /// The text for a NOT NULL column, where a null text would be refused.

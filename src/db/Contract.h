@@ -5,6 +5,7 @@
 #include <QDate>
 #include <QString>
 
+/// A contract of a project, with the company as party A.
 struct Contract {
     qint64 id = 0; // 0 until stored
     qint64 projectId = 0;

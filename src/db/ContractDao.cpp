@@ -50,8 +50,7 @@ bool ContractDao::update(const Contract& contract)
 {
     return write(
         u"UPDATE contracts SET project_id = :project_id, name = :name, code = :code, party_b = "
-        ":party_b, amount_fen = :amount_fen, sign_date = :sign_date, status = :status, note = "
-        ":note "
+        ":party_b, amount_fen = :amount_fen, sign_date = :sign_date, status = :status, note = :note "
         "WHERE id = :id"_s,
         bindingsOf(contract) << Binding { u":id"_s, contract.id });
 }
@@ -64,8 +63,7 @@ bool ContractDao::remove(qint64 id)
 QString ContractDao::nextCode()
 {
     return nextSerialCode(u"SELECT COALESCE(MAX(CAST(substr(code, -4) AS INTEGER)), 0) + 1 AS "
-                          u"next_seq FROM contracts "
-                          "WHERE code LIKE :pattern"_s,
+                          "next_seq FROM contracts WHERE code LIKE :pattern"_s,
         u"HT-%1-"_s.arg(QDate::currentDate().year()));
 }
 

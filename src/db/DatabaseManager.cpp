@@ -9,6 +9,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QVariant>
@@ -31,6 +32,21 @@ bool isReadOnlyError(const QSqlError& error)
 {
     // The lowest byte is the primary code, the higher ones refine it.
     return (error.nativeErrorCode().toInt() & 0xff) == sqliteReadOnly;
+}
+
+// SQLite gives the files of the write-ahead log the mode of the database. Those of a file that was
+// read-only stay behind and would keep it read-only for good, even after the owner has made it
+// writable. A log that holds anything is never touched. The caller has no connection open, and the
+// instance lock keeps other processes away.
+void removeReadOnlyLeftovers()
+{
+    const QFileInfo log(AppPaths::databasePath() + u"-wal"_s);
+    const QFileInfo index(AppPaths::databasePath() + u"-shm"_s);
+    if (!index.exists() || index.isWritable() || log.size() > 0)
+        return;
+    QFile::remove(index.filePath());
+    if (log.exists())
+        QFile::remove(log.filePath());
 }
 
 // Asks SQLite itself: permissions, mount options and write-protected media all end here. The
@@ -105,6 +121,7 @@ bool DatabaseManager::open()
 {
     close();
     m_lastError.clear();
+    m_readOnly = false;
     if (!openConnection() || !applyPragmas())
         return false;
     if (!ensureSchema() || !verifyIntegrity())
@@ -121,6 +138,7 @@ void DatabaseManager::close()
         database.close();
     if (QSqlDatabase::contains(Connection::name()))
         QSqlDatabase::removeDatabase(Connection::name());
+    removeReadOnlyLeftovers();
 }
 
 qint64 DatabaseManager::userVersion()
@@ -128,7 +146,7 @@ qint64 DatabaseManager::userVersion()
     return readUserVersion().value_or(0);
 }
 
-bool DatabaseManager::integrityCheck(QString* detail)
+bool DatabaseManager::integrityCheck(QString* detail) const
 {
     QSqlQuery query(Connection::current());
     QString finding;
@@ -156,7 +174,7 @@ bool DatabaseManager::checkpoint()
     return true;
 }
 
-QStringList DatabaseManager::tableNames()
+QStringList DatabaseManager::tableNames() const
 {
     QStringList names;
     QSqlQuery query(Connection::current());

@@ -22,6 +22,9 @@ public:
     /// Harmless when nothing is open.
     void close();
 
+    /// True when the open file can be read but not written.
+    bool isReadOnly() const { return m_readOnly; }
+
     /// The reason of the last failure, for the user.
     QString lastError() const { return m_lastError; }
 
@@ -29,14 +32,14 @@ public:
     qint64 userVersion();
 
     /// SQLite's own check of the whole file; its first finding, or "ok", goes to `detail`.
-    [[nodiscard]] bool integrityCheck(QString* detail = nullptr);
+    [[nodiscard]] bool integrityCheck(QString* detail = nullptr) const;
 
     /// Moves everything from the write-ahead log into the database file, so that the file alone
     /// is complete. True with a warning in the log when another reader kept part of it back.
     [[nodiscard]] bool checkpoint();
 
     /// The tables of the schema by name, without SQLite's own.
-    QStringList tableNames();
+    QStringList tableNames() const;
 
 private:
     DatabaseManager() = default;

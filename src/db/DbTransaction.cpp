@@ -5,8 +5,6 @@
 #include <QSqlError>
 #include <QSqlQuery>
 
-#include <utility>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -34,17 +32,15 @@ bool DbTransaction::commit()
 {
     if (!m_open)
         return false;
-    if (innermostGuard != this) {
+    if (innermostGuard != this)
         m_lastError = u"内层事务尚未结束"_s;
-        rollback();
-        return false;
-    }
-    if (run(m_savepoint.isEmpty() ? u"COMMIT"_s : u"RELEASE "_s + m_savepoint)) {
+    else if (run(m_savepoint.isEmpty() ? u"COMMIT"_s : u"RELEASE "_s + m_savepoint)) {
         end();
         return true;
     }
-    // A failed commit leaves the transaction open; the next one could not begin.
     const QString reason = m_lastError;
+    qWarning("Transaction commit failed: %s", qUtf8Printable(reason));
+    // A failed commit leaves the transaction open; the next one could not begin.
     rollback();
     m_lastError = reason;
     return false;
@@ -56,12 +52,11 @@ void DbTransaction::rollback()
         return;
     // SQLite itself rolls everything back after some errors, a full disk for one. Then there is
     // nothing left to take back, and these statements fail without harm.
-    if (m_savepoint.isEmpty()) {
-        run(u"ROLLBACK"_s);
-    } else {
-        run(u"ROLLBACK TO "_s + m_savepoint);
-        run(u"RELEASE "_s + m_savepoint);
-    }
+    const bool done = m_savepoint.isEmpty()
+        ? run(u"ROLLBACK"_s)
+        : run(u"ROLLBACK TO "_s + m_savepoint) && run(u"RELEASE "_s + m_savepoint);
+    if (!done)
+        qWarning("Transaction rollback failed: %s", qUtf8Printable(m_lastError));
     end();
 }
 

@@ -5,6 +5,7 @@
 /// Holds a database transaction open for a scope: what is not committed when the scope is left
 /// is rolled back. Inside another guard it is a savepoint, so that a service that writes several
 /// rows can itself be part of a larger unit. Guards end in the reverse order of their beginning.
+/// What fails to be committed or rolled back is logged.
 class DbTransaction final {
 public:
     DbTransaction();

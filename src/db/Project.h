@@ -7,6 +7,7 @@
 
 #include <optional>
 
+/// What the company does for a client; ledger entries and contracts belong to it.
 struct Project {
     qint64 id = 0; // 0 until stored
     QString name;

@@ -54,8 +54,7 @@ bool ProjectDao::update(const Project& project)
     return write(
         u"UPDATE projects SET name = :name, code = :code, client_name = :client_name, status = "
         ":status, start_date = :start_date, end_date = :end_date, budget_fen = :budget_fen, "
-        "manager "
-        "= :manager, note = :note WHERE id = :id"_s,
+        "manager = :manager, note = :note WHERE id = :id"_s,
         bindingsOf(project) << Binding { u":id"_s, project.id });
 }
 

@@ -8,7 +8,29 @@
 #include <algorithm>
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 namespace CellValue {
+
+namespace {
+
+// Texts without escapes, as compact JSON writes nearly all of them: then a quote always ends or
+// begins a text. False for everything else, which is left to a real parser.
+bool readPlainArray(QStringView json, QStringList& texts)
+{
+    const auto isSpecial = [](QChar c) { return c == u'\\' || c.unicode() < u' '; };
+    if (json.size() < 4 || !json.startsWith(u"[\"") || !json.endsWith(u"\"]")
+        || std::any_of(json.begin(), json.end(), isSpecial))
+        return false;
+    for (const QStringView text : json.sliced(2, json.size() - 4).tokenize(u"\",\""_s)) {
+        if (text.contains(u'"'))
+            return false;
+        texts += text.toString();
+    }
+    return true;
+}
+
+} // namespace
 
 void read(const QVariant& cell, qint64& field)
 {
@@ -33,15 +55,18 @@ void read(const QVariant& cell, QString& field)
 
 void read(const QVariant& cell, QDate& field)
 {
-    field = TextRules::dateFromText(cell.toString());
+    QString made;
+    field = TextRules::dateFromText(textOf(cell, made));
 }
 
 void read(const QVariant& cell, QStringList& field)
 {
     field.clear();
-    const QString json = cell.toString().trimmed();
-    if (json.isEmpty())
+    QString made;
+    const QStringView json = textOf(cell, made).trimmed();
+    if (json.isEmpty() || readPlainArray(json, field))
         return;
+    field.clear();
     for (const auto& element : QJsonDocument::fromJson(json.toUtf8()).array())
         field += element.toString();
 }

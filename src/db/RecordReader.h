@@ -25,11 +25,22 @@ void read(const QVariant& cell, QString& field);
 void read(const QVariant& cell, QDate& field);
 void read(const QVariant& cell, QStringList& field); // a JSON array of texts
 
+/// The cell's own text where it holds one, so that looking at it copies nothing; else what the
+/// cell reads as, kept in `made`.
+inline QStringView textOf(const QVariant& cell, QString& made)
+{
+    if (cell.typeId() == QMetaType::QString)
+        return *static_cast<const QString*>(cell.constData());
+    made = cell.toString();
+    return made;
+}
+
 template <typename Enum>
 requires std::is_enum_v<Enum>
 void read(const QVariant& cell, Enum& field)
 {
-    field = fromCode<Enum>(cell.toString());
+    QString made;
+    field = fromCode<Enum>(textOf(cell, made));
 }
 
 template <typename Value> void read(const QVariant& cell, std::optional<Value>& field)
@@ -79,13 +90,11 @@ public:
         }
     }
 
-    /// The record of the query's current row.
-    Record current(const QSqlQuery& query) const
+    /// Fills a new record from the query's current row.
+    void fill(const QSqlQuery& query, Record& record) const
     {
-        Record record;
         for (const Cell& cell : m_cells)
             cell.read(query.value(cell.position), record);
-        return record;
     }
 
 private:

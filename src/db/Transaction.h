@@ -34,6 +34,14 @@ struct Transaction {
     QString projectName;
     int voucherCount = 0;
 };
+// Long lists of entries grow without moving every field on its own.
+Q_DECLARE_TYPEINFO(Transaction, Q_RELOCATABLE_TYPE);
+
+/// A movement between company and owner, as the frequency rule sees it.
+struct DatedFlow {
+    qint64 id = 0;
+    QDate date;
+};
 
 /// What a search of the ledger asks for; unset parts do not restrict it.
 struct TransactionFilter {

@@ -2,6 +2,8 @@
 
 #include "core/TextRules.h"
 
+#include <QHash>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -30,6 +32,21 @@ constexpr auto transactionColumns = std::to_array<Column<Transaction>>({
     column<&Transaction::voucherCount>(u"x_voucher_count"),
 });
 
+constexpr auto evaluatedColumns = std::to_array<Column<Transaction>>({
+    column<&Transaction::id>(u"id"),
+    column<&Transaction::direction>(u"direction"),
+    column<&Transaction::amountFen>(u"amount_fen"),
+    column<&Transaction::ownerAccountType>(u"owner_account_type"),
+    column<&Transaction::category>(u"category"),
+    column<&Transaction::note>(u"note"),
+    column<&Transaction::voucherCount>(u"x_voucher_count"),
+});
+
+constexpr auto flowColumns = std::to_array<Column<DatedFlow>>({
+    column<&DatedFlow::id>(u"id"),
+    column<&DatedFlow::date>(u"trans_date"),
+});
+
 constexpr auto totalsColumns = std::to_array<Column<ProjectTotals>>({
     column<&ProjectTotals::incomeFen>(u"income_fen"),
     column<&ProjectTotals::expenseFen>(u"expense_fen"),
@@ -52,6 +69,22 @@ constexpr auto levelColumns = std::to_array<Column<LevelCount>>({
     column<&LevelCount::level>(u"risk_level"),
     column<&LevelCount::count>(u"cnt"),
 });
+
+QString shareholderFlowStatement()
+{
+    return u"SELECT * FROM transactions WHERE category IN "
+           "('shareholder_in','shareholder_out','expense_reimburse') ORDER BY trans_date ASC, id "
+           "ASC"_s;
+}
+
+// The column's value for each level, in the order of the levels.
+QVariantList levelCodes()
+{
+    QVariantList codes;
+    for (const RiskLevel level : allValues<RiskLevel>())
+        codes += codeOf(level);
+    return codes;
+}
 
 qint64& countOf(RiskLevelCounts& counts, RiskLevel level)
 {
@@ -110,12 +143,19 @@ QList<Transaction> TransactionDao::search(const TransactionFilter& filter)
     return readAll<Transaction>(transactionColumns, searchStatement(filter), bindings);
 }
 
+QList<Transaction> TransactionDao::entriesToEvaluate()
+{
+    return readAll<Transaction>(evaluatedColumns, searchStatement({}), {});
+}
+
 QList<Transaction> TransactionDao::listShareholderFlows()
 {
-    return readAll<Transaction>(transactionColumns,
-        u"SELECT * FROM transactions WHERE category IN "
-        "('shareholder_in','shareholder_out','expense_reimburse') ORDER BY trans_date ASC, id ASC"_s,
-        {});
+    return readAll<Transaction>(transactionColumns, shareholderFlowStatement(), {});
+}
+
+QList<DatedFlow> TransactionDao::shareholderFlowDates()
+{
+    return readAll<DatedFlow>(flowColumns, shareholderFlowStatement(), {});
 }
 
 ProjectTotals TransactionDao::projectTotals(qint64 projectId)
@@ -167,10 +207,15 @@ qsizetype TransactionDao::updateAutoRisks(const QList<AutoRisk>& results)
         return 0;
     // The whole ledger is written on every evaluation: what is equal for all rows is made once.
     query.bindValue(u":evaluated"_s, TextRules::currentTimestamp());
+    const QVariantList codes = levelCodes();
+    QHash<QStringList, QVariant> reasonTexts;
     qsizetype written = 0;
     for (const AutoRisk& result : results) {
-        query.bindValue(u":auto_level"_s, codeOf(result.level));
-        query.bindValue(u":reasons"_s, CellValue::fromTexts(result.reasons));
+        auto reasons = reasonTexts.constFind(result.reasons);
+        if (reasons == reasonTexts.cend())
+            reasons = reasonTexts.insert(result.reasons, CellValue::fromTexts(result.reasons));
+        query.bindValue(u":auto_level"_s, codes.at(static_cast<qsizetype>(result.level)));
+        query.bindValue(u":reasons"_s, *reasons);
         query.bindValue(u":id"_s, result.transactionId);
         if (!exec(query))
             break;
@@ -225,16 +270,6 @@ BaseDao::Conditions TransactionDao::conditionsOf(const TransactionFilter& filter
     if (!TextRules::isBlank(filter.keyword))
         conditions.add(u" AND (t.summary LIKE :kw OR t.counterparty_name LIKE :kw)"_s, u":kw"_s,
             containing(filter.keyword.trimmed()));
-    return conditions;
-}
-
-BaseDao::Conditions TransactionDao::dateRange(QDate from, QDate to)
-{
-    Conditions conditions;
-    if (from.isValid())
-        conditions.add(u" AND trans_date >= :from"_s, u":from"_s, TextRules::dateText(from));
-    if (to.isValid())
-        conditions.add(u" AND trans_date <= :to"_s, u":to"_s, TextRules::dateText(to));
     return conditions;
 }
 

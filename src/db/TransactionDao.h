@@ -17,8 +17,13 @@ public:
     std::optional<Transaction> findById(qint64 id);
     /// Newest date first, within a date the entry stored last.
     QList<Transaction> search(const TransactionFilter& filter);
+    /// Every entry in the order of `search`, with only those fields filled that the risk rules
+    /// look at: id, direction, amount, owner's account, category, note and the voucher count.
+    QList<Transaction> entriesToEvaluate();
     /// Entries between company and owner, oldest first.
     QList<Transaction> listShareholderFlows();
+    /// The same entries, of which only number and date are read.
+    QList<DatedFlow> shareholderFlowDates();
 
     ProjectTotals projectTotals(qint64 projectId);
     /// Largest turnover first; invalid dates leave the range open.
@@ -39,6 +44,5 @@ public:
 
 private:
     static Conditions conditionsOf(const TransactionFilter& filter);
-    static Conditions dateRange(QDate from, QDate to);
     static Bindings bindingsOf(const Transaction& entry);
 };

@@ -71,6 +71,13 @@ bool VoucherDao::existsBySha256(const QString& hash)
         > 0;
 }
 
+bool VoucherDao::isFileInUse(const QString& storedPath)
+{
+    return readNumber(u"SELECT COUNT(*) FROM vouchers WHERE stored_path = :p"_s,
+               { { u":p"_s, storedPath } })
+        != 0;
+}
+
 bool VoucherDao::insert(Voucher& voucher)
 {
     return insertRow(

@@ -16,6 +16,9 @@ public:
     int countUnlinked();
     /// Whether a file of this content is archived; false when it cannot be found out.
     bool existsBySha256(const QString& hash);
+    /// Whether a row names this file as its copy; true when it cannot be found out, because a file
+    /// without a row is what may be removed.
+    bool isFileInUse(const QString& storedPath);
 
     /// Stores a new voucher and sets its id.
     [[nodiscard]] bool insert(Voucher& voucher);

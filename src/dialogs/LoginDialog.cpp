@@ -75,10 +75,18 @@ void LoginDialog::onEnter()
 {
     if (!m_waitUntil.hasExpired())
         return;
-    if (Password::verify(m_password->text(), m_secret))
+    switch (Password::verify(m_password->text(), m_secret)) {
+    case Password::Check::Fits:
         accept();
-    else
+        break;
+    case Password::Check::Wrong:
         refuse();
+        break;
+    case Password::Check::CouldNotCheck:
+        setTextRole(m_message, TextRole::Danger);
+        m_message->setText(u"内存不足，无法核对密码。请关闭其他程序后再试。"_s);
+        break;
+    }
 }
 
 void LoginDialog::refuse()
@@ -86,6 +94,7 @@ void LoginDialog::refuse()
     ++m_failures;
     m_password->clear();
     m_password->setFocus();
+    setTextRole(m_message, TextRole::Danger);
     m_message->setText(u"密码不正确，请重新输入。"_s);
     if (const int seconds = m_waitAfter(m_failures); seconds > 0) {
         m_waitUntil.setRemainingTime(std::chrono::seconds(seconds));
@@ -105,5 +114,6 @@ void LoginDialog::updateWait()
         return;
     }
     m_tick.stop();
+    setTextRole(m_message, TextRole::Hint);
     m_message->setText(u"现在可以再次输入密码。"_s);
 }

@@ -54,12 +54,15 @@ void PasswordDialog::buildForm()
 
     auto* rows = new FormRows;
     auto* fields = new PasswordFields(this);
+    const auto add = [&](Field field, const QString& label, const QString& name) {
+        m_fields.insert(field, fields->addRow(rows, label, name));
+    };
     if (m_action != Action::Set)
-        m_current = fields->addRow(rows, u"当前密码"_s, u"currentPassword"_s);
+        add(Field::Current, u"当前密码"_s, u"currentPassword"_s);
     if (m_action != Action::TurnOff) {
-        m_new = fields->addRow(rows, u"新密码"_s, u"newPassword"_s);
-        m_new->setPlaceholderText(u"至少 6 个字符"_s);
-        m_repeated = fields->addRow(rows, u"再次输入"_s, u"repeatedPassword"_s);
+        add(Field::New, u"新密码"_s, u"newPassword"_s);
+        add(Field::Repeated, u"再次输入"_s, u"repeatedPassword"_s);
+        m_fields.value(Field::New)->setPlaceholderText(u"至少 6 个字符"_s);
     }
     fields->addRevealRow(rows);
     body()->addLayout(rows);
@@ -69,54 +72,75 @@ void PasswordDialog::buildForm()
     QPushButton* save = addPrimaryButton(wordingOf(m_action).button.toString(),
         m_action == Action::TurnOff ? ButtonRole::Danger : ButtonRole::Primary);
     connect(save, &QPushButton::clicked, this, &PasswordDialog::onSave);
-    (m_current ? m_current : m_new)->setFocus();
+    m_fields.first()->setFocus();
 }
 
 bool PasswordDialog::hasUnsavedInput() const
 {
-    return m_new && !m_new->text().isEmpty();
+    const QLineEdit* password = m_fields.value(Field::New);
+    return password && !password->text().isEmpty();
 }
 
 void PasswordDialog::onSave()
 {
     // The new password first: it costs nothing to check.
-    if (m_new) {
-        if (const auto problem = Password::firstProblem(m_new->text(), m_repeated->text())) {
+    if (m_action != Action::TurnOff) {
+        const auto problem = Password::firstProblem(
+            m_fields.value(Field::New)->text(), m_fields.value(Field::Repeated)->text());
+        if (problem) {
             warn(*problem);
             return;
         }
     }
-    if (m_current && !currentPasswordFits()) {
-        warn({ Password::Field::Current, u"密码错误"_s, u"当前密码不正确。"_s });
-        return;
-    }
-    if (store())
+    if (ownerIsConfirmed() && store())
         accept();
 }
 
 void PasswordDialog::warn(const FormProblem<Password::Field>& problem)
 {
     MessageBox::warn(this, problem.title, problem.text);
-    QLineEdit* field = problem.field == Password::Field::Current ? m_current
-        : problem.field == Password::Field::New                  ? m_new
-                                                                 : m_repeated;
-    field->setFocus();
-    field->selectAll();
+    if (QLineEdit* field = m_fields.value(problem.field)) {
+        field->setFocus();
+        field->selectAll();
+    }
 }
 
-bool PasswordDialog::currentPasswordFits() const
+bool PasswordDialog::ownerIsConfirmed()
 {
-    const CompanyProfile profile = ProfileDao().load();
-    return Password::verify(
-        m_current->text(), { .hash = profile.passwordHash, .salt = profile.passwordSalt });
+    ProfileDao profiles;
+    const std::optional<CompanyProfile> profile = profiles.find();
+    if (!profile) {
+        MessageBox::warn(this, u"读取失败"_s, u"公司档案无法读取：%1"_s.arg(profiles.lastError()));
+        return false;
+    }
+    if (m_action == Action::Set) {
+        if (!profile->passwordEnabled)
+            return true;
+        MessageBox::warn(this, u"无法设置"_s, u"启动密码已经设置过，请使用“修改密码”。"_s);
+        return false;
+    }
+    switch (Password::verify(m_fields.value(Field::Current)->text(),
+        { .hash = profile->passwordHash, .salt = profile->passwordSalt })) {
+    case Password::Check::Fits:
+        return true;
+    case Password::Check::Wrong:
+        warn({ Field::Current, u"密码错误"_s, u"当前密码不正确。"_s });
+        break;
+    case Password::Check::CouldNotCheck:
+        MessageBox::warn(this, u"无法核对"_s, u"内存不足，无法核对密码。请关闭其他程序后再试。"_s);
+        break;
+    }
+    return false;
 }
 
 bool PasswordDialog::store()
 {
     ProfileDao profiles;
     Password::Secret secret;
-    if (m_new) {
-        const std::optional<Password::Secret> made = Password::makeSecret(m_new->text());
+    const bool enabled = m_action != Action::TurnOff;
+    if (enabled) {
+        const std::optional<Password::Secret> made
+            = Password::makeSecret(m_fields.value(Field::New)->text());
         if (!made) {
             MessageBox::warn(
                 this, u"保存失败"_s, u"无法生成密码信息，可能是内存不足，请稍后重试。"_s);
@@ -124,7 +148,7 @@ bool PasswordDialog::store()
         }
         secret = *made;
     }
-    if (profiles.setPassword(m_new != nullptr, secret.hash, secret.salt))
+    if (profiles.setPassword(enabled, secret.hash, secret.salt))
         return true;
     MessageBox::warn(this, u"保存失败"_s, u"启动密码无法保存：%1"_s.arg(profiles.lastError()));
     return false;

@@ -3,6 +3,8 @@
 #include "dialogs/FormDialog.h"
 #include "services/Password.h"
 
+#include <QMap>
+
 class QLineEdit;
 
 /// Sets, changes or turns off the start-up password; the current one is asked for where there is
@@ -19,14 +21,17 @@ protected:
     bool hasUnsavedInput() const override;
 
 private:
+    using Field = Password::Field;
+
     void buildForm();
     void onSave();
     void warn(const FormProblem<Password::Field>& problem);
-    bool currentPasswordFits() const;
+    /// Whether whoever sits here may change the password; shows why not.
+    bool ownerIsConfirmed();
     bool store();
 
     const Action m_action;
-    QLineEdit* m_current = nullptr; // not when a password is set for the first time
-    QLineEdit* m_new = nullptr; // not when it is turned off
-    QLineEdit* m_repeated = nullptr;
+    // Without the current password when one is set for the first time, without the new one when it
+    // is turned off.
+    QMap<Field, QLineEdit*> m_fields;
 };

@@ -12,9 +12,9 @@
 
 using namespace Qt::StringLiterals;
 
-ProfileDialog::ProfileDialog(QWidget* parent)
+ProfileDialog::ProfileDialog(const CompanyProfile& profile, QWidget* parent)
     : FormDialog(u"公司档案"_s, parent)
-    , m_profile(ProfileDao().load())
+    , m_profile(profile)
 {
     setObjectName(u"ProfileDialog"_s);
     buildForm();
@@ -28,10 +28,8 @@ void ProfileDialog::buildForm()
 {
     auto* rows = new FormRows;
     m_form = new ProfileForm(this);
-    using Text = ProfileForm::Text;
-    for (const Text text : { Text::CompanyName, Text::CreditCode, Text::ShareholderName,
-             Text::BankName, Text::BankAccount, Text::Address, Text::Phone })
-        m_form->addRow(rows, text);
+    for (const ProfileRules::FieldRow& row : ProfileRules::fieldRows)
+        m_form->addRow(rows, row.field);
     body()->addLayout(rows);
     body()->addStretch();
 

@@ -10,7 +10,8 @@ class ProfileDialog final : public FormDialog {
     Q_OBJECT
 
 public:
-    explicit ProfileDialog(QWidget* parent = nullptr);
+    /// `profile` as it was read from the database; the dialog never starts from defaults.
+    explicit ProfileDialog(const CompanyProfile& profile, QWidget* parent = nullptr);
 
 protected:
     bool hasUnsavedInput() const override;

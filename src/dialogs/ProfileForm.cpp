@@ -5,58 +5,72 @@
 
 #include <QLabel>
 #include <QLineEdit>
-#include <QSignalBlocker>
+#include <QValidator>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
+using ProfileRules::Field;
 
 namespace {
 
-struct TextRow {
-    QString CompanyProfile::*member;
+struct EditorRow {
     QStringView objectName;
-    QStringView label;
     QStringView placeholder;
     Required required;
 };
 
-// In the order of ProfileForm::Text.
-constexpr auto textRows = std::to_array<TextRow>({
-    { &CompanyProfile::companyName, u"companyName", u"公司名称",
-        u"营业执照上的全称，如：杭州山岚设计有限公司", Required::Yes },
-    { &CompanyProfile::creditCode, u"creditCode", u"统一社会信用代码", u"18 位，见营业执照",
-        Required::No },
-    { &CompanyProfile::shareholderName, u"shareholderName", u"股东姓名", u"与身份证一致",
-        Required::Yes },
-    { &CompanyProfile::bankName, u"bankName", u"开户银行", u"如：招商银行杭州文三支行",
-        Required::No },
-    { &CompanyProfile::bankAccount, u"bankAccount", u"对公账号", u"公司基本户账号", Required::No },
-    { &CompanyProfile::address, u"address", u"公司地址", u"注册地址或经营地址", Required::No },
-    { &CompanyProfile::phone, u"phone", u"联系电话", u"手机或座机", Required::No },
+// In the order of the fields.
+constexpr auto editorRows = std::to_array<EditorRow>({
+    { u"companyName", u"营业执照上的全称，如：杭州山岚设计有限公司", Required::Yes },
+    { u"creditCode", u"18 位，见营业执照", Required::No },
+    { u"shareholderName", u"与身份证一致", Required::Yes },
+    { u"bankName", u"如：招商银行杭州文三支行", Required::No },
+    { u"bankAccount", u"公司基本户账号", Required::No },
+    { u"address", u"注册地址或经营地址", Required::No },
+    { u"phone", u"手机或座机", Required::No },
 });
+static_assert(editorRows.size() == ProfileRules::fieldRows.size());
+
+const EditorRow& editorRow(Field field)
+{
+    return editorRows.at(static_cast<std::size_t>(field));
+}
+
+// Changes the letters as they are typed, so that undoing stays possible.
+class Capitals final : public QValidator {
+public:
+    using QValidator::QValidator;
+
+    State validate(QString& input, int&) const override
+    {
+        input = input.toUpper();
+        return Acceptable;
+    }
+};
 
 } // namespace
 
 ProfileForm::ProfileForm(QWidget* parent)
     : QObject(parent)
 {
-    static_assert(textRows.size() == textCount);
-    for (std::size_t i = 0; i < textCount; ++i) {
+    for (const ProfileRules::FieldRow& row : ProfileRules::fieldRows) {
         auto* edit = new QLineEdit(parent);
-        edit->setObjectName(textRows.at(i).objectName.toString());
-        edit->setPlaceholderText(textRows.at(i).placeholder.toString());
-        m_edits.at(i) = edit;
+        edit->setObjectName(editorRow(row.field).objectName.toString());
+        edit->setPlaceholderText(editorRow(row.field).placeholder.toString());
+        m_edits.insert(row.field, edit);
     }
+    m_edits.value(Field::CreditCode)->setValidator(new Capitals(this));
 }
 
-void ProfileForm::addRow(FormRows* rows, Text text)
+void ProfileForm::addRow(FormRows* rows, Field field)
 {
-    const TextRow& row = textRows.at(static_cast<std::size_t>(text));
-    QLineEdit* field = edit(text);
-    if (text == Text::CreditCode)
-        rows->addWrappedRow(row.label.toString(), withRemark(field), field, row.required);
+    const QString label
+        = ProfileRules::fieldRows.at(static_cast<std::size_t>(field)).label.toString();
+    QLineEdit* edit = m_edits.value(field);
+    if (field == Field::CreditCode)
+        rows->addWrappedRow(label, withRemark(edit), edit, editorRow(field).required);
     else
-        rows->addRow(row.label.toString(), field, row.required);
+        rows->addRow(label, edit, editorRow(field).required);
 }
 
 QWidget* ProfileForm::withRemark(QLineEdit* edit)
@@ -77,37 +91,29 @@ QWidget* ProfileForm::withRemark(QLineEdit* edit)
     return column;
 }
 
-void ProfileForm::checkCreditCode(const QString& typed)
+void ProfileForm::checkCreditCode(const QString& code)
 {
-    QLineEdit* field = edit(Text::CreditCode);
-    if (const QString capitals = typed.toUpper(); capitals != typed) {
-        const QSignalBlocker silent(field);
-        const int cursor = field->cursorPosition();
-        field->setText(capitals);
-        field->setCursorPosition(cursor);
-    }
-    const QString remark = ProfileRules::creditCodeRemark(typed);
+    const QString remark = ProfileRules::creditCodeRemark(code);
     m_creditCodeRemark->setText(remark);
     m_creditCodeRemark->setVisible(!remark.isEmpty());
 }
 
 void ProfileForm::show(const CompanyProfile& profile)
 {
-    for (std::size_t i = 0; i < textCount; ++i)
-        m_edits.at(i)->setText(profile.*textRows.at(i).member);
+    for (const ProfileRules::FieldRow& row : ProfileRules::fieldRows)
+        m_edits.value(row.field)->setText(profile.*row.text);
 }
 
 CompanyProfile ProfileForm::edited(CompanyProfile profile) const
 {
-    for (std::size_t i = 0; i < textCount; ++i)
-        profile.*textRows.at(i).member = m_edits.at(i)->text();
+    for (const ProfileRules::FieldRow& row : ProfileRules::fieldRows)
+        profile.*row.text = m_edits.value(row.field)->text();
     return ProfileRules::normalized(profile);
 }
 
-void ProfileForm::focus(ProfileRules::Field field)
+void ProfileForm::focus(Field field)
 {
-    QLineEdit* target = edit(
-        field == ProfileRules::Field::CompanyName ? Text::CompanyName : Text::ShareholderName);
-    target->setFocus();
-    target->selectAll();
+    QLineEdit* edit = m_edits.value(field);
+    edit->setFocus();
+    edit->selectAll();
 }

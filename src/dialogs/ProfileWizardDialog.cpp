@@ -5,6 +5,7 @@
 #include "dialogs/ProfileForm.h"
 #include "dialogs/ThresholdForm.h"
 #include "services/ProfileRules.h"
+#include "services/RiskService.h"
 #include "widgets/FormRows.h"
 #include "widgets/MessageBox.h"
 #include "widgets/TextRole.h"
@@ -22,7 +23,7 @@ namespace {
 enum Step { Welcome, Company, Account };
 
 constexpr auto stepNames
-    = std::to_array<QStringView>({ u"欢迎使用 Brixa", u"公司与股东", u"对公账户与风险阈值" });
+    = std::to_array<QStringView>({ u"欢迎使用 Brixa", u"公司与股东", u"对公账户与风险提醒标准" });
 constexpr int lastStep = static_cast<int>(stepNames.size()) - 1;
 
 QLabel* paragraph(const QString& text, QWidget* parent)
@@ -47,9 +48,9 @@ QWidget* stepWith(FormRows* rows, const QString& introduction, QWidget* parent)
 
 } // namespace
 
-ProfileWizardDialog::ProfileWizardDialog(QWidget* parent)
+ProfileWizardDialog::ProfileWizardDialog(const CompanyProfile& profile, QWidget* parent)
     : FormDialog(u"初始设置"_s, parent)
-    , m_profile(ProfileDao().load())
+    , m_profile(profile)
     , m_form(new ProfileForm(this))
     , m_thresholds(new ThresholdForm(this))
 {
@@ -74,7 +75,7 @@ ProfileWizardDialog::ProfileWizardDialog(QWidget* parent)
     connect(m_back, &QPushButton::clicked, this, [this] { goTo(m_steps->currentIndex() - 1); });
     connect(m_next, &QPushButton::clicked, this, &ProfileWizardDialog::onNext);
     goTo(Welcome);
-    resize(600, 520);
+    resize(600, 480);
 }
 
 QWidget* ProfileWizardDialog::buildWelcome()
@@ -105,21 +106,22 @@ QWidget* ProfileWizardDialog::buildWelcome()
 QWidget* ProfileWizardDialog::buildCompany()
 {
     auto* rows = new FormRows;
-    using Text = ProfileForm::Text;
-    for (const Text text :
-        { Text::CompanyName, Text::CreditCode, Text::ShareholderName, Text::Address, Text::Phone })
-        m_form->addRow(rows, text);
+    using ProfileRules::Field;
+    for (const Field field : { Field::CompanyName, Field::CreditCode, Field::ShareholderName,
+             Field::Address, Field::Phone })
+        m_form->addRow(rows, field);
     return stepWith(
-        rows, u"这些信息会写进系统起草的文书，请与营业执照保持一致。标 * 的为必填项。"_s, this);
+        rows, u"以下信息会写入软件起草的文书，请与营业执照保持一致。标 * 的为必填项。"_s, this);
 }
 
 QWidget* ProfileWizardDialog::buildAccount()
 {
     auto* rows = new FormRows;
-    m_form->addRow(rows, ProfileForm::Text::BankName);
-    m_form->addRow(rows, ProfileForm::Text::BankAccount);
+    m_form->addRow(rows, ProfileRules::Field::BankName);
+    m_form->addRow(rows, ProfileRules::Field::BankAccount);
     m_thresholds->addRows(rows);
-    return stepWith(rows, u"对公账户可以稍后补填。风险阈值已给出常用值，一般不需要修改。"_s, this);
+    return stepWith(
+        rows, u"对公账户可以稍后补填。风险提醒标准已给出常用值，一般不需要修改。"_s, this);
 }
 
 void ProfileWizardDialog::goTo(int step)
@@ -130,10 +132,11 @@ void ProfileWizardDialog::goTo(int step)
             QString::number(step + 1), QString::number(lastStep + 1)));
     m_back->setVisible(step != Welcome);
     m_next->setText(step == lastStep ? u"完成"_s : u"下一步"_s);
-    if (step == Company)
-        m_form->focus(ProfileRules::Field::CompanyName);
-    else
+    if (step == Welcome)
         m_next->setFocus();
+    else
+        m_form->focus(
+            step == Company ? ProfileRules::Field::CompanyName : ProfileRules::Field::BankName);
 }
 
 void ProfileWizardDialog::onNext()
@@ -161,6 +164,8 @@ void ProfileWizardDialog::save()
 {
     ProfileDao profiles;
     if (profiles.save(edited())) {
+        // An older ledger may lack nothing but the names, and the thresholds may have changed.
+        RiskService().reevaluateAll();
         accept();
         return;
     }

@@ -17,7 +17,8 @@ class ProfileWizardDialog final : public FormDialog {
     Q_OBJECT
 
 public:
-    explicit ProfileWizardDialog(QWidget* parent = nullptr);
+    /// `profile` as it was read from the database; the wizard never starts from defaults.
+    explicit ProfileWizardDialog(const CompanyProfile& profile, QWidget* parent = nullptr);
 
 protected:
     bool hasUnsavedInput() const override;

@@ -35,9 +35,9 @@ void ThresholdForm::addRows(FormRows* rows)
     rows->addRow(u"大额转账标准"_s, m_largeAmount, Required::No,
         u"达到此金额且没有凭证、备注不足 5 字的流水会被标为预警。"_s);
     rows->addRow(
-        u"频繁互转窗口"_s, m_windowDays, Required::No, u"在这么多天之内的公私往来放在一起看。"_s);
+        u"频繁互转统计天数"_s, m_windowDays, Required::No, u"统计连续多少天内的公私往来。"_s);
     rows->addRow(u"频繁互转笔数"_s, m_count, Required::No,
-        u"窗口内达到这个笔数且没有往来决定书的，会被标为中风险。"_s);
+        u"在上述天数内达到这个笔数且没有往来决定书的，会被标为中风险。"_s);
 }
 
 void ThresholdForm::show(const CompanyProfile& profile)

@@ -4,9 +4,14 @@
 #include "db/ProfileDao.h"
 #include "dialogs/DisclaimerDialog.h"
 #include "dialogs/ProfileDialog.h"
+#include "dialogs/ThresholdForm.h"
+#include "services/ProfileRules.h"
+#include "services/RiskService.h"
 #include "theme/Theme.h"
+#include "widgets/Banner.h"
 #include "widgets/ButtonRole.h"
 #include "widgets/Card.h"
+#include "widgets/FormRows.h"
 #include "widgets/MessageBox.h"
 #include "widgets/TextRole.h"
 #include "widgets/Toast.h"
@@ -26,21 +31,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct ProfileRow {
-    QStringView label;
-    QString CompanyProfile::*text;
-};
-
-constexpr auto profileRows = std::to_array<ProfileRow>({
-    { u"公司名称", &CompanyProfile::companyName },
-    { u"统一社会信用代码", &CompanyProfile::creditCode },
-    { u"股东姓名", &CompanyProfile::shareholderName },
-    { u"开户银行", &CompanyProfile::bankName },
-    { u"对公账号", &CompanyProfile::bankAccount },
-    { u"公司地址", &CompanyProfile::address },
-    { u"联系电话", &CompanyProfile::phone },
-});
-
 QLabel* plainLabel(const QString& text, QWidget* parent)
 {
     auto* label = new QLabel(text, parent);
@@ -59,9 +49,18 @@ SettingsPage::SettingsPage(QWidget* parent)
     auto* column = new QVBoxLayout(content);
     column->setContentsMargins(24, 20, 24, 24);
     column->setSpacing(16);
+    m_unreadable = new Banner(BannerKind::Danger, content);
+    m_unreadable->hide();
+    column->addWidget(m_unreadable);
+    m_stored = new QWidget(content);
+    auto* cards = new QVBoxLayout(m_stored);
+    cards->setContentsMargins(0, 0, 0, 0);
+    cards->setSpacing(16);
     for (Card* card :
-        { buildProfileCard(), buildAppearanceCard(), buildPasswordCard(), buildAboutCard() })
-        column->addWidget(card);
+        { buildProfileCard(), buildThresholdCard(), buildAppearanceCard(), buildPasswordCard() })
+        cards->addWidget(card);
+    column->addWidget(m_stored);
+    column->addWidget(buildAboutCard());
     column->addStretch();
 
     auto* scroll = new QScrollArea(this);
@@ -75,7 +74,7 @@ SettingsPage::SettingsPage(QWidget* parent)
 Card* SettingsPage::buildProfileCard()
 {
     auto* card = new Card(u"公司档案"_s, this);
-    card->setHint(u"写进系统起草的文书，请与营业执照保持一致。"_s);
+    card->setHint(u"以下信息会写入软件起草的文书，请与营业执照保持一致。"_s);
     QPushButton* edit = makeButton(u"编辑档案"_s, ButtonRole::Default, card);
     edit->setObjectName(u"editProfile"_s);
     card->addHeadWidget(edit);
@@ -84,7 +83,8 @@ Card* SettingsPage::buildProfileCard()
     auto* rows = new QFormLayout;
     rows->setHorizontalSpacing(24);
     rows->setVerticalSpacing(8);
-    for (const ProfileRow& row : profileRows) {
+    rows->setContentsMargins(0, 4, 0, 0);
+    for (const ProfileRules::FieldRow& row : ProfileRules::fieldRows) {
         QLabel* name = plainLabel(row.label.toString(), card);
         setTextRole(name, TextRole::Hint);
         QLabel* value = plainLabel({}, card);
@@ -94,6 +94,29 @@ Card* SettingsPage::buildProfileCard()
         rows->addRow(name, value);
     }
     card->body()->addLayout(rows);
+    return card;
+}
+
+Card* SettingsPage::buildThresholdCard()
+{
+    auto* card = new Card(u"风险提醒标准"_s, this);
+    card->setHint(u"保存后会按新的标准重新判断全部流水。"_s);
+    m_thresholds = new ThresholdForm(card);
+    auto* rows = new FormRows;
+    m_thresholds->addRows(rows);
+    card->body()->addLayout(rows);
+
+    auto* line = new QHBoxLayout;
+    line->setSpacing(8);
+    QPushButton* save = makeButton(u"保存标准"_s, ButtonRole::Primary, card);
+    QPushButton* defaults = makeButton(u"恢复默认"_s, ButtonRole::Default, card);
+    line->addWidget(save);
+    line->addWidget(defaults);
+    line->addStretch();
+    card->body()->addLayout(line);
+    connect(save, &QPushButton::clicked, this, &SettingsPage::onSaveThresholds);
+    connect(
+        defaults, &QPushButton::clicked, this, [this] { m_thresholds->show(CompanyProfile()); });
     return card;
 }
 
@@ -167,19 +190,36 @@ Card* SettingsPage::buildAboutCard()
 
 void SettingsPage::refresh()
 {
-    m_profile = ProfileDao().load();
+    // Showing defaults in the place of what is stored would invite the user to save them.
+    const std::optional<CompanyProfile> profile = readProfile();
+    m_stored->setEnabled(profile.has_value());
+    if (!profile)
+        return;
+    m_profile = *profile;
     showProfile();
     showPassword();
+    m_thresholds->show(m_profile);
     QAbstractButton* current
         = m_themes->button(static_cast<int>(fromCode<ThemeMode>(m_profile.themeMode)));
     const QSignalBlocker silent(current);
     current->setChecked(true);
 }
 
+std::optional<CompanyProfile> SettingsPage::readProfile()
+{
+    ProfileDao profiles;
+    std::optional<CompanyProfile> profile = profiles.find();
+    m_unreadable->setVisible(!profile);
+    if (!profile)
+        m_unreadable->setText(u"公司档案无法读取：%1"_s.arg(profiles.lastError()));
+    return profile;
+}
+
 void SettingsPage::showProfile()
 {
     for (qsizetype i = 0; i < m_profileValues.size(); ++i) {
-        const QString text = m_profile.*profileRows.at(static_cast<std::size_t>(i)).text;
+        const QString text
+            = m_profile.*ProfileRules::fieldRows.at(static_cast<std::size_t>(i)).text;
         m_profileValues.at(i)->setText(TextRules::isBlank(text) ? u"未填写"_s : text);
     }
 }
@@ -197,11 +237,30 @@ void SettingsPage::showPassword()
 
 void SettingsPage::onEditProfile()
 {
-    ProfileDialog dialog(this);
+    const std::optional<CompanyProfile> profile = readProfile();
+    if (!profile)
+        return;
+    ProfileDialog dialog(*profile, this);
     if (dialog.exec() != QDialog::Accepted)
         return;
     refresh();
     Toast::show(window(), u"公司档案已保存"_s);
+}
+
+void SettingsPage::onSaveThresholds()
+{
+    const std::optional<CompanyProfile> profile = readProfile();
+    if (!profile)
+        return;
+    ProfileDao profiles;
+    if (!profiles.save(m_thresholds->edited(*profile))) {
+        MessageBox::warn(
+            this, u"保存失败"_s, u"风险提醒标准无法保存：%1"_s.arg(profiles.lastError()));
+        return;
+    }
+    RiskService().reevaluateAll();
+    refresh();
+    Toast::show(window(), u"标准已保存，风险已重算"_s);
 }
 
 void SettingsPage::onThemeChosen(int mode)

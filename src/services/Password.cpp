@@ -98,15 +98,17 @@ std::optional<Secret> makeSecret(const QString& password)
         .salt = QString::fromLatin1(salt.toHex()) };
 }
 
-bool verify(const QString& password, const Secret& secret)
+Check verify(const QString& password, const Secret& secret)
 {
     const std::optional<StoredKey> stored = parsedHash(secret.hash);
     const QByteArray salt = QByteArray::fromHex(secret.salt.toLatin1());
     if (!stored || salt.size() != saltLength)
-        return false;
+        return Check::Wrong;
     const QByteArray key = derivedKey(password, salt, stored->cost);
-    return key.size() == keyLength
-        && CRYPTO_memcmp(key.constData(), stored->key.constData(), keyLength) == 0;
+    if (key.size() != keyLength)
+        return Check::CouldNotCheck;
+    return CRYPTO_memcmp(key.constData(), stored->key.constData(), keyLength) == 0 ? Check::Fits
+                                                                                   : Check::Wrong;
 }
 
 int waitSecondsAfter(int failures)

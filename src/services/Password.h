@@ -19,8 +19,14 @@ struct Secret {
 /// second, so that trying many passwords is slow). Nothing when the machine has no memory left.
 [[nodiscard]] std::optional<Secret> makeSecret(const QString& password);
 
-/// Whether the password belongs to the secret. A secret of unknown form fits no password.
-[[nodiscard]] bool verify(const QString& password, const Secret& secret);
+enum class Check {
+    Fits,
+    Wrong, // also when the secret has an unknown form
+    CouldNotCheck, // not enough memory: says nothing about the password
+};
+
+/// Whether the password belongs to the secret.
+[[nodiscard]] Check verify(const QString& password, const Secret& secret);
 
 /// Seconds to wait before the next try: none for up to four failures, then 5, doubling up to 300.
 int waitSecondsAfter(int failures);

@@ -24,10 +24,8 @@ bool isComplete(const CompanyProfile& profile)
 
 CompanyProfile normalized(CompanyProfile profile)
 {
-    for (QString CompanyProfile::*text :
-        { &CompanyProfile::companyName, &CompanyProfile::shareholderName, &CompanyProfile::bankName,
-            &CompanyProfile::bankAccount, &CompanyProfile::address, &CompanyProfile::phone })
-        profile.*text = (profile.*text).trimmed();
+    for (const FieldRow& row : fieldRows)
+        profile.*row.text = (profile.*row.text).trimmed();
     profile.creditCode = CreditCode::normalized(profile.creditCode);
     return profile;
 }

@@ -3,12 +3,38 @@
 #include "db/CompanyProfile.h"
 #include "services/FormProblem.h"
 
+#include <array>
 #include <optional>
 
 /// What a company profile must hold before the program can draft documents from it.
 namespace ProfileRules {
 
-enum class Field { CompanyName, ShareholderName };
+/// The texts of a profile, in the order in which forms and pages show them.
+enum class Field {
+    CompanyName,
+    CreditCode,
+    ShareholderName,
+    BankName,
+    BankAccount,
+    Address,
+    Phone
+};
+
+struct FieldRow {
+    Field field;
+    QString CompanyProfile::*text;
+    QStringView label; // Chinese
+};
+
+inline constexpr auto fieldRows = std::to_array<FieldRow>({
+    { Field::CompanyName, &CompanyProfile::companyName, u"公司名称" },
+    { Field::CreditCode, &CompanyProfile::creditCode, u"统一社会信用代码" },
+    { Field::ShareholderName, &CompanyProfile::shareholderName, u"股东姓名" },
+    { Field::BankName, &CompanyProfile::bankName, u"开户银行" },
+    { Field::BankAccount, &CompanyProfile::bankAccount, u"对公账号" },
+    { Field::Address, &CompanyProfile::address, u"公司地址" },
+    { Field::Phone, &CompanyProfile::phone, u"联系电话" },
+});
 
 /// The first required name that is missing; nothing when the profile may be saved.
 std::optional<FormProblem<Field>> firstProblem(const CompanyProfile& profile);

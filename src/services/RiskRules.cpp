@@ -62,8 +62,18 @@ RiskResult evaluate(const Transaction& entry, const Circumstances& circumstances
     return result;
 }
 
+Frequency frequencyOf(const CompanyProfile& profile)
+{
+    Frequency frequency;
+    if (profile.frequentWindowDays > 0)
+        frequency.windowDays = profile.frequentWindowDays;
+    if (profile.frequentCount > 0)
+        frequency.count = profile.frequentCount;
+    return frequency;
+}
+
 QHash<qint64, int> frequentGroups(
-    const QList<Flow>& flows, const QSet<qint64>& covered, int windowDays, int count)
+    const QList<Flow>& flows, const QSet<qint64>& covered, const Frequency& frequency)
 {
     QList<Flow> dated;
     dated.reserve(flows.size());
@@ -74,7 +84,7 @@ QHash<qint64, int> frequentGroups(
     // ever move forward.
     QList<qsizetype> begins(dated.size());
     for (qsizetype i = 0, begin = 0; i < dated.size(); ++i) {
-        const QDate earliest = dated.at(i).date.addDays(1 - windowDays);
+        const QDate earliest = dated.at(i).date.addDays(1 - frequency.windowDays);
         while (dated.at(begin).date < earliest)
             ++begin;
         begins[i] = begin;
@@ -93,7 +103,7 @@ QHash<qint64, int> frequentGroups(
             ends.pop_back();
         ends.push_back(j);
         const qsizetype largest = sizeAt(ends.front());
-        if (largest >= count && !covered.contains(dated.at(j).id))
+        if (largest >= frequency.count && !covered.contains(dated.at(j).id))
             sizes.insert(dated.at(j).id, static_cast<int>(largest));
     }
     return sizes;

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "db/CompanyProfile.h"
 #include "db/Transaction.h"
 
-#include <QDate>
 #include <QHash>
 #include <QList>
 #include <QSet>
@@ -30,19 +30,25 @@ struct Circumstances {
 
 /// The level and the reasons of one entry. The most severe rule that fired gives the level; the
 /// reasons of all of them are kept.
-RiskResult evaluate(const Transaction& entry, const Circumstances& circumstances);
+[[nodiscard]] RiskResult evaluate(const Transaction& entry, const Circumstances& circumstances);
 
-/// A movement between company and owner, as the frequency rule sees it.
-struct Flow {
-    qint64 id = 0;
-    QDate date;
+using Flow = DatedFlow;
+
+/// The frequency thresholds of a profile; what is not above 0 gives way to 30 days and 3 flows.
+struct Frequency {
+    int windowDays = 30;
+    int count = 3;
+
+    bool operator==(const Frequency&) const = default;
 };
+[[nodiscard]] Frequency frequencyOf(const CompanyProfile& profile);
 
 /// The flows that belong to a group of at least `count` within `windowDays` calendar days, with
-/// the size of their largest group. `flows` are sorted by date, then id; those in `covered` count
-/// for the size of a group but are never part of the result. Flows without a valid date belong to
-/// no group. Linear in the number of flows.
-QHash<qint64, int> frequentGroups(
-    const QList<Flow>& flows, const QSet<qint64>& covered, int windowDays, int count);
+/// the size of their largest group. A group ends with one of its flows, on that flow's own day.
+/// `flows` are sorted by date, then id; those in `covered` count for the size of a group but are
+/// never part of the result. Flows without a valid date belong to no group. Linear in the number of
+/// flows.
+[[nodiscard]] QHash<qint64, int> frequentGroups(
+    const QList<Flow>& flows, const QSet<qint64>& covered, const Frequency& frequency);
 
 } // namespace RiskRules

@@ -7,31 +7,23 @@
 
 namespace {
 
-constexpr int defaultWindowDays = 30;
-constexpr int defaultCount = 3;
-
-struct Thresholds {
-    qint64 largeAmountFen;
-    int windowDays;
-    int count;
-};
-
-Thresholds storedThresholds()
+QList<AutoRisk> evaluated(const QList<Transaction>& entries, const CompanyProfile& profile,
+    const QHash<qint64, int>& flagged)
 {
-    const CompanyProfile profile = ProfileDao().load();
-    return { .largeAmountFen = profile.largeAmountFen,
-        .windowDays
-        = profile.frequentWindowDays > 0 ? profile.frequentWindowDays : defaultWindowDays,
-        .count = profile.frequentCount > 0 ? profile.frequentCount : defaultCount };
-}
-
-QHash<qint64, int> flaggedFlows(const Thresholds& thresholds)
-{
-    QList<RiskRules::Flow> flows;
-    for (const Transaction& entry : TransactionDao().listShareholderFlows())
-        flows.append({ .id = entry.id, .date = entry.transDate });
-    return RiskRules::frequentGroups(
-        flows, LinkDao().fundDecisionTransactionIds(), thresholds.windowDays, thresholds.count);
+    const int windowDays = RiskRules::frequencyOf(profile).windowDays;
+    QList<AutoRisk> results;
+    results.reserve(entries.size());
+    for (const Transaction& entry : entries) {
+        const int groupSize = flagged.value(entry.id, 0);
+        RiskRules::RiskResult result = RiskRules::evaluate(entry,
+            { .voucherCount = entry.voucherCount,
+                .inFrequentGroup = groupSize > 0,
+                .groupSize = groupSize,
+                .largeAmountFen = profile.largeAmountFen,
+                .windowDays = windowDays });
+        results.append({ entry.id, result.level, std::move(result.reasons) });
+    }
+    return results;
 }
 
 } // namespace
@@ -53,33 +45,22 @@ void RiskService::reevaluateAll()
             qUtf8Printable(transaction.lastError()));
         return;
     }
-    const Thresholds thresholds = storedThresholds();
-    const QHash<qint64, int> flagged = flaggedFlows(thresholds);
-
     TransactionDao entries;
-    QList<AutoRisk> results;
-    for (const Transaction& entry : entries.search({})) {
-        const int groupSize = flagged.value(entry.id, 0);
-        RiskRules::RiskResult result = RiskRules::evaluate(entry,
-            { .voucherCount = entry.voucherCount,
-                .inFrequentGroup = groupSize > 0,
-                .groupSize = groupSize,
-                .largeAmountFen = thresholds.largeAmountFen,
-                .windowDays = thresholds.windowDays });
-        results.append({ entry.id, result.level, std::move(result.reasons) });
-    }
+    const CompanyProfile profile = ProfileDao().load();
+    const QHash<qint64, int> flagged = RiskRules::frequentGroups(entries.shareholderFlowDates(),
+        LinkDao().fundDecisionTransactionIds(), RiskRules::frequencyOf(profile));
+    const QList<AutoRisk> results = evaluated(entries.entriesToEvaluate(), profile, flagged);
 
     const qsizetype written = entries.updateAutoRisks(results);
-    if (!transaction.commit()) {
-        qWarning("RiskService: the evaluation could not be stored: %s",
-            qUtf8Printable(transaction.lastError()));
-        return;
-    }
-    if (written < results.size()) {
+    const bool isComplete = written == results.size();
+    if (!isComplete)
         qWarning("RiskService: updateRisk failed for tx %lld: %s",
             results.at(written).transactionId, qUtf8Printable(entries.lastError()));
-        return;
-    }
-    qInfo("RiskService reevaluateAll done: %lld rows, %lld frequent-group flagged",
-        static_cast<qint64>(written), static_cast<qint64>(flagged.size()));
+    // Also after a failure: entries that were written keep their new result.
+    if (!transaction.commit())
+        qWarning("RiskService: the evaluation could not be stored: %s",
+            qUtf8Printable(transaction.lastError()));
+    else if (isComplete)
+        qInfo("RiskService reevaluateAll done: %lld rows, %lld frequent-group flagged",
+            static_cast<qint64>(written), static_cast<qint64>(flagged.size()));
 }

@@ -8,7 +8,7 @@ class RiskService final {
 public:
     /// Level and reasons that an entry would get if it were saved now, as far as it can be judged
     /// alone: whether it belongs to a group of frequent transfers only the full evaluation knows.
-    RiskRules::RiskResult evaluateInstant(const Transaction& entry, int voucherCount);
+    [[nodiscard]] RiskRules::RiskResult evaluateInstant(const Transaction& entry, int voucherCount);
 
     /// Re-evaluates every entry of the ledger and stores the automatic level and its reasons; a
     /// manual override stays in force above them. Works inside an open database transaction and

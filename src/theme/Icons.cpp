@@ -14,6 +14,8 @@ namespace Icons {
 
 namespace {
 
+constexpr int smallestFineIcon = 32;
+
 QString pathOf(QStringView name)
 {
     return u":/brixa/icons/%1.svg"_s.arg(name);
@@ -65,8 +67,13 @@ QIcon icon(QStringView name, Token token)
 
 QPixmap pixmap(QStringView name, Token token, int size, qreal dpr)
 {
+    return pixmap(name, Theme::instance().color(token), size, dpr);
+}
+
+QPixmap pixmap(QStringView name, const QColor& color, int size, qreal dpr)
+{
     const QSize deviceSize = QSizeF(size * dpr, size * dpr).toSize();
-    QPixmap result = SvgPainter::render(pathOf(name), Theme::instance().color(token), deviceSize);
+    QPixmap result = SvgPainter::render(pathOf(name), color, deviceSize, size >= smallestFineIcon);
     result.setDevicePixelRatio(dpr);
     return result;
 }
@@ -78,6 +85,7 @@ QStringList names()
     const QStringList files = QDir(u":/brixa/icons"_s).entryList({ u"*.svg"_s }, QDir::Files);
     for (const QString& file : files)
         result.append(file.chopped(4));
+    result.sort();
     return result;
 }
 

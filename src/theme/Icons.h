@@ -16,6 +16,7 @@ QIcon icon(QStringView name, Token token = Token::TextSecondary);
 
 /// A picture in the colours of the present theme; `size` is in device-independent pixels.
 QPixmap pixmap(QStringView name, Token token, int size, qreal dpr);
+QPixmap pixmap(QStringView name, const QColor& color, int size, qreal dpr);
 
 /// All names, sorted.
 QStringList names();

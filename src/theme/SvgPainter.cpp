@@ -13,7 +13,7 @@ namespace SvgPainter {
 
 namespace {
 
-QByteArray colouredDrawing(const QString& path, const QColor& color)
+QByteArray drawingWith(const QString& path, const QColor& color, bool fine)
 {
     ThemeResources::ensure();
     QFile file(path);
@@ -21,7 +21,11 @@ QByteArray colouredDrawing(const QString& path, const QColor& color)
         qWarning("There is no drawing %s", qUtf8Printable(path));
         return {};
     }
-    return file.readAll().replace("currentColor", color.name().toLatin1());
+    QByteArray drawing = file.readAll();
+    drawing.replace("currentColor", color.name().toLatin1());
+    if (fine)
+        drawing.replace("stroke-width=\"1.75\"", "stroke-width=\"1.25\"");
+    return drawing;
 }
 
 QRectF centred(QSizeF drawing, QSize canvas)
@@ -34,15 +38,16 @@ QRectF centred(QSizeF drawing, QSize canvas)
 
 } // namespace
 
-QPixmap render(const QString& path, const QColor& color, QSize deviceSize)
+QPixmap render(const QString& path, const QColor& color, QSize deviceSize, bool fine)
 {
-    const QString key = u"brixa:%1:%2:%3x%4"_s.arg(path, color.name(),
-        QString::number(deviceSize.width()), QString::number(deviceSize.height()));
+    const QString key
+        = u"brixa:%1:%2:%3x%4:%5"_s.arg(path, color.name(), QString::number(deviceSize.width()),
+            QString::number(deviceSize.height()), fine ? u"fine"_s : u"regular"_s);
     QPixmap pixmap;
     if (QPixmapCache::find(key, &pixmap))
         return pixmap;
     QSvgRenderer drawing;
-    if (deviceSize.isEmpty() || !drawing.load(colouredDrawing(path, color)))
+    if (deviceSize.isEmpty() || !drawing.load(drawingWith(path, color, fine)))
         return {};
     pixmap = QPixmap(deviceSize);
     pixmap.fill(Qt::transparent);

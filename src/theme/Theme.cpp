@@ -3,6 +3,7 @@
 #include "theme/StyleSheet.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QPalette>
 #include <QStyle>
 #include <QToolTip>
@@ -62,6 +63,28 @@ QPalette paletteFor(ThemeMode mode)
     return palette;
 }
 
+// A label lays its text out once, in the link colour of that moment.
+void recolourLinks(QLabel* label)
+{
+    const QString text = label->text();
+    const bool rich = label->textFormat() == Qt::RichText
+        || (label->textFormat() == Qt::AutoText && Qt::mightBeRichText(text));
+    if (!rich || !text.contains(u"<a "_s))
+        return;
+    label->clear();
+    label->setText(text);
+}
+
+void repaintEverything()
+{
+    const QWidgetList widgets = QApplication::allWidgets();
+    for (QWidget* widget : widgets) {
+        if (auto* label = qobject_cast<QLabel*>(widget))
+            recolourLinks(label);
+        widget->update();
+    }
+}
+
 } // namespace
 
 Theme& Theme::instance()
@@ -81,9 +104,7 @@ void Theme::apply(ThemeMode mode)
     QToolTip::setPalette(palette);
     qApp->setStyleSheet(styleSheetFor(mode));
     emit changed();
-    const QWidgetList widgets = QApplication::allWidgets();
-    for (QWidget* widget : widgets)
-        widget->update();
+    repaintEverything();
 }
 
 QColor Theme::color(Token token) const

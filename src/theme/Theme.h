@@ -13,8 +13,8 @@ public:
 
     ThemeMode mode() const { return m_mode; }
 
-    /// Sets style, palette and style sheet of the application; every visible widget is repainted
-    /// in the new colours before control returns to the event loop.
+    /// Sets style, palette and style sheet of the application and repaints every widget in the
+    /// new colours, links in labels included.
     void apply(ThemeMode mode);
 
     QColor color(Token token) const;

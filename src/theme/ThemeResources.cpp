@@ -1,6 +1,6 @@
 #include "theme/ThemeResources.h"
 
-#include <QDir>
+#include <QtGlobal>
 
 // Q_INIT_RESOURCE declares a function and therefore cannot stand inside a namespace.
 static void initThemeResources()

@@ -19,7 +19,7 @@ constexpr double largestInput = 999'999'999.99;
 
 bool isNoise(QChar c)
 {
-    return c == u',' || c == u'，' || c == u'¥' || c == u'￥' || c.isSpace();
+    return QStringView(u",，¥￥元").contains(c) || c.isSpace();
 }
 
 QChar halfWidth(QChar c)

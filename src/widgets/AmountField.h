@@ -2,8 +2,9 @@
 
 #include <QDoubleSpinBox>
 
-/// An amount in yuan with two decimals. Grouping commas, full-width digits and blanks, as they
-/// come from bank statements and input methods, are understood and tidied away.
+/// An amount in yuan with two decimals. Grouping commas, signs of the currency, blanks and
+/// full-width digits, as they come from bank statements and input methods, are understood and
+/// tidied away.
 class AmountField final : public QDoubleSpinBox {
     Q_OBJECT
 

@@ -22,6 +22,9 @@ QLabel* makeText(QWidget* parent)
     label->setObjectName(u"BannerText"_s);
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
+    // One line is as high as the buttons beside it; several keep clear of the border.
+    label->setContentsMargins(0, 6, 0, 6);
+    label->setMinimumHeight(32);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     return label;
 }
@@ -56,8 +59,6 @@ Banner::Banner(BannerKind kind, QWidget* parent)
     row->addWidget(m_label, 1);
     row->addWidget(m_action);
     row->addWidget(m_close);
-    // One height with and without buttons.
-    m_label->setMinimumHeight(m_action->sizeHint().height());
     m_action->hide();
     m_close->hide();
     setKind(kind);

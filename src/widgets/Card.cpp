@@ -42,6 +42,8 @@ Card::Card(const QString& title, QWidget* parent)
     column->addWidget(m_hint);
     column->addLayout(m_body, 1);
     m_hint->hide();
+    m_title->setObjectName(u"CardTitle"_s);
+    m_hint->setObjectName(u"CardHint"_s);
     setTitle(title);
 }
 

@@ -4,6 +4,7 @@
 #include "widgets/IconLabel.h"
 #include "widgets/TextRole.h"
 
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -21,8 +22,6 @@ QLabel* makeLabel(QWidget* parent)
     label->setTextFormat(Qt::PlainText);
     label->setAlignment(Qt::AlignCenter);
     label->setWordWrap(true);
-    label->setMinimumWidth(textWidth);
-    label->setMaximumWidth(textWidth);
     return label;
 }
 
@@ -40,19 +39,27 @@ EmptyState::EmptyState(
     setTextRole(m_text, TextRole::Hint);
     m_action->setObjectName(u"EmptyStateAction"_s);
 
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(24, 24, 24, 24);
+    // A column of fixed width: the layout asks a wrapping label for its height by the width that
+    // it really gets.
+    auto* content = new QWidget(this);
+    content->setFixedWidth(textWidth);
+    auto* column = new QVBoxLayout(content);
+    column->setContentsMargins(0, 24, 0, 24);
     column->setSpacing(0);
     column->addStretch();
     column->addWidget(
         new IconLabel(iconName, Token::TextTertiary, iconSize, this), 0, Qt::AlignHCenter);
     column->addSpacing(16);
-    column->addWidget(m_title, 0, Qt::AlignHCenter);
+    column->addWidget(m_title);
     column->addSpacing(8);
-    column->addWidget(m_text, 0, Qt::AlignHCenter);
+    column->addWidget(m_text);
     column->addSpacing(16);
     column->addWidget(m_action, 0, Qt::AlignHCenter);
     column->addStretch();
+    auto* layout = new QHBoxLayout(this);
+    layout->addStretch();
+    layout->addWidget(content);
+    layout->addStretch();
 
     setTexts(title, text);
     m_action->hide();

@@ -52,7 +52,7 @@ FormRow FormRows::addWrappedRow(
 {
     FormRow row = hint.isEmpty() ? FormRow { .cell = wrapper } : cellWithHint(wrapper, hint);
     row.label = new FieldLabel(label, required);
-    row.label->setMinimumHeight(fieldHeight);
+    row.label->setFixedHeight(fieldHeight);
     row.label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     row.label->nameField(field);
     if (!hint.isEmpty())

@@ -1,43 +1,96 @@
 #include "widgets/MessageBox.h"
 
-#include "theme/Icons.h"
 #include "widgets/BannerKind.h"
+#include "widgets/IconLabel.h"
 
-#include <QMessageBox>
+#include <QAccessible>
+#include <QDialog>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr int iconSize = 32;
+constexpr int narrowestText = 280;
+constexpr int widestText = 440;
+constexpr int narrowestButton = 88;
 
-void prepare(QMessageBox& box, BannerKind kind, const QString& title, const QString& text)
+QLabel* makeText(const QString& text, QWidget* parent)
 {
-    box.setObjectName(u"MessageBox"_s);
-    box.setWindowTitle(title);
-    box.setTextFormat(Qt::PlainText);
-    box.setText(text);
-    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    box.setIconPixmap(
-        Icons::pixmap(codeOf(kind), textTokenOf(kind), iconSize, box.devicePixelRatio()));
+    auto* label = new QLabel(text, parent);
+    label->setObjectName(u"MessageText"_s);
+    label->setTextFormat(Qt::PlainText);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    // Wrapped at a width that suits the text; a path without blanks may still need more.
+    label->ensurePolished();
+    const int natural = label->sizeHint().width();
+    label->setWordWrap(natural > widestText);
+    label->setMinimumWidth(std::clamp(natural, narrowestText, widestText));
+    return label;
 }
 
-QPushButton* addButton(
-    QMessageBox& box, const QString& text, QMessageBox::ButtonRole place, ButtonRole role)
-{
-    QPushButton* button = box.addButton(text, place);
-    setButtonRole(button, role);
-    return button;
-}
+// A dialog of our own: the layout of Qt's message boxes cuts long Chinese lines under a style
+// sheet.
+class Box final : public QDialog {
+public:
+    Box(QWidget* parent, BannerKind kind, const QString& title, const QString& text)
+        : QDialog(parent)
+        , m_buttons(new QHBoxLayout)
+    {
+        setObjectName(u"MessageBox"_s);
+        setWindowTitle(title);
+        setAccessibleDescription(text);
+        auto* grid = new QGridLayout(this);
+        grid->setContentsMargins(24, 24, 24, 20);
+        grid->setHorizontalSpacing(16);
+        grid->setVerticalSpacing(24);
+        grid->setSizeConstraint(QLayout::SetFixedSize);
+        grid->addWidget(
+            new IconLabel(codeOf(kind), textTokenOf(kind), iconSize, this), 0, 0, Qt::AlignTop);
+        grid->addWidget(makeText(text, this), 0, 1, Qt::AlignVCenter);
+        grid->addLayout(m_buttons, 1, 0, 1, 2);
+        m_buttons->setSpacing(8);
+        m_buttons->addStretch();
+    }
+
+    QPushButton* addButton(const QString& text, ButtonRole role)
+    {
+        QPushButton* button = makeButton(text, role, this);
+        button->setMinimumWidth(narrowestButton);
+        m_buttons->addWidget(button);
+        return button;
+    }
+
+    void setDefault(QPushButton* button)
+    {
+        button->setDefault(true);
+        button->setFocus();
+    }
+
+protected:
+    void showEvent(QShowEvent* event) override
+    {
+        QDialog::showEvent(event);
+        QAccessibleEvent alert(this, QAccessible::Alert);
+        QAccessible::updateAccessibility(&alert);
+    }
+
+private:
+    QHBoxLayout* m_buttons;
+};
 
 void tell(QWidget* parent, BannerKind kind, const QString& title, const QString& text)
 {
-    QMessageBox box(parent);
-    prepare(box, kind, title, text);
-    QPushButton* accept = addButton(box, u"确定"_s, QMessageBox::AcceptRole, ButtonRole::Primary);
-    box.setDefaultButton(accept);
-    box.setEscapeButton(accept);
+    Box box(parent, kind, title, text);
+    QPushButton* accept = box.addButton(u"确定"_s, ButtonRole::Primary);
+    QObject::connect(accept, &QPushButton::clicked, &box, &QDialog::accept);
+    box.setDefault(accept);
     box.exec();
 }
 
@@ -64,14 +117,13 @@ bool ask(QWidget* parent, const QString& title, const QString& text, const QStri
     const QString& rejectText, ButtonRole acceptRole)
 {
     const bool destructive = acceptRole == ButtonRole::Danger;
-    QMessageBox box(parent);
-    prepare(box, destructive ? BannerKind::Warning : BannerKind::Info, title, text);
-    QPushButton* accept = addButton(box, acceptText, QMessageBox::AcceptRole, acceptRole);
-    QPushButton* reject = addButton(box, rejectText, QMessageBox::RejectRole, ButtonRole::Default);
-    box.setDefaultButton(destructive ? reject : accept);
-    box.setEscapeButton(reject);
-    box.exec();
-    return box.clickedButton() == accept;
+    Box box(parent, destructive ? BannerKind::Warning : BannerKind::Info, title, text);
+    QPushButton* accept = box.addButton(acceptText, acceptRole);
+    QPushButton* reject = box.addButton(rejectText, ButtonRole::Default);
+    QObject::connect(accept, &QPushButton::clicked, &box, &QDialog::accept);
+    QObject::connect(reject, &QPushButton::clicked, &box, &QDialog::reject);
+    box.setDefault(destructive ? reject : accept);
+    return box.exec() == QDialog::Accepted;
 }
 
 } // namespace MessageBox

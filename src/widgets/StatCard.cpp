@@ -5,7 +5,7 @@
 #include "widgets/Painting.h"
 
 #include <QAccessibleWidget>
-#include <QEvent>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -165,6 +165,14 @@ bool StatCard::event(QEvent* event)
 bool StatCard::hitButton(const QPoint& position) const
 {
     return m_navigable && rect().contains(position);
+}
+
+void StatCard::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        click();
+    else
+        QAbstractButton::keyPressEvent(event);
 }
 
 void StatCard::paintEvent(QPaintEvent*)

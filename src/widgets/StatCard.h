@@ -30,6 +30,7 @@ public:
 protected:
     bool event(QEvent* event) override;
     bool hitButton(const QPoint& position) const override;
+    void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:

@@ -1,6 +1,7 @@
 #include "widgets/Toast.h"
 
 #include "theme/Icons.h"
+#include "theme/Theme.h"
 
 #include <QEvent>
 #include <QPainter>
@@ -20,6 +21,14 @@ constexpr int widestToast = 560;
 
 // Who just stopped reading still gets a moment.
 constexpr int shownAfterHoverMs = 1500;
+
+// A toast is dark in the light theme and light in the dark one, so its icon takes the colour that
+// the other theme uses.
+QColor iconColorOf(BannerKind kind)
+{
+    const bool light = Theme::instance().mode() == ThemeMode::Light;
+    return tokenColor(textTokenOf(kind), light ? ThemeMode::Dark : ThemeMode::Light);
+}
 
 // Oldest first.
 QList<Toast*> visibleToasts(const QWidget* window)
@@ -63,6 +72,7 @@ Toast::Toast(QWidget* window, const QString& text, BannerKind kind)
     setText(text);
     setAccessibleName(u"%1：%2"_s.arg(labelOf(kind), text));
     m_timer.setSingleShot(true);
+    m_timer.setTimerType(Qt::PreciseTimer);
     connect(&m_timer, &QTimer::timeout, this, &Toast::dismiss);
     window->installEventFilter(this);
 }
@@ -105,7 +115,7 @@ void Toast::paintEvent(QPaintEvent* event)
     QLabel::paintEvent(event);
     QPainter painter(this);
     painter.drawPixmap(iconLeft, (height() - iconSize) / 2,
-        Icons::pixmap(codeOf(m_kind), textTokenOf(m_kind), iconSize, devicePixelRatio()));
+        Icons::pixmap(codeOf(m_kind), iconColorOf(m_kind), iconSize, devicePixelRatio()));
 }
 
 void Toast::dismiss()

@@ -1,9 +1,11 @@
 #include "widgets/ViewStyle.h"
 
 #include "theme/Theme.h"
+#include "widgets/RowDelegate.h"
 
 #include <QCalendarWidget>
 #include <QHeaderView>
+#include <QLocale>
 #include <QTableView>
 #include <QTextCharFormat>
 
@@ -30,6 +32,7 @@ namespace ViewStyle {
 void setUpTable(QTableView* table, const QString& accessibleName)
 {
     table->setAccessibleName(accessibleName);
+    table->setItemDelegate(new RowDelegate(table));
     table->setAlternatingRowColors(true);
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -46,6 +49,7 @@ void setUpTable(QTableView* table, const QString& accessibleName)
 
 void setUpCalendar(QCalendarWidget* calendar)
 {
+    calendar->setLocale(QLocale(QLocale::Chinese, QLocale::China));
     calendar->setFirstDayOfWeek(Qt::Monday);
     calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     calendar->setGridVisible(false);

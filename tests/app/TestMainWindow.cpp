@@ -9,6 +9,7 @@
 #include "theme/Theme.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QLabel>
 #include <QPushButton>
 #include <QStackedWidget>
@@ -147,6 +148,21 @@ void TestMainWindow::everyPageIsReachedByButtonAndKey()
     QVERIFY(!button->isChecked());
     QTest::keyClick(&recorded.window, static_cast<Qt::Key>(Qt::Key_1 + id), Qt::ControlModifier);
     QTRY_COMPARE(recorded.current(), id);
+}
+
+void TestMainWindow::assistiveTechnologySwitchesPages()
+{
+    Recorded recorded;
+    QAccessibleInterface* entry
+        = QAccessible::queryAccessibleInterface(navButtons(recorded.window).at(1));
+    entry->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    QCOMPARE(recorded.current(), 1);
+    const QStringList expected { u"1 refresh"_s, u"1 actions"_s };
+    QCOMPARE(recorded.journal, expected);
+    navButtons(recorded.window).at(2)->click();
+    QCOMPARE(recorded.journal.count(u"2 refresh"_s), 1);
+    navButtons(recorded.window).at(2)->click();
+    QVERIFY2(recorded.journal.count(u"2 refresh"_s) == 2, "a click on the current entry refreshes");
 }
 
 void TestMainWindow::parametersArriveBeforeTheRefresh()

@@ -11,6 +11,7 @@ private slots:
     void startsOnTheDashboard();
     void everyPageIsReachedByButtonAndKey_data();
     void everyPageIsReachedByButtonAndKey();
+    void assistiveTechnologySwitchesPages();
     void parametersArriveBeforeTheRefresh();
     void unknownPagesAreIgnored_data();
     void unknownPagesAreIgnored();

@@ -2,26 +2,16 @@
 #include "db/DatabaseManager.h"
 #include "db/ProfileDao.h"
 #include "support/TestCase.h"
+#include "support/TestFile.h"
 
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
-}
-
-bool put(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-}
 
 // The program in a folder of its own, with a home directory of its own.
 class PortableFolder {
@@ -48,7 +38,7 @@ public:
         QString text;
         const QDir logs(dataDir() + u"/logs"_s);
         for (const QString& name : logs.entryList(QDir::Files, QDir::Name))
-            text += QString::fromUtf8(contentOf(logs.filePath(name)));
+            text += QString::fromUtf8(TestFile::bytesOf(logs.filePath(name)));
         return text;
     }
 
@@ -69,6 +59,7 @@ public:
         environment.insert(u"QT_FORCE_STDERR_LOGGING"_s, u"1"_s);
         m_process.setProcessEnvironment(environment);
         m_process.start(folder.program(), {});
+        m_process.waitForStarted();
     }
     ~Run() { kill(); }
 
@@ -128,6 +119,8 @@ class TestProgram final : public TestCase {
 private slots:
     void aFirstStartLeavesNothingBehind();
     void aFamiliarOwnerSeesTheWindow();
+    void theEndMayComeAtAnyMoment_data();
+    void theEndMayComeAtAnyMoment();
     void aPasswordIsNeverPassedBy();
     void aSecondStartIsTurnedAway();
     void aCrashNeverKeepsTheOwnerOut();
@@ -149,8 +142,11 @@ void TestProgram::aFirstStartLeavesNothingBehind()
         QStringList());
     const QString log = folder.log();
     QVERIFY(log.contains(u"Brixa starting, data dir: "_s));
-    for (const QString& tag : { u" WARN "_s, u" ERROR "_s, u" FATAL "_s })
-        QVERIFY2(!log.contains(tag), qUtf8Printable(log));
+    // The offscreen platform complains about itself.
+    static const QRegularExpression trouble(
+        u"^.{19} (WARN |ERROR|FATAL) (?!This plugin does not support).*$"_s,
+        QRegularExpression::MultilineOption);
+    QCOMPARE(trouble.match(log).captured(), QString());
     QCOMPARE(QDir(folder.dataDir() + u"/logs"_s).entryList(QDir::Files).size(), 1);
 }
 
@@ -162,6 +158,26 @@ void TestProgram::aFamiliarOwnerSeesTheWindow()
     QVERIFY2(run.reaches("Main window shown"), run.output());
     QVERIFY(!run.output().contains("Waiting at"));
     QCOMPARE(run.terminate(), 0);
+    QCOMPARE(folder.dataFiles(), QStringList { u"brixa.db"_s });
+}
+
+void TestProgram::theEndMayComeAtAnyMoment_data()
+{
+    QTest::addColumn<int>("milliseconds");
+    QTest::newRow("as the data are opened") << 0;
+    QTest::newRow("while the splash shows") << 500;
+}
+
+void TestProgram::theEndMayComeAtAnyMoment()
+{
+    QFETCH(int, milliseconds);
+    const PortableFolder folder;
+    QVERIFY(makeFamiliarDatabase(folder.database(), false));
+    Run run(folder);
+    QVERIFY2(run.reaches("Brixa starting"), run.output());
+    QTest::qWait(milliseconds);
+    QCOMPARE(run.terminate(), 0);
+    QVERIFY2(!run.output().contains("Main window shown"), run.output());
     QCOMPARE(folder.dataFiles(), QStringList { u"brixa.db"_s });
 }
 
@@ -180,11 +196,11 @@ void TestProgram::aSecondStartIsTurnedAway()
     const PortableFolder folder;
     Run first(folder);
     QVERIFY2(first.reaches("Waiting at the disclaimer"), first.output());
-    const QByteArray bytes = contentOf(folder.database());
+    const QByteArray bytes = TestFile::bytesOf(folder.database());
     Run second(folder);
     QVERIFY2(second.reaches("another instance holds the data directory"), second.output());
     QCOMPARE(second.terminate(), 1);
-    QCOMPARE(contentOf(folder.database()), bytes);
+    QCOMPARE(TestFile::bytesOf(folder.database()), bytes);
     QCOMPARE(first.terminate(), 0);
 }
 
@@ -206,22 +222,22 @@ void TestProgram::aMissingDataDirectoryEndsTheProgram()
 {
     const PortableFolder folder;
     QVERIFY(QDir().rmdir(folder.dataDir()));
-    QVERIFY(put(folder.dataDir(), "a file in the directory's place"));
+    QVERIFY(TestFile::put(folder.dataDir(), "a file in the directory's place"));
     Run run(folder);
     QVERIFY2(run.reaches("data directory cannot be created"), run.output());
     QCOMPARE(run.terminate(), 1);
-    QCOMPARE(contentOf(folder.dataDir()), QByteArray("a file in the directory's place"));
+    QCOMPARE(TestFile::bytesOf(folder.dataDir()), QByteArray("a file in the directory's place"));
 }
 
 void TestProgram::anUnreadableDatabaseKeepsItsBytes()
 {
     const PortableFolder folder;
     const QByteArray garbage(8192, 'x');
-    QVERIFY(put(folder.database(), garbage));
+    QVERIFY(TestFile::put(folder.database(), garbage));
     Run run(folder);
     QVERIFY2(run.reaches("database cannot be opened"), run.output());
     QCOMPARE(run.terminate(), 1);
-    QCOMPARE(contentOf(folder.database()), garbage);
+    QCOMPARE(TestFile::bytesOf(folder.database()), garbage);
     QCOMPARE(folder.dataFiles(), QStringList { u"brixa.db"_s });
 }
 

@@ -17,7 +17,7 @@ forbid() {
 
 # may_include FOLDER LAYER…: our own headers come from these folders only.
 may_include() {
-    local folder=$1 allowed
+    local folder=$1 allowed found
     [ -d "$folder" ] || return 0
     allowed=$(IFS='|'; echo "$*")
     found=$(grep -rnE '^#include "' "$folder" | grep -vE "#include \"($allowed)/")
@@ -45,15 +45,15 @@ for folder in *; do
 done
 
 forbid "message boxes belong to the windows" 'QMessageBox|QDialog' core db
-forbid "message boxes have our own button texts: use MessageBox" \
-    'QMessageBox::(information|warning|critical|question|about)' .
+forbid "message boxes are built by MessageBox" 'QMessageBox' theme widgets dialogs pages app
 forbid "nothing is sent anywhere" \
-    'Q(Tcp|Udp|Local|Abstract|Ssl)(Socket|Server)|QNetwork|QHttp|QWebSocket|Qt6::Network|sys/socket' .
+    'Q(Tcp|Udp|Local|Abstract|Ssl)(Socket|Server)|QNetwork|QHttp|QWebSocket|QDBus|https?://' .
+forbid "nothing is sent anywhere" '<(sys/socket|netinet/|arpa/|netdb|curl/)' .
 forbid "settings live in the profile row" 'QSettings' core db services theme widgets dialogs pages
 
-settings=$(grep -rnE 'QSettings' --include='*.cpp' --include='*.h' . | grep -vE '#include|//' |
-    grep -cvE 'QSettings::setPath')
-[ "$settings" -eq 0 ] || { echo "QSettings may only be redirected, never used"; failed=1; }
+settings=$(grep -rnE 'QSettings' --include='*.cpp' --include='*.h' . |
+    grep -vE ':#include <QSettings>$|: +QSettings::setPath\(')
+[ -z "$settings" ] || { printf 'QSettings may only be redirected:\n%s\n' "$settings"; failed=1; }
 
 forbid "signals are connected by member pointers" '\b(SIGNAL|SLOT)\(' .
 exit $failed

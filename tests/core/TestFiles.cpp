@@ -3,6 +3,7 @@
 #include "core/AppPaths.h"
 #include "core/InstanceLock.h"
 #include "core/SafeFile.h"
+#include "support/TestFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -16,18 +17,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
-}
-
-bool put(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-}
 
 // A process that holds the lock until its input closes or it is killed.
 class LockHolder {
@@ -73,7 +62,7 @@ void TestFiles::aFileInAFoldersPlaceIsAFailure()
 {
     QVERIFY(QDir(AppPaths::voucherAssetsDir()).removeRecursively());
     QVERIFY(QDir(AppPaths::logsDir()).removeRecursively());
-    QVERIFY(put(AppPaths::voucherAssetsDir(), "in the way"));
+    QVERIFY(TestFile::put(AppPaths::voucherAssetsDir(), "in the way"));
     QVERIFY(!AppPaths::ensureDirs());
     QVERIFY2(QDir(AppPaths::logsDir()).exists(), "the later folders are created all the same");
 }
@@ -113,7 +102,7 @@ void TestFiles::safeWriteReplacesTheWholeFile()
     const QString path = AppPaths::exportsDir() + u"/报表.csv"_s;
     QVERIFY(SafeFile::write(path, "a longer first content"));
     QVERIFY(SafeFile::write(path, "second"));
-    QCOMPARE(contentOf(path), QByteArray("second"));
+    QCOMPARE(TestFile::bytesOf(path), QByteArray("second"));
     QCOMPARE(QDir(AppPaths::exportsDir()).entryList(QDir::Files).size(), 1);
 }
 
@@ -147,7 +136,7 @@ void TestFiles::aFullDiskKeepsTheOldFile()
     QVERIFY(!written);
     QVERIFY(!error.isEmpty());
     QVERIFY2(smallWritten, "the next file that fits is written");
-    QCOMPARE(contentOf(path), QByteArray("old"));
+    QCOMPARE(TestFile::bytesOf(path), QByteArray("old"));
     QCOMPARE(QDir(AppPaths::exportsDir()).entryList(QDir::Files).size(), 2);
 #endif
 }
@@ -159,12 +148,12 @@ void TestFiles::aLivingHolderKeepsOthersOut()
         const LockHolder holder(path);
         QCOMPARE(holder.answer(), QByteArray("held"));
         InstanceLock second(path);
-        QVERIFY(!second.acquire());
+        QCOMPARE(second.acquire(), InstanceLock::Outcome::HeldByOther);
         const LockHolder third(path);
         QCOMPARE(third.answer(), QByteArray("refused"));
     }
     InstanceLock after(path);
-    QVERIFY(after.acquire());
+    QCOMPARE(after.acquire(), InstanceLock::Outcome::Acquired);
     after.release();
     QVERIFY(!QFile::exists(path));
 }
@@ -190,8 +179,17 @@ void TestFiles::aStaleLockNeverKeepsTheOwnerOut()
         holder.kill();
         QVERIFY(QFile::exists(path));
     } else {
-        QVERIFY(put(path, left));
+        QVERIFY(TestFile::put(path, left));
     }
     InstanceLock lock(path);
-    QVERIFY(lock.acquire());
+    QCOMPARE(lock.acquire(), InstanceLock::Outcome::Acquired);
+}
+
+void TestFiles::aLockThatCannotBeWrittenIsNotTakenForAnotherStart()
+{
+    InstanceLock withoutFolder(AppPaths::dataDir() + u"/missing/brixa.lock"_s);
+    QCOMPARE(withoutFolder.acquire(), InstanceLock::Outcome::CannotCreate);
+    QVERIFY(QDir().mkpath(AppPaths::instanceLockPath()));
+    InstanceLock behindFolder(AppPaths::instanceLockPath());
+    QCOMPARE(behindFolder.acquire(), InstanceLock::Outcome::CannotCreate);
 }

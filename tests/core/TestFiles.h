@@ -17,4 +17,5 @@ private slots:
     void aLivingHolderKeepsOthersOut();
     void aStaleLockNeverKeepsTheOwnerOut_data();
     void aStaleLockNeverKeepsTheOwnerOut();
+    void aLockThatCannotBeWrittenIsNotTakenForAnotherStart();
 };

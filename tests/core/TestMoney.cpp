@@ -205,3 +205,22 @@ void TestMoney::charactersCountOnceEach()
     QFETCH(QString, text);
     QTEST(TextRules::characterCount(text), "count");
 }
+
+void TestMoney::datesAreStoredInOneForm_data()
+{
+    QTest::addColumn<QDate>("date");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("usual") << QDate(2025, 11, 30) << u"2025-11-30"_s;
+    QTest::newRow("leading zeros") << QDate(987, 1, 2) << u"0987-01-02"_s;
+    QTest::newRow("first year") << QDate(1, 1, 1) << u"0001-01-01"_s;
+    QTest::newRow("last year of four digits") << QDate(9999, 12, 31) << u"9999-12-31"_s;
+    QTest::newRow("unset") << QDate() << QString();
+}
+
+void TestMoney::datesAreStoredInOneForm()
+{
+    QFETCH(QDate, date);
+    QFETCH(QString, text);
+    QCOMPARE(TextRules::dateText(date), text);
+    QCOMPARE(TextRules::dateFromText(text), date);
+}

@@ -18,4 +18,6 @@ private slots:
     void unknownCodesFallBack();
     void charactersCountOnceEach_data();
     void charactersCountOnceEach();
+    void datesAreStoredInOneForm_data();
+    void datesAreStoredInOneForm();
 };

@@ -18,7 +18,8 @@ void logLines(int count)
 int holdLock(const QString& path)
 {
     InstanceLock lock(path);
-    QTextStream(stdout) << (lock.acquire() ? "held" : "refused") << Qt::endl;
+    QTextStream(stdout) << (lock.acquire() == InstanceLock::Outcome::Acquired ? "held" : "refused")
+                        << Qt::endl;
     QTextStream(stdin).readLine();
     return 0;
 }

@@ -5,6 +5,7 @@
 #include "db/DatabaseManager.h"
 #include "db/ProfileDao.h"
 #include "support/TestDatabase.h"
+#include "support/TestFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -17,12 +18,6 @@ namespace {
 
 const QString helperPath = QStringLiteral(DB_HELPER);
 
-bool put(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-}
-
 // The bytes of a closed database file with a project and a profile in it.
 QByteArray healthyFile()
 {
@@ -33,7 +28,7 @@ QByteArray healthyFile()
                 u"INSERT INTO projects (name, code, client_name) VALUES ('n', 'P', 'c')"_s })
                .isEmpty();
     manager.close();
-    return made ? TestDatabase::bytesOf(AppPaths::databasePath()) : QByteArray();
+    return made ? TestFile::bytesOf(AppPaths::databasePath()) : QByteArray();
 }
 
 // The helper in a folder of its own with its own data directory.
@@ -46,7 +41,8 @@ public:
             | QFile::ExeOther;
         m_ready = QDir().mkpath(m_root + u"/data/backups"_s)
             && QFile::copy(helperPath, m_root + u"/db_helper"_s)
-            && QFile::setPermissions(m_temporary.path(), open) && put(databasePath(), database);
+            && QFile::setPermissions(m_temporary.path(), open)
+            && TestFile::put(databasePath(), database);
     }
     QString databasePath() const { return m_root + u"/data/brixa.db"_s; }
     QStringList copies() const { return QDir(m_root + u"/data/backups"_s).entryList(QDir::Files); }
@@ -54,6 +50,22 @@ public:
     {
         return QFile::setPermissions(
             databasePath(), QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther);
+    }
+    bool unprotect()
+    {
+        return QFile::setPermissions(databasePath(),
+            QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther | QFile::WriteOther);
+    }
+    QStringList dataFiles() const
+    {
+        return QDir(m_root + u"/data"_s).entryList(QDir::Files, QDir::Name);
+    }
+    bool setFolderWritable(bool writable)
+    {
+        const auto readable
+            = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
+        return QFile::setPermissions(
+            m_root + u"/data"_s, writable ? readable | QFile::WriteOwner : readable);
     }
     QStringList output(const QString& mode) const
     {
@@ -100,18 +112,18 @@ void TestDatabaseFiles::damagedFilesAreRefusedAndKept_data()
 void TestDatabaseFiles::damagedFilesAreRefusedAndKept()
 {
     QFETCH(QByteArray, bytes);
-    QVERIFY(put(AppPaths::databasePath(), bytes));
+    QVERIFY(TestFile::put(AppPaths::databasePath(), bytes));
     QFETCH(QString, reason);
     QTest::ignoreMessage(QtCriticalMsg, QRegularExpression(reason));
     QVERIFY(!DatabaseManager::instance().open());
     QVERIFY(DatabaseManager::instance().lastError().contains(QRegularExpression(reason)));
     DatabaseManager::instance().close();
-    QCOMPARE(TestDatabase::bytesOf(AppPaths::databasePath()), bytes);
+    QCOMPARE(TestFile::bytesOf(AppPaths::databasePath()), bytes);
 }
 
 void TestDatabaseFiles::anEmptyFileIsANewOne()
 {
-    QVERIFY(put(AppPaths::databasePath(), QByteArray()));
+    QVERIFY(TestFile::put(AppPaths::databasePath(), QByteArray()));
     QVERIFY(DatabaseManager::instance().open());
     QCOMPARE(DatabaseManager::instance().tableNames().size(), 7);
 }
@@ -137,7 +149,7 @@ void TestDatabaseFiles::aFileThatAnotherProcessHoldsIsRefusedAndKept()
     QVERIFY(!DatabaseManager::instance().open());
     QVERIFY(DatabaseManager::instance().lastError().contains(u"database is locked"_s));
     DatabaseManager::instance().close();
-    QCOMPARE(TestDatabase::bytesOf(AppPaths::databasePath()), bytes);
+    QCOMPARE(TestFile::bytesOf(AppPaths::databasePath()), bytes);
 
     holder.closeWriteChannel();
     QVERIFY(holder.waitForFinished());
@@ -159,7 +171,7 @@ void TestDatabaseFiles::aReadOnlyFileCanBeRead()
     QCOMPARE(TestDatabase::rowOfFile(
                  AppPaths::databasePath(), u"PRAGMA journal_mode = "_s + journalMode),
         journalMode);
-    const QByteArray bytes = TestDatabase::bytesOf(AppPaths::databasePath());
+    const QByteArray bytes = TestFile::bytesOf(AppPaths::databasePath());
     Outpost outpost(u"readonly"_s, bytes);
     QVERIFY(outpost.protect());
 
@@ -169,7 +181,12 @@ void TestDatabaseFiles::aReadOnlyFileCanBeRead()
     QCOMPARE(output.first(qMin(output.size(), expected.size())), expected);
     QVERIFY(output.value(4).startsWith(u"log: SQL error: attempt to write a readonly database"_s));
     QCOMPARE(output.value(5), u"written: 0"_s);
-    QCOMPARE(TestDatabase::bytesOf(outpost.databasePath()), bytes);
+    QCOMPARE(TestFile::bytesOf(outpost.databasePath()), bytes);
+    QCOMPARE(outpost.dataFiles(), QStringList { u"brixa.db"_s });
+
+    QVERIFY(outpost.unprotect());
+    QCOMPARE(outpost.output(u"guest"_s),
+        (QStringList { u"opened: 1 "_s, u"version: 3"_s, u"projects: 1"_s, u"written: 1"_s }));
 }
 
 void TestDatabaseFiles::aReadOnlyOlderFileIsNotMigrated()
@@ -177,10 +194,24 @@ void TestDatabaseFiles::aReadOnlyOlderFileIsNotMigrated()
     healthyFile();
     QCOMPARE(
         TestDatabase::runOnFile(AppPaths::databasePath(), u"PRAGMA user_version = 2"_s), QString());
-    Outpost outpost(u"older"_s, TestDatabase::bytesOf(AppPaths::databasePath()));
+    Outpost outpost(u"older"_s, TestFile::bytesOf(AppPaths::databasePath()));
     QVERIFY(outpost.protect());
     QCOMPARE(outpost.output(u"guest"_s).value(1), u"opened: 0 数据库文件为只读，无法升级"_s);
     QVERIFY(outpost.copies().isEmpty());
+}
+
+void TestDatabaseFiles::aFileWhoseVersionCannotBeReadIsRefused()
+{
+    // In a folder that cannot be written there is no place for the write-ahead log.
+    const QByteArray bytes = healthyFile();
+    Outpost outpost(u"sealed"_s, bytes);
+    QVERIFY(outpost.protect() && outpost.setFolderWritable(false));
+    const QStringList output = outpost.output(u"stranger"_s);
+    QVERIFY(outpost.setFolderWritable(true));
+    QCOMPARE(output.size(), 2);
+    QVERIFY(output.at(0).startsWith(u"log: Cannot read the database version: "_s));
+    QVERIFY(output.at(1).startsWith(u"opened: 0 "_s));
+    QCOMPARE(TestFile::bytesOf(outpost.databasePath()), bytes);
 }
 
 void TestDatabaseFiles::theFolderMayHaveAnyName()
@@ -188,7 +219,7 @@ void TestDatabaseFiles::theFolderMayHaveAnyName()
     healthyFile();
     QCOMPARE(
         TestDatabase::runOnFile(AppPaths::databasePath(), u"PRAGMA user_version = 2"_s), QString());
-    const Outpost outpost(u"it's 100% 账本;--"_s, TestDatabase::bytesOf(AppPaths::databasePath()));
+    const Outpost outpost(u"it's 100% 账本;--"_s, TestFile::bytesOf(AppPaths::databasePath()));
     QCOMPARE(outpost.output(u"here"_s),
         (QStringList { u"opened: 1 "_s, u"version: 3"_s, u"projects: 1"_s, u"written: 1"_s }));
     QCOMPARE(outpost.copies().size(), 1);

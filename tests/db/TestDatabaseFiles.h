@@ -15,6 +15,7 @@ private slots:
     void aReadOnlyFileCanBeRead_data();
     void aReadOnlyFileCanBeRead();
     void aReadOnlyOlderFileIsNotMigrated();
+    void aFileWhoseVersionCannotBeReadIsRefused();
     void theFolderMayHaveAnyName();
     void openingAgainReplacesTheConnection();
     void afterClosingNothingIsRegistered();

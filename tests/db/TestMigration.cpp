@@ -4,6 +4,7 @@
 #include "db/DatabaseManager.h"
 #include "db/ProfileDao.h"
 #include "support/TestDatabase.h"
+#include "support/TestFile.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -139,14 +140,14 @@ void TestMigration::aMigrationThatFailsLeavesTheFile()
     QFETCH(QString, script);
     QFETCH(QStringList, criticals);
     QVERIFY(makeOlderFile(script));
-    const QByteArray before = TestDatabase::bytesOf(AppPaths::databasePath());
+    const QByteArray before = TestFile::bytesOf(AppPaths::databasePath());
 
     for (const QString& pattern : criticals)
         expectCritical(pattern);
     QVERIFY(!DatabaseManager::instance().open());
     QVERIFY(!DatabaseManager::instance().lastError().isEmpty());
     DatabaseManager::instance().close();
-    QCOMPARE(TestDatabase::bytesOf(AppPaths::databasePath()), before);
+    QCOMPARE(TestFile::bytesOf(AppPaths::databasePath()), before);
     QTEST(TestDatabase::rowOfFile(AppPaths::databasePath(), u"PRAGMA user_version"_s), "version");
     QCOMPARE(copies().size(), 1);
     QCOMPARE(
@@ -156,7 +157,7 @@ void TestMigration::aMigrationThatFailsLeavesTheFile()
 void TestMigration::withoutACopyNoMigrationBegins()
 {
     QVERIFY(makeOlderFile(toVersion1));
-    const QByteArray before = TestDatabase::bytesOf(AppPaths::databasePath());
+    const QByteArray before = TestFile::bytesOf(AppPaths::databasePath());
     QVERIFY(QDir(AppPaths::backupsDir()).removeRecursively());
     QFile inTheWay(AppPaths::backupsDir());
     QVERIFY(inTheWay.open(QIODevice::WriteOnly));
@@ -166,7 +167,7 @@ void TestMigration::withoutACopyNoMigrationBegins()
     const QString reason = DatabaseManager::instance().lastError();
     QVERIFY(reason.startsWith(u"升级前无法备份数据库，数据库未作任何更改："_s));
     DatabaseManager::instance().close();
-    QCOMPARE(TestDatabase::bytesOf(AppPaths::databasePath()), before);
+    QCOMPARE(TestFile::bytesOf(AppPaths::databasePath()), before);
 }
 
 void TestMigration::everyMigrationKeepsACopyOfItsOwn()

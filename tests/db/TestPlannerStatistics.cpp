@@ -4,6 +4,7 @@
 #include "db/DatabaseManager.h"
 #include "db/TransactionDao.h"
 #include "support/TestDatabase.h"
+#include "support/TestFile.h"
 
 #include <QRegularExpression>
 
@@ -66,12 +67,12 @@ void TestPlannerStatistics::onlyLinksHaveStatistics()
 void TestPlannerStatistics::nothingIsWrittenWhenTheyAreThere()
 {
     DatabaseManager::instance().close();
-    const QByteArray bytes = TestDatabase::bytesOf(AppPaths::databasePath());
+    const QByteArray bytes = TestFile::bytesOf(AppPaths::databasePath());
     QVERIFY(DatabaseManager::instance().open());
-    QVERIFY2(TestDatabase::bytesOf(AppPaths::databasePath() + u"-wal"_s).isEmpty(),
+    QVERIFY2(TestFile::bytesOf(AppPaths::databasePath() + u"-wal"_s).isEmpty(),
         "not even into the write-ahead log");
     DatabaseManager::instance().close();
-    QCOMPARE(TestDatabase::bytesOf(AppPaths::databasePath()), bytes);
+    QCOMPARE(TestFile::bytesOf(AppPaths::databasePath()), bytes);
 }
 
 void TestPlannerStatistics::otherStatisticsStay()

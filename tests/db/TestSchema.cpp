@@ -2,9 +2,13 @@
 
 #include "core/AppPaths.h"
 #include "db/DatabaseManager.h"
+#include "db/DbTransaction.h"
 #include "support/TestDatabase.h"
+#include "support/TestFile.h"
 
 #include <QFileInfo>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 
 using namespace Qt::StringLiterals;
 using TestDatabase::row;
@@ -85,12 +89,12 @@ void TestSchema::aSecondStartChangesNothing()
         QString());
     const QStringList before = TestDatabase::dump();
     DatabaseManager::instance().close();
-    const QByteArray bytes = TestDatabase::bytesOf(AppPaths::databasePath());
+    const QByteArray bytes = TestFile::bytesOf(AppPaths::databasePath());
 
     QVERIFY(DatabaseManager::instance().open());
     QCOMPARE(TestDatabase::dump(), before);
     DatabaseManager::instance().close();
-    QCOMPARE(TestDatabase::bytesOf(AppPaths::databasePath()), bytes);
+    QCOMPARE(TestFile::bytesOf(AppPaths::databasePath()), bytes);
 }
 
 void TestSchema::badRowsAreRefused_data()
@@ -202,7 +206,32 @@ void TestSchema::aCheckpointEmptiesTheLog()
     QVERIFY(QFileInfo(log).size() > 0);
     QVERIFY(DatabaseManager::instance().checkpoint());
     QCOMPARE(QFileInfo(log).size(), qint64 { 0 });
-    QVERIFY(TestDatabase::bytesOf(AppPaths::databasePath()).contains("projects"));
+    QVERIFY(TestFile::bytesOf(AppPaths::databasePath()).contains("projects"));
+}
+
+void TestSchema::aCheckpointThatIsHeldBackWarns()
+{
+    const QString name = u"reader"_s;
+    {
+        QSqlDatabase reader = QSqlDatabase::addDatabase(u"QSQLITE"_s, name);
+        reader.setDatabaseName(AppPaths::databasePath());
+        QVERIFY(reader.open());
+        QSqlQuery reading(reader);
+        QVERIFY(reading.exec(u"SELECT * FROM sqlite_master"_s) && reading.next());
+        QCOMPARE(run({ u"PRAGMA busy_timeout = 0"_s, insertProject.arg(1) }), QString());
+        QTest::ignoreMessage(QtWarningMsg, "WAL checkpoint is incomplete: the database is busy");
+        QVERIFY(DatabaseManager::instance().checkpoint());
+    }
+    QSqlDatabase::removeDatabase(name);
+    QVERIFY2(DatabaseManager::instance().checkpoint(), "complete once the reader has gone");
+}
+
+void TestSchema::aCheckpointInsideATransactionFails()
+{
+    const DbTransaction transaction;
+    QCOMPARE(run({ insertProject.arg(1) }), QString());
+    QVERIFY(!DatabaseManager::instance().checkpoint());
+    QVERIFY(DatabaseManager::instance().lastError().contains(u"locked"_s));
 }
 
 void TestSchema::theIntegrityCheckReportsItsFirstFinding()

@@ -18,5 +18,7 @@ private slots:
     void deletingASourceTakesItsLinks_data();
     void deletingASourceTakesItsLinks();
     void aCheckpointEmptiesTheLog();
+    void aCheckpointThatIsHeldBackWarns();
+    void aCheckpointInsideATransactionFails();
     void theIntegrityCheckReportsItsFirstFinding();
 };

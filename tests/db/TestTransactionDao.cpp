@@ -234,7 +234,35 @@ void TestTransactionDao::ownerFlowsComeOldestFirst()
 {
     QVERIFY(addLedger());
     QVERIFY(add(entryOf(u"2025-01-01"_s, u"早"_s, Direction::In, 1, Category::ShareholderIn)));
-    QCOMPARE(idsOf(TransactionDao().listShareholderFlows()), (QList<qint64> { 6, 2, 3, 4 }));
+    const auto flows = TransactionDao().listShareholderFlows();
+    QCOMPARE(idsOf(flows), (QList<qint64> { 6, 2, 3, 4 }));
+    const auto dates = TransactionDao().shareholderFlowDates();
+    QCOMPARE(dates.size(), flows.size());
+    for (qsizetype i = 0; i < flows.size(); ++i) {
+        QCOMPARE(dates.at(i).id, flows.at(i).id);
+        QCOMPARE(dates.at(i).date, flows.at(i).transDate);
+    }
+}
+
+void TestTransactionDao::theEvaluationReadsWhatItLooksAt()
+{
+    QVERIFY(addLedger());
+    Transaction last = distinctEntry(1);
+    QVERIFY(TransactionDao().insert(last));
+    QVERIFY(LinkDao().link(SourceType::Voucher, 8, TargetType::Transaction, 1));
+    const auto all = TransactionDao().search({});
+    const auto evaluated = TransactionDao().entriesToEvaluate();
+    QCOMPARE(idsOf(evaluated), idsOf(all));
+    for (qsizetype i = 0; i < all.size(); ++i) {
+        QCOMPARE(evaluated.at(i).direction, all.at(i).direction);
+        QCOMPARE(evaluated.at(i).amountFen, all.at(i).amountFen);
+        QCOMPARE(evaluated.at(i).ownerAccountType, all.at(i).ownerAccountType);
+        QCOMPARE(evaluated.at(i).category, all.at(i).category);
+        QCOMPARE(evaluated.at(i).note, all.at(i).note);
+        QCOMPARE(evaluated.at(i).voucherCount, all.at(i).voucherCount);
+    }
+    QCOMPARE(evaluated.first().note, last.note);
+    QCOMPARE(evaluated.at(4).voucherCount, 1);
 }
 
 void TestTransactionDao::projectsAddUp()
@@ -381,6 +409,15 @@ void TestTransactionDao::reasonsAreReadFromAnyJson_data()
     QTest::addColumn<QStringList>("reasons");
     QTest::newRow("empty array") << u"'[]'"_s << QStringList();
     QTest::newRow("blank") << u"'  '"_s << QStringList();
+    QTest::newRow("compact") << u"'[\"甲，乙\",\"丙\"]'"_s << QStringList { u"甲，乙"_s, u"丙"_s };
+    QTest::newRow("blanks around") << u"' [\"甲\"] '"_s << QStringList { u"甲"_s };
+    QTest::newRow("empty texts") << u"'[\"\",\"\"]'"_s << QStringList { u""_s, u""_s };
+    QTest::newRow("blank after the comma")
+        << u"'[\"甲\", \"乙\"]'"_s << QStringList { u"甲"_s, u"乙"_s };
+    QTest::newRow("escaped quotes and commas")
+        << u"'[\"甲\\\",\\\"乙\",\"丙\\\\\"]'"_s << QStringList { u"甲\",\"乙"_s, u"丙\\"_s };
+    QTest::newRow("stray quote") << u"'[\"甲\"乙\"]'"_s << QStringList();
+    QTest::newRow("one text left open") << u"'[\"甲\",\"]'"_s << QStringList();
     QTest::newRow("spread over lines")
         << u"' [\n \"甲\" ,\n \"\\u4e59\" ]\n'"_s << QStringList { u"甲"_s, u"乙"_s };
     QTest::newRow("broken") << u"'[\"甲\", '"_s << QStringList();

@@ -15,6 +15,7 @@ private slots:
     void filtersRestrictTheSearch();
     void searchesBringProjectAndVouchers();
     void ownerFlowsComeOldestFirst();
+    void theEvaluationReadsWhatItLooksAt();
     void projectsAddUp();
     void categoriesAddUp_data();
     void categoriesAddUp();

@@ -44,8 +44,9 @@ int lock(const QString& path)
     return 0;
 }
 
-// Permissions mean nothing to root: gives them up for good, keeping the data directory.
-bool becomeGuest()
+// Permissions mean nothing to root: gives them up for good, taking the data directory along or
+// leaving it behind.
+bool becomeGuest(bool keepData)
 {
 #ifdef Q_OS_UNIX
     constexpr uid_t nobody = 65534;
@@ -53,10 +54,12 @@ bool becomeGuest()
         return true;
     const QByteArray data = AppPaths::dataDir().toLocal8Bit();
     const QByteArray backups = AppPaths::backupsDir().toLocal8Bit();
-    return ::chown(data.constData(), nobody, nobody) == 0
-        && ::chown(backups.constData(), nobody, nobody) == 0 && ::setgid(nobody) == 0
-        && ::setuid(nobody) == 0;
+    const bool kept = !keepData
+        || (::chown(data.constData(), nobody, nobody) == 0
+            && ::chown(backups.constData(), nobody, nobody) == 0);
+    return kept && ::setgid(nobody) == 0 && ::setuid(nobody) == 0;
 #else
+    Q_UNUSED(keepData)
     return true;
 #endif
 }
@@ -88,7 +91,9 @@ int main(int argc, char** argv)
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.value(1) == u"lock"_s)
         return lock(arguments.value(2));
-    if (arguments.value(1) == u"guest"_s && !becomeGuest())
+    if (arguments.value(1) == u"guest"_s && !becomeGuest(true))
+        return 1;
+    if (arguments.value(1) == u"stranger"_s && !becomeGuest(false))
         return 1;
     return tryOut();
 }

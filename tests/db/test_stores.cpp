@@ -1,5 +1,6 @@
 #include "db/TestDamagedRows.h"
 #include "db/TestDocumentDao.h"
+#include "db/TestLedgerFiguresDao.h"
 #include "db/TestProfileDao.h"
 #include "db/TestProjectDao.h"
 #include "db/TestTransactionDao.h"
@@ -11,5 +12,5 @@ int main(int argc, char** argv)
 {
     const QCoreApplication app(argc, argv);
     return runTests<TestTransactionDao, TestProjectDao, TestProfileDao, TestVoucherDao,
-        TestDocumentDao, TestDamagedRows>(argc, argv);
+        TestDocumentDao, TestLedgerFiguresDao, TestDamagedRows>(argc, argv);
 }

@@ -108,9 +108,9 @@ void TestProfileAndPassword::onlyTheRightPasswordFits()
     const QString word = u"山岚Design 2025"_s;
     const auto secret = Password::makeSecret(word);
     QVERIFY(secret);
-    QVERIFY(Password::verify(word, *secret));
+    QCOMPARE(Password::verify(word, *secret), Password::Check::Fits);
     for (const QString& wrong : { u"山岚design 2025"_s, u"山岚Design 2025 "_s, QString() })
-        QVERIFY(!Password::verify(wrong, *secret));
+        QCOMPARE(Password::verify(wrong, *secret), Password::Check::Wrong);
     QVERIFY(!secret->hash.contains(word));
     QVERIFY(secret->hash.startsWith(u"scrypt$131072$8$1$"_s));
 }
@@ -146,8 +146,8 @@ void TestProfileAndPassword::foreignSecretsFitNoPassword()
 {
     QFETCH(QString, hash);
     QFETCH(QString, salt);
-    QVERIFY(!Password::verify(u"123456"_s, { hash, salt }));
-    QVERIFY(!Password::verify(QString(), { hash, salt }));
+    QCOMPARE(Password::verify(u"123456"_s, { hash, salt }), Password::Check::Wrong);
+    QCOMPARE(Password::verify(QString(), { hash, salt }), Password::Check::Wrong);
 }
 
 void TestProfileAndPassword::waitingGrowsAfterFiveFailures()

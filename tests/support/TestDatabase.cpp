@@ -3,7 +3,6 @@
 #include "db/Connection.h"
 #include "db/SqlScript.h"
 
-#include <QFile>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
@@ -102,12 +101,6 @@ QString rowOfFile(const QString& path, const QString& sql)
 {
     const FileConnection connection(path);
     return connection.isOpen() ? rowsOn(connection.database(), sql).value(0) : u"(no file)"_s;
-}
-
-QByteArray bytesOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
 }
 
 } // namespace TestDatabase

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
@@ -26,8 +25,5 @@ QString runOnFile(const QString& path, const QString& script);
 
 /// The first row of a query on a file, as `row` gives it.
 QString rowOfFile(const QString& path, const QString& sql);
-
-/// The bytes of a file; "(unreadable)" when there are none to read.
-QByteArray bytesOf(const QString& path);
 
 } // namespace TestDatabase

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QList>
+#include <QtGlobal>
+
+/// Where a long page may be cut into sheets. Pure geometry; all lengths in one unit, downwards.
+namespace PageBreaks {
+
+/// A gap between two lines or table rows.
+struct Gap {
+    qreal end = 0; // where what lies above ends
+    qreal next = 0; // where what lies below begins
+    enum Kind {
+        Torn, // tears a table row: only when it fills a whole sheet
+        Last, // parts what belongs together: only when nothing better fits
+        Free,
+        Forced, // the text asks for a new sheet here
+    } kind
+        = Free;
+};
+
+/// The part of the long page that one sheet shows.
+struct Sheet {
+    qreal top = 0;
+    qreal bottom = 0;
+};
+
+/// Cuts what lies between `top` and `bottom` into sheets of at most `height`, each as full as the
+/// gaps allow; `gaps` run downwards. What has no gap at all is cut through.
+/// A height of 0 or less gives one sheet.
+QList<Sheet> cut(const QList<Gap>& gaps, qreal top, qreal bottom, qreal height);
+
+} // namespace PageBreaks

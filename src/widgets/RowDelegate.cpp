@@ -1,0 +1,53 @@
+#include "widgets/RowDelegate.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QStyle>
+
+namespace {
+
+const QStyle* styleOf(const QStyleOptionViewItem& option)
+{
+    return option.widget ? option.widget->style() : QApplication::style();
+}
+
+// What the style itself leaves beside the text of a cell.
+int styleMargin(const QStyleOptionViewItem& option)
+{
+    return styleOf(option)->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, option.widget) + 1;
+}
+
+} // namespace
+
+void RowDelegate::paint(
+    QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    QStyleOptionViewItem ground = option;
+    initStyleOption(&ground, index);
+    paintGround(painter, ground);
+    QStyleOptionViewItem content = option;
+    const int inset = padding - styleMargin(option);
+    content.rect.adjust(inset, 0, -inset, 0);
+    QStyledItemDelegate::paint(painter, content, index);
+}
+
+QSize RowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    const int inset = padding - styleMargin(option);
+    return QStyledItemDelegate::sizeHint(option, index).grownBy({ inset, 0, inset, 0 });
+}
+
+void RowDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
+{
+    QStyledItemDelegate::initStyleOption(option, index);
+    const QVariant color = index.data(Qt::ForegroundRole);
+    if (color.canConvert<QBrush>())
+        option->palette.setBrush(QPalette::HighlightedText, color.value<QBrush>());
+    // The whole row shows where the keyboard is.
+    option->state.setFlag(QStyle::State_HasFocus, false);
+}
+
+void RowDelegate::paintGround(QPainter* painter, const QStyleOptionViewItem& option)
+{
+    styleOf(option)->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
+}

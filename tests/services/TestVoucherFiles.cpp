@@ -1,0 +1,158 @@
+#include "services/TestVoucherFiles.h"
+
+#include "core/AppPaths.h"
+#include "services/VoucherFiles.h"
+#include "services/VoucherSample.h"
+#include "support/TestDatabase.h"
+#include "support/TestFile.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFile>
+#include <QMessageBox>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+using namespace VoucherSample;
+
+namespace {
+
+using Action = void (*)(QWidget*, qint64);
+
+// Runs the action and closes the box that it opens: "title|text|buttons", empty when none came.
+QString boxOf(Action action, qint64 voucherId)
+{
+    QString seen;
+    QTimer answerer;
+    QObject::connect(&answerer, &QTimer::timeout, &answerer, [&seen] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box || !seen.isEmpty())
+            return;
+        QStringList parts { box->windowTitle(), box->text() };
+        for (const QAbstractButton* button : box->buttons())
+            parts += button->text();
+        seen = parts.join(u'|');
+        QTest::keyClick(box, Qt::Key_Return);
+    });
+    answerer.start(5);
+    action(nullptr, voucherId);
+    return seen;
+}
+
+// A program of this name, found before all others, that writes its arguments down.
+bool installRecorder(const QString& folder, const QString& name)
+{
+    QFile program(folder + u'/' + name);
+    return QDir().mkpath(folder) && program.open(QIODevice::WriteOnly)
+        && program.write("#!/bin/sh\nprintf '%s\\n' \"$@\" > \"$0.part\"\n"
+                         "mv \"$0.part\" \"$0.arguments\"\n")
+        > 0
+        && program.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+}
+
+} // namespace
+
+void TestVoucherFiles::init()
+{
+    DatabaseTestCase::init();
+    m_opened.clear();
+    QDesktopServices::setUrlHandler(u"file"_s, this, "openUrl");
+}
+
+void TestVoucherFiles::cleanup()
+{
+    QDesktopServices::unsetUrlHandler(u"file"_s);
+    DatabaseTestCase::cleanup();
+}
+
+void TestVoucherFiles::theFileIsOpenedByTheDesktop()
+{
+    const qint64 id = archived(u"回单 #1 100%.pdf"_s);
+    QCOMPARE(boxOf(VoucherFiles::openVoucherFile, id), QString());
+    QCOMPARE(m_opened, QList<QUrl> { QUrl::fromLocalFile(copyPath()) });
+}
+
+void TestVoucherFiles::theFolderIsOpenedWithoutAFileManagerThatSelects()
+{
+#ifndef Q_OS_WIN
+    const qint64 id = archived(u"a.pdf"_s);
+    QCOMPARE(boxOf(VoucherFiles::showVoucherInFolder, id), QString());
+    QCOMPARE(m_opened, QList<QUrl> { QUrl::fromLocalFile(AppPaths::voucherAssetsDir()) });
+#endif
+}
+
+void TestVoucherFiles::theFileManagerSelectsTheFile()
+{
+#ifndef Q_OS_WIN
+    const QString folder = AppPaths::dataDir() + u"/programs"_s;
+    QVERIFY(installRecorder(folder, u"explorer.exe"_s));
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", folder.toLocal8Bit() + ':' + path);
+    const QString box = boxOf(VoucherFiles::showVoucherInFolder, archived(u"a.pdf"_s));
+    qputenv("PATH", path);
+    QCOMPARE(box, QString());
+    const QString arguments = folder + u"/explorer.exe.arguments"_s;
+    QTRY_VERIFY(QFile::exists(arguments));
+    QCOMPARE(TestFile::bytesOf(arguments),
+        "/select,\n" + QDir::toNativeSeparators(copyPath()).toLocal8Bit() + '\n');
+    QVERIFY(m_opened.isEmpty());
+#endif
+}
+
+void TestVoucherFiles::whatCannotBeShownIsToldInABox_data()
+{
+    QTest::addColumn<QString>("preparation");
+    QTest::addColumn<QString>("box");
+    QTest::addColumn<QString>("warning");
+    const auto missing = [](const QString& path) {
+        return u"文件缺失|凭证文件副本不存在：\n%1|确定"_s.arg(QDir::toNativeSeparators(path));
+    };
+    const QString data = AppPaths::dataDir();
+    const QString outside = u"The voucher file .* lies outside of the archive's folder"_s;
+    QTest::newRow("the row is gone")
+        << u"DELETE FROM vouchers"_s << u"凭证不存在|该凭证已被删除。|确定"_s << QString();
+    QTest::newRow("the copy is gone")
+        << u"UPDATE vouchers SET stored_path = 'voucher_assets/<b>%1.pdf'"_s
+        << missing(data + u"/voucher_assets/<b>%1.pdf"_s) << QString();
+    QTest::newRow("a folder in its place")
+        << u"UPDATE vouchers SET stored_path = 'voucher_assets/folder'"_s
+        << missing(data + u"/voucher_assets/folder"_s) << QString();
+    QTest::newRow("a program outside of the archive")
+        << u"UPDATE vouchers SET stored_path = '/bin/sh'"_s << missing(u"/bin/sh"_s) << outside;
+    QTest::newRow("another file of the program")
+        << u"UPDATE vouchers SET stored_path = 'voucher_assets/../brixa.db'"_s
+        << missing(data + u"/voucher_assets/../brixa.db"_s) << outside;
+    QTest::newRow("a record that cannot be read")
+        << u"ALTER TABLE vouchers RENAME TO mislaid"_s
+        << u"读取失败|凭证记录读取失败：no such table: vouchers Unable to execute statement|确定"_s
+        << u"SQL error: no such table: vouchers"_s;
+}
+
+void TestVoucherFiles::whatCannotBeShownIsToldInABox()
+{
+    QFETCH(QString, preparation);
+    QFETCH(QString, box);
+    QFETCH(QString, warning);
+    const qint64 id = archived(u"a.pdf"_s);
+    QVERIFY(QDir().mkpath(AppPaths::voucherAssetsDir() + u"/folder"_s));
+    QCOMPARE(TestDatabase::run({ preparation }), QString());
+    for (const Action action :
+        { VoucherFiles::openVoucherFile, VoucherFiles::showVoucherInFolder }) {
+        if (!warning.isEmpty())
+            expectWarnings({ warning });
+        QCOMPARE(boxOf(action, id), box);
+    }
+    QVERIFY(m_opened.isEmpty());
+}
+
+void TestVoucherFiles::aDesktopWithoutViewerIsToldInABox()
+{
+    // Without the stand-in the offscreen platform opens nothing.
+    QDesktopServices::unsetUrlHandler(u"file"_s);
+    const qint64 id = archived(u"a.pdf"_s);
+    QCOMPARE(boxOf(VoucherFiles::openVoucherFile, id),
+        u"无法打开|系统缺少可打开「%1」的查看程序。|确定"_s.arg(
+            QDir::toNativeSeparators(copyPath())));
+}

@@ -1,0 +1,102 @@
+#include "services/VoucherSample.h"
+
+#include "core/AppPaths.h"
+#include "support/TestDatabase.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QtTest>
+
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+
+namespace VoucherSample {
+
+QString makeSource(const QString& name, const QByteArray& content)
+{
+    const QString path = AppPaths::dataDir() + u"/sources/"_s + name;
+    QFile file(path);
+    const bool written = QDir().mkpath(AppPaths::dataDir() + u"/sources"_s)
+        && file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+    return written ? path : QString();
+}
+
+bool addEntries(int count)
+{
+    for (int i = 0; i < count; ++i) {
+        const QString error = TestDatabase::run(
+            { u"INSERT INTO transactions (trans_date, summary, direction, amount_fen, "
+              "owner_account_type, counterparty_name, counterparty_account_type, category) VALUES "
+              "('2025-03-01', '设备', 'out', 9000000, 'company', '供应商', 'company', "
+              "'business_expense')"_s });
+        if (!error.isEmpty())
+            return false;
+    }
+    return true;
+}
+
+qint64 archived(const QString& name, const QList<qint64>& transactionIds)
+{
+    return VoucherService::importVoucher(
+        { .sourcePath = makeSource(name, name.toUtf8()) }, 0, transactionIds)
+        .voucherId;
+}
+
+QString copyPath()
+{
+    return AppPaths::dataDir() + u'/' + TestDatabase::row(u"SELECT stored_path FROM vouchers"_s);
+}
+
+QString inventory()
+{
+    const QDir assets(AppPaths::voucherAssetsDir());
+    const auto files
+        = assets.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    return u"%1 vouchers, %2 links, %3 files"_s.arg(
+        TestDatabase::row(u"SELECT COUNT(*) FROM vouchers"_s),
+        TestDatabase::row(u"SELECT COUNT(*) FROM entity_links"_s), QString::number(files.size()));
+}
+
+QString levels()
+{
+    return TestDatabase::rows(u"SELECT risk_level FROM transactions ORDER BY id"_s).join(u' ');
+}
+
+void expectWarnings(const QStringList& patterns)
+{
+    for (const QString& pattern : patterns)
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u'^' + pattern));
+}
+
+QStringList failingCommit(const QString& event)
+{
+    return { u"CREATE TABLE late (id INTEGER REFERENCES projects(id) DEFERRABLE INITIALLY "
+             "DEFERRED)"_s,
+        u"CREATE TEMP TRIGGER late_failure AFTER "_s + event
+            + u" BEGIN INSERT INTO late VALUES (99); END"_s };
+}
+
+#ifdef Q_OS_UNIX
+// A limit on file sizes makes write() fail the way a full disk does.
+FullDisk::FullDisk(qint64 largestFile)
+{
+    getrlimit(RLIMIT_FSIZE, &m_before);
+    m_previousHandler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit small = m_before;
+    small.rlim_cur = static_cast<rlim_t>(largestFile);
+    setrlimit(RLIMIT_FSIZE, &small);
+}
+
+FullDisk::~FullDisk()
+{
+    setrlimit(RLIMIT_FSIZE, &m_before);
+    std::signal(SIGXFSZ, m_previousHandler);
+}
+#else
+FullDisk::FullDisk(qint64) { }
+FullDisk::~FullDisk() = default;
+#endif
+
+} // namespace VoucherSample

@@ -1,0 +1,101 @@
+#include "statistics/TestDashboardBanners.h"
+
+#include "services/DashboardBanners.h"
+
+using namespace Qt::StringLiterals;
+using DashboardBanners::Facts;
+using DashboardBanners::Kind;
+using DashboardBanners::Notice;
+
+namespace {
+
+Facts goodFacts()
+{
+    Facts facts;
+    facts.today = QDate(2025, 3, 31);
+    facts.profile.companyName = u"杭州山岚设计有限公司"_s;
+    facts.profile.shareholderName = u"林岚"_s;
+    facts.profile.lastBackupAt = u"2025-03-30 09:00:00"_s;
+    return facts;
+}
+
+QList<Kind> kindsOf(const Facts& facts)
+{
+    QList<Kind> kinds;
+    for (const Notice& notice : DashboardBanners::noticesOf(facts))
+        kinds += notice.kind;
+    return kinds;
+}
+
+} // namespace
+
+void TestDashboardBanners::allIsWell()
+{
+    QVERIFY(DashboardBanners::noticesOf(goodFacts()).isEmpty());
+}
+
+void TestDashboardBanners::namesAreRequired_data()
+{
+    QTest::addColumn<QString>("company");
+    QTest::addColumn<QString>("shareholder");
+    QTest::newRow("no company") << u" 　"_s << u"林岚"_s;
+    QTest::newRow("no shareholder") << u"杭州山岚设计有限公司"_s << QString();
+}
+
+void TestDashboardBanners::namesAreRequired()
+{
+    QFETCH(QString, company);
+    QFETCH(QString, shareholder);
+    Facts facts = goodFacts();
+    facts.profile.companyName = company;
+    facts.profile.shareholderName = shareholder;
+    QCOMPARE(kindsOf(facts), QList<Kind> { Kind::ProfileIncomplete });
+}
+
+void TestDashboardBanners::backupsGrowOld_data()
+{
+    QTest::addColumn<QString>("last");
+    QTest::addColumn<QList<Kind>>("kinds");
+    QTest::addColumn<QString>("days");
+    using Kinds = QList<Kind>;
+    QTest::newRow("today") << u"2025-03-31 23:59:59"_s << Kinds {} << QString();
+    QTest::newRow("29 days") << u"2025-03-02 00:00:00"_s << Kinds {} << QString();
+    QTest::newRow("30 days") << u"2025-03-01 23:59:59"_s << Kinds { Kind::BackupTooOld }
+                             << u"30 天（2025-03-01）"_s;
+    QTest::newRow("years") << u"2023-03-31 10:00:00"_s << Kinds { Kind::BackupTooOld }
+                           << u"731 天（2023-03-31）"_s;
+    QTest::newRow("a clock set back") << u"2025-05-01 10:00:00"_s << Kinds {} << QString();
+    QTest::newRow("never") << QString() << Kinds { Kind::NeverBackedUp } << QString();
+    QTest::newRow("unreadable") << u"yesterday"_s << Kinds { Kind::NeverBackedUp } << QString();
+}
+
+void TestDashboardBanners::backupsGrowOld()
+{
+    QFETCH(QString, last);
+    QFETCH(QList<Kind>, kinds);
+    QFETCH(QString, days);
+    Facts facts = goodFacts();
+    facts.profile.lastBackupAt = last;
+    const auto notices = DashboardBanners::noticesOf(facts);
+    QCOMPARE(kindsOf(facts), kinds);
+    if (notices.isEmpty())
+        return;
+    QVERIFY2(notices.first().text.contains(days), qPrintable(notices.first().text));
+    QCOMPARE(notices.first().target, DashboardBanners::Target::Backup);
+}
+
+void TestDashboardBanners::theGravestComesFirst()
+{
+    Facts facts;
+    facts.today = QDate(2025, 3, 31);
+    facts.selfCheckFailed = true;
+    facts.isIncomplete = true;
+    QCOMPARE(kindsOf(facts),
+        (QList<Kind> { Kind::SelfCheckFailed, Kind::UnreadableData, Kind::ProfileIncomplete,
+            Kind::NeverBackedUp }));
+    NoticeLevel last = NoticeLevel::Danger;
+    for (const Notice& notice : DashboardBanners::noticesOf(facts)) {
+        QVERIFY(notice.level <= last);
+        last = notice.level;
+    }
+}

@@ -1,0 +1,226 @@
+#include "statistics/TestLedgerStatistics.h"
+
+#include "db/TransactionDao.h"
+#include "services/LedgerStatistics.h"
+#include "support/TestLedger.h"
+
+#include <random>
+
+using namespace Qt::StringLiterals;
+using namespace LedgerStatistics;
+using TestLedger::add;
+using TestLedger::entry;
+
+namespace {
+
+bool addYear()
+{
+    using enum Category;
+    Transaction privateExpense = entry(u"2025-11-05"_s, BusinessExpense, Direction::Out, 30);
+    privateExpense.ownerAccountType = AccountType::Private;
+    return add(entry(u"2025-11-02"_s, BusinessIncome, Direction::In, 1'000)) && add(privateExpense)
+        && add(entry(u"2025-11-28"_s, ShareholderOut, Direction::Out, 7))
+        && add(entry(u"2025-10-21"_s, BusinessIncome, Direction::In, 400))
+        && add(entry(u"2025-10-22"_s, ShareholderIn, Direction::In, 5))
+        && add(entry(u"2024-11-21"_s, BusinessIncome, Direction::In, 2'000));
+}
+
+QString textOf(const Totals& totals)
+{
+    return u"%1: +%2 -%3"_s.arg(QString::number(totals.count), QString::number(totals.incomeFen),
+        QString::number(totals.expenseFen));
+}
+
+} // namespace
+
+void TestLedgerStatistics::entriesAddUp()
+{
+    QCOMPARE(totalsOf(QList<Transaction>()), Totals());
+    const QList<Transaction> entries { entry({}, Category::Other, Direction::In, 5'000'000'000),
+        entry({}, Category::Salary, Direction::Out, 7),
+        entry({}, Category::Other, Direction::Out, 3) };
+    const Totals totals = totalsOf(entries);
+    QCOMPARE(textOf(totals), u"3: +5000000000 -10"_s);
+    QCOMPARE(totals.netFen(), qint64 { 4'999'999'990 });
+}
+
+void TestLedgerStatistics::theLastLineOfACategoryReportAddsUp()
+{
+    QVERIFY(addYear());
+    QCOMPARE(textOf(totalsOf(TransactionDao().categoryStats({}, {}))), u"6: +3405 -37"_s);
+    QCOMPARE(totalsOf(TransactionDao().categoryStats({}, {})), accountTotals({}).all);
+}
+
+void TestLedgerStatistics::accountsAddUpToAll()
+{
+    const auto totals = accountTotalsOf({ { AccountType::Company, Direction::In, 2, 100 },
+        { AccountType::Company, Direction::Out, 1, 30 },
+        { AccountType::Private, Direction::Out, 4, 5 },
+        { AccountType::Unknown, Direction::In, 1, 9 } });
+    QCOMPARE(textOf(totals.company), u"3: +100 -30"_s);
+    QCOMPARE(textOf(totals.privateAccount), u"4: +0 -5"_s);
+    QCOMPARE(textOf(totals.all), u"8: +109 -35"_s);
+}
+
+void TestLedgerStatistics::missingMonthsAreZero()
+{
+    const auto series = monthlySeriesOf({ { u"2024-12"_s, 5, 2 }, { u"2025-02"_s, 0, 3 },
+                                            { u"2020-01"_s, 9, 9 }, { u"broken"_s, 9, 9 } },
+        { QDate(2024, 11, 15), QDate(2025, 2, 1) });
+    QCOMPARE(series,
+        (QList<MonthFigures> { { QDate(2024, 11, 1), 0, 0 }, { QDate(2024, 12, 1), 5, 2 },
+            { QDate(2025, 1, 1), 0, 0 }, { QDate(2025, 2, 1), 0, 3 } }));
+    QCOMPARE(series.at(1).netFen(), qint64 { 3 });
+    QCOMPARE(series.at(3).netFen(), qint64 { -3 });
+    QVERIFY(monthlySeriesOf({}, {}).isEmpty());
+}
+
+void TestLedgerStatistics::twelveMonthsEndWithToday_data()
+{
+    QTest::addColumn<QDate>("today");
+    QTest::addColumn<DateRange>("range");
+    QTest::newRow("in november") << QDate(2025, 11, 21)
+                                 << DateRange { QDate(2024, 12, 1), QDate(2025, 11, 30) };
+    QTest::newRow("at a year's end")
+        << QDate(2025, 12, 31) << DateRange { QDate(2025, 1, 1), QDate(2025, 12, 31) };
+    QTest::newRow("on a leap day")
+        << QDate(2024, 2, 29) << DateRange { QDate(2023, 3, 1), QDate(2024, 2, 29) };
+}
+
+void TestLedgerStatistics::twelveMonthsEndWithToday()
+{
+    QFETCH(QDate, today);
+    const DateRange months = lastTwelveMonths(today);
+    QTEST(months, "range");
+    QCOMPARE(monthlySeriesOf({}, months).size(), 12);
+}
+
+void TestLedgerStatistics::sharesAddUpToAHundred_data()
+{
+    QTest::addColumn<RiskLevelCounts>("counts");
+    QTest::addColumn<QString>("shares");
+    using Counts = RiskLevelCounts;
+    QTest::newRow("no entries") << Counts {} << u"0.0% 0.0% 0.0% 0.0%"_s;
+    QTest::newRow("one level") << Counts { 0, 0, 0, 7 } << u"0.0% 0.0% 0.0% 100.0%"_s;
+    QTest::newRow("even") << Counts { 1, 1, 1, 1 } << u"25.0% 25.0% 25.0% 25.0%"_s;
+    QTest::newRow("thirds: the rest goes to the graver level")
+        << Counts { 1, 1, 1, 0 } << u"33.4% 33.3% 33.3% 0.0%"_s;
+    QTest::newRow("two thirds round up") << Counts { 1, 0, 0, 2 } << u"33.3% 0.0% 0.0% 66.7%"_s;
+    QTest::newRow("too small to show") << Counts { 1, 0, 0, 9'999 } << u"0.0% 0.0% 0.0% 100.0%"_s;
+    QTest::newRow("just large enough") << Counts { 6, 0, 0, 9'994 } << u"0.1% 0.0% 0.0% 99.9%"_s;
+}
+
+void TestLedgerStatistics::sharesAddUpToAHundred()
+{
+    QFETCH(RiskLevelCounts, counts);
+    QStringList texts;
+    for (const RiskShare& share : riskSharesOf(counts))
+        texts += shareText(share.permille);
+    QTEST(texts.join(u' '), "shares");
+}
+
+void TestLedgerStatistics::randomSharesAddUpAndStayClose()
+{
+    std::mt19937 random(3);
+    for (int round = 0; round < 2'000; ++round) {
+        const auto pick = [&] { return static_cast<qint64>(random() % (1u << (random() % 20))); };
+        const RiskLevelCounts counts { pick(), pick(), pick(), pick() + 1 };
+        const qint64 total = counts.high + counts.medium + counts.low + counts.normal;
+        const auto shares = riskSharesOf(counts);
+        int sum = 0;
+        for (const RiskShare& share : shares) {
+            sum += share.permille;
+            const double exact
+                = 1000.0 * static_cast<double>(share.count) / static_cast<double>(total);
+            QVERIFY(qAbs(share.permille - exact) < 1.0);
+        }
+        QCOMPARE(sum, 1000);
+        QCOMPARE(shares.first().level, RiskLevel::High);
+        QCOMPARE(shares.last().count, counts.normal);
+    }
+}
+
+void TestLedgerStatistics::changesAreNamed_data()
+{
+    QTest::addColumn<qint64>("current");
+    QTest::addColumn<qint64>("earlier");
+    QTest::addColumn<QString>("text");
+    const auto row = [](const char* name, qint64 current, qint64 earlier, const QString& text) {
+        QTest::newRow(name) << current << earlier << text;
+    };
+    row("more", 1'125, 1'000, u"+12.5%"_s);
+    row("less", 970, 1'000, u"-3.0%"_s);
+    row("gone", 0, 1'000, u"-100.0%"_s);
+    row("the same", 1'000, 1'000, u"持平"_s);
+    row("nothing before", 1'000, 0, u"—"_s);
+    row("nothing at all", 0, 0, u"—"_s);
+    row("many times", 50'000, 1'000, u"+4900.0%"_s);
+    row("rounded", 2'000'001, 3'000'000, u"-33.3%"_s);
+    row("a smaller loss", -500, -1'000, u"+50.0%"_s);
+    row("a larger loss", -1'500, -1'000, u"-50.0%"_s);
+    row("from loss to profit", 500, -1'000, u"+150.0%"_s);
+    row("from profit to loss", -500, 1'000, u"-150.0%"_s);
+}
+
+void TestLedgerStatistics::changesAreNamed()
+{
+    QFETCH(qint64, current);
+    QFETCH(qint64, earlier);
+    QTEST(changeText(current, earlier), "text");
+}
+
+void TestLedgerStatistics::rangesAreReadAndCompared()
+{
+    QVERIFY(addYear());
+    const QDate today(2025, 11, 21);
+    const auto compared = comparedTotals(rangeOf(Period::ThisMonth, today), today);
+    QCOMPARE(textOf(compared.totals.all), u"3: +1000 -37"_s);
+    QCOMPARE(textOf(compared.totals.company), u"2: +1000 -7"_s);
+    QCOMPARE(textOf(compared.totals.privateAccount), u"1: +0 -30"_s);
+    QVERIFY(compared.comparison);
+    // Of the running month only what is past counts, as of the others.
+    QCOMPARE(textOf(compared.comparison->current), u"2: +1000 -30"_s);
+    QCOMPARE(textOf(compared.comparison->previous), u"1: +400 -0"_s);
+    QCOMPARE(textOf(compared.comparison->yearAgo), u"1: +2000 -0"_s);
+}
+
+void TestLedgerStatistics::openRangesHaveNoComparison()
+{
+    QVERIFY(addYear());
+    const auto compared
+        = comparedTotals(rangeOf(Period::All, QDate(2025, 11, 21)), QDate(2025, 11, 21));
+    QCOMPARE(compared.totals.all.count, qint64 { 6 });
+    QVERIFY(!compared.comparison);
+}
+
+void TestLedgerStatistics::monthsAreReadWithGaps()
+{
+    QVERIFY(addYear());
+    const auto series = monthlySeries(lastTwelveMonths(QDate(2025, 11, 21)));
+    QCOMPARE(series.size(), 12);
+    QCOMPARE(series.first(), (MonthFigures { QDate(2024, 12, 1), 0, 0 }));
+    QCOMPARE(series.at(10), (MonthFigures { QDate(2025, 10, 1), 405, 0 }));
+    QCOMPARE(series.last(), (MonthFigures { QDate(2025, 11, 1), 1'000, 37 }));
+}
+
+void TestLedgerStatistics::theOwnersBalanceIsReadByRange()
+{
+    QVERIFY(addYear());
+    QCOMPARE(ownerBalanceFen(rangeOf(Period::ThisYear, QDate(2025, 6, 1))), qint64 { -2 });
+    QCOMPARE(ownerBalanceFen(rangeOf(Period::LastYear, QDate(2025, 6, 1))), qint64 { 0 });
+    QCOMPARE(ownerBalanceFen({ {}, QDate(2025, 10, 31) }), qint64 { 5 });
+}
+
+void TestLedgerStatistics::cardsCountLevelsInForceAndLooseVouchers()
+{
+    QCOMPARE(cardCounts(), CardCounts());
+    QVERIFY(addYear());
+    TransactionDao entries;
+    QVERIFY(entries.updateAutoRisk(1, RiskLevel::High, {})
+        && entries.updateAutoRisk(2, RiskLevel::High, {})
+        && entries.updateAutoRisk(3, RiskLevel::Medium, {})
+        && entries.updateAutoRisk(4, RiskLevel::Low, {})
+        && entries.setManualOverride(2, RiskLevel::Low, {}));
+    QVERIFY(TestLedger::addVoucher(1) && TestLedger::addVoucher(0) && TestLedger::addVoucher(0));
+    QCOMPARE(cardCounts(), (CardCounts { 1, 1, 2, 2 }));
+}

@@ -1,0 +1,332 @@
+#include "statistics/TestTodoList.h"
+
+#include "core/TextRules.h"
+#include "services/TodoList.h"
+#include "support/TestLedger.h"
+
+using namespace Qt::StringLiterals;
+using TestLedger::entry;
+using TodoList::Facts;
+using TodoList::Item;
+using TodoList::Kind;
+
+namespace {
+
+const QDate today(2025, 6, 15);
+
+// Nothing to see to: a statement of this year is all that a ledger needs.
+Facts cleanFacts()
+{
+    Facts facts;
+    facts.today = today;
+    facts.latestIndependenceStatement = QDate(2025, 1, 1);
+    return facts;
+}
+
+Transaction flow(
+    qint64 id, const QString& date, Direction direction = Direction::Out, qint64 fen = 10'000)
+{
+    const auto category
+        = direction == Direction::In ? Category::ShareholderIn : Category::ShareholderOut;
+    Transaction made = entry(date, category, direction, fen);
+    made.id = id;
+    return made;
+}
+
+QList<qint64> idsOf(const Item& item)
+{
+    QList<qint64> ids;
+    for (const QVariant& id : item.parameters.value(u"txIds"_s).toList())
+        ids += id.toLongLong();
+    return ids;
+}
+
+TodoList::Decision decision(const QString& docDate, const QString& settleDate)
+{
+    TodoList::Decision made;
+    made.document.id = 4;
+    made.document.docNo = u"KYR-FD-2025-0001"_s;
+    made.document.docType = DocType::FundDecision;
+    made.document.fundDirection = Direction::Out;
+    made.document.docDate = TextRules::dateFromText(docDate);
+    made.document.settleDate = TextRules::dateFromText(settleDate);
+    made.covered = { 4, 2, 50'000, made.document.docDate };
+    return made;
+}
+
+} // namespace
+
+void TestTodoList::aCleanLedgerAsksForNothing()
+{
+    QVERIFY(TodoList::itemsOf(cleanFacts()).isEmpty());
+}
+
+void TestTodoList::highRiskEntriesOpenTheLedger()
+{
+    Facts facts = cleanFacts();
+    facts.highRiskCount = 3;
+    const auto items = TodoList::itemsOf(facts);
+    QCOMPARE(items.size(), 1);
+    QCOMPARE(items.first().kind, Kind::HighRiskEntries);
+    QCOMPARE(items.first().severity, NoticeLevel::Danger);
+    QCOMPARE(items.first().title, u"3 笔高风险流水待处理"_s);
+    QCOMPARE(items.first().target, TodoList::Target::Ledger);
+    QCOMPARE(items.first().parameters, (QVariantMap { { u"risk"_s, u"high"_s } }));
+}
+
+void TestTodoList::uncoveredTransfersAskForADecision_data()
+{
+    QTest::addColumn<QString>("directions"); // of flows on consecutive days, "+" for in
+    QTest::addColumn<QList<int>>("covered");
+    QTest::addColumn<QStringList>("found"); // title: ids
+    const QString out = u"笔公司付给股东的资金缺少往来决定书: "_s;
+    const QString in = u"笔股东转入公司的资金缺少往来决定书: "_s;
+    using Ids = QList<int>;
+    QTest::newRow("too few") << u"--"_s << Ids {} << QStringList();
+    QTest::newRow("out only") << u"---"_s << Ids {} << QStringList { u"3 "_s + out + u"1 2 3"_s };
+    QTest::newRow("in only") << u"+++"_s << Ids {} << QStringList { u"3 "_s + in + u"1 2 3"_s };
+    QTest::newRow("an item for each direction")
+        << u"-+-"_s << Ids {} << QStringList { u"2 "_s + out + u"1 3"_s, u"1 "_s + in + u"2"_s };
+    QTest::newRow("covered ones are left out")
+        << u"-+--"_s << Ids { 1, 2 } << QStringList { u"2 "_s + out + u"3 4"_s };
+    QTest::newRow("all covered") << u"---"_s << Ids { 1, 2, 3 } << QStringList();
+}
+
+void TestTodoList::uncoveredTransfersAskForADecision()
+{
+    QFETCH(QString, directions);
+    QFETCH(QList<int>, covered);
+    Facts facts = cleanFacts();
+    for (qsizetype i = 0; i < directions.size(); ++i)
+        facts.ownerFlows += flow(i + 1, u"2025-03-0%1"_s.arg(i + 1),
+            directions.at(i) == u'+' ? Direction::In : Direction::Out);
+    for (const int id : covered)
+        facts.coveredIds += id;
+    QStringList found;
+    for (const Item& item : TodoList::itemsOf(facts)) {
+        QCOMPARE(item.kind, Kind::UncoveredTransfers);
+        QCOMPARE(item.target, TodoList::Target::FundDecision);
+        QCOMPARE(item.parameters.value(u"fund"_s), QVariant(true));
+        QVERIFY(item.text.contains(u"合计 %1.00 元"_s.arg(idsOf(item).size() * 100)));
+        QStringList ids;
+        for (const qint64 id : idsOf(item))
+            ids += QString::number(id);
+        found += item.title + u": "_s + ids.join(u' ');
+    }
+    QTEST(found, "found");
+}
+
+void TestTodoList::aReviewedTransferIsNotAskedForAgain()
+{
+    Facts facts = cleanFacts();
+    for (int i = 1; i <= 4; ++i)
+        facts.ownerFlows += flow(i, u"2025-03-0%1"_s.arg(i));
+    facts.ownerFlows[1].riskManualOverride = RiskLevel::Normal;
+    facts.ownerFlows[2].riskManualOverride = RiskLevel::High;
+    const auto items = TodoList::itemsOf(facts);
+    QCOMPARE(items.size(), 1);
+    QCOMPARE(idsOf(items.first()), (QList<qint64> { 1, 3, 4 }));
+}
+
+void TestTodoList::lastYearsDecisionIsMissing_data()
+{
+    QTest::addColumn<qint64>("entries");
+    QTest::addColumn<bool>("exists");
+    QTest::addColumn<bool>("asked");
+    QTest::newRow("no entries") << qint64 { 0 } << false << false;
+    QTest::newRow("one entry, no decision") << qint64 { 1 } << false << true;
+    QTest::newRow("decided") << qint64 { 9 } << true << false;
+}
+
+void TestTodoList::lastYearsDecisionIsMissing()
+{
+    QFETCH(qint64, entries);
+    QFETCH(bool, exists);
+    QFETCH(bool, asked);
+    Facts facts = cleanFacts();
+    facts.entriesLastYear = entries;
+    facts.hasAnnualDecisionLastYear = exists;
+    const auto items = TodoList::itemsOf(facts);
+    QCOMPARE(items.size(), asked ? 1 : 0);
+    if (!asked)
+        return;
+    QCOMPARE(items.first().title, u"缺少 2024 年度股东决定书"_s);
+    QCOMPARE(items.first().target, TodoList::Target::AnnualDecision);
+    QCOMPARE(items.first().parameters, (QVariantMap { { u"year"_s, 2024 } }));
+}
+
+void TestTodoList::statementsAgeInAYear_data()
+{
+    QTest::addColumn<QDate>("latest");
+    QTest::addColumn<bool>("asked");
+    QTest::newRow("none") << QDate() << true;
+    QTest::newRow("today") << today << false;
+    QTest::newRow("twelve months ago") << QDate(2024, 6, 15) << false;
+    QTest::newRow("a day more") << QDate(2024, 6, 14) << true;
+}
+
+void TestTodoList::statementsAgeInAYear()
+{
+    QFETCH(QDate, latest);
+    QFETCH(bool, asked);
+    Facts facts = cleanFacts();
+    facts.latestIndependenceStatement = latest;
+    const auto items = TodoList::itemsOf(facts);
+    QCOMPARE(items.size(), asked ? 1 : 0);
+    if (!asked)
+        return;
+    QCOMPARE(items.first().target, TodoList::Target::IndependenceStatement);
+    QCOMPARE(items.first().text.contains(u"2024-06-14"_s), latest.isValid());
+}
+
+void TestTodoList::overdueDecisionsAreRemarked_data()
+{
+    QTest::addColumn<QString>("docDate");
+    QTest::addColumn<QString>("settleDate");
+    QTest::addColumn<bool>("remarked");
+    QTest::newRow("a day past") << u"2025-01-10"_s << u"2025-06-14"_s << true;
+    QTest::newRow("due today") << u"2025-01-10"_s << u"2025-06-15"_s << false;
+    QTest::newRow("due later") << u"2025-01-10"_s << u"2025-12-31"_s << false;
+    QTest::newRow("no day agreed") << u"2025-01-10"_s << QString() << false;
+    QTest::newRow("decided twelve months ago") << u"2024-06-15"_s << u"2024-12-31"_s << true;
+    QTest::newRow("decided longer ago") << u"2024-06-14"_s << u"2024-12-31"_s << false;
+}
+
+void TestTodoList::overdueDecisionsAreRemarked()
+{
+    QFETCH(QString, docDate);
+    QFETCH(QString, settleDate);
+    QFETCH(bool, remarked);
+    Facts facts = cleanFacts();
+    facts.fundDecisions = { decision(docDate, settleDate) };
+    auto items = TodoList::itemsOf(facts);
+    QCOMPARE(items.size(), remarked ? 1 : 0);
+    if (remarked) {
+        QCOMPARE(items.first().kind, Kind::UnsettledDecision);
+        QCOMPARE(
+            items.first().title, u"往来决定书 KYR-FD-2025-0001 已过约定日期，请核对是否已归还"_s);
+        QVERIFY(items.first().text.contains(u"500.00 元"_s));
+        QVERIFY(items.first().text.contains(settleDate));
+        QCOMPARE(items.first().target, TodoList::Target::DocumentArchive);
+        QCOMPARE(items.first().parameters, (QVariantMap { { u"docId"_s, qint64 { 4 } } }));
+    }
+    facts.fundDecisions.first().document.fundDirection = Direction::In;
+    QVERIFY2(TodoList::itemsOf(facts).isEmpty(), "money from the owner is not the owner's debt");
+}
+
+void TestTodoList::whatCountsAsReturned_data()
+{
+    QTest::addColumn<QList<Transaction>>("flows");
+    QTest::addColumn<bool>("settled");
+    using Flows = QList<Transaction>;
+    const QString after = u"2025-02-01"_s;
+    QTest::newRow("nothing") << Flows {} << false;
+    QTest::newRow("one fen short") << Flows { flow(1, after, Direction::In, 49'999) } << false;
+    QTest::newRow("all at once") << Flows { flow(1, after, Direction::In, 50'000) } << true;
+    QTest::newRow("in parts, the last one late") << Flows { flow(1, after, Direction::In, 20'000),
+        flow(2, u"2025-06-10"_s, Direction::In, 30'000) }
+                                                 << true;
+    QTest::newRow("on the day of the first payment")
+        << Flows { flow(1, u"2025-01-05"_s, Direction::In, 50'000) } << true;
+    QTest::newRow("before the first payment")
+        << Flows { flow(1, u"2025-01-04"_s, Direction::In, 50'000) } << false;
+    QTest::newRow("paid out") << Flows { flow(1, after, Direction::Out, 50'000) } << false;
+    Transaction reimbursed = entry(after, Category::ExpenseReimburse, Direction::In, 50'000);
+    QTest::newRow("a reimbursement") << Flows { reimbursed } << false;
+    Transaction undated = flow(1, QString(), Direction::In, 50'000);
+    QTest::newRow("without a date") << Flows { undated } << false;
+}
+
+void TestTodoList::whatCountsAsReturned()
+{
+    QFETCH(QList<Transaction>, flows);
+    QFETCH(bool, settled);
+    Facts facts = cleanFacts();
+    facts.ownerFlows = flows;
+    facts.fundDecisions = { decision(u"2025-01-10"_s, u"2025-05-31"_s) };
+    // Drawn up five days after the money had left.
+    facts.fundDecisions.first().covered.firstDate = QDate(2025, 1, 5);
+    QCOMPARE(TodoList::itemsOf(facts).isEmpty(), settled);
+}
+
+void TestTodoList::theYearEndItemComesInNovember_data()
+{
+    QTest::addColumn<QDate>("day");
+    QTest::addColumn<qint64>("balance");
+    QTest::addColumn<bool>("asked");
+    QTest::newRow("the day before") << QDate(2025, 10, 31) << qint64 { -100 } << false;
+    QTest::newRow("first of november") << QDate(2025, 11, 1) << qint64 { -100 } << true;
+    QTest::newRow("last of december") << QDate(2025, 12, 31) << qint64 { -1 } << true;
+    QTest::newRow("new year") << QDate(2026, 1, 1) << qint64 { -100 } << false;
+    QTest::newRow("even") << QDate(2025, 11, 1) << qint64 { 0 } << false;
+    QTest::newRow("the company owes") << QDate(2025, 11, 1) << qint64 { 100 } << false;
+}
+
+void TestTodoList::theYearEndItemComesInNovember()
+{
+    QFETCH(QDate, day);
+    QFETCH(qint64, balance);
+    QFETCH(bool, asked);
+    Facts facts = cleanFacts();
+    facts.today = day;
+    facts.latestIndependenceStatement = day;
+    facts.ownerBalanceFen = balance;
+    const auto items = TodoList::itemsOf(facts);
+    QCOMPARE(items.size(), asked ? 1 : 0);
+    if (!asked)
+        return;
+    QCOMPARE(items.first().kind, Kind::YearEndDebt);
+    QVERIFY(items.first().title.contains(balance == -1 ? u"0.01 元"_s : u"1.00 元"_s));
+    for (const QString& word : { u"分红"_s, u"2025 年 12 月 31 日"_s, u"咨询税务专业人士"_s })
+        QVERIFY2(items.first().text.contains(word), qPrintable(items.first().text));
+}
+
+void TestTodoList::looseVouchersOpenTheArchive()
+{
+    Facts facts = cleanFacts();
+    facts.unlinkedVouchers = 2;
+    const auto items = TodoList::itemsOf(facts);
+    QCOMPARE(items.size(), 1);
+    QCOMPARE(items.first().title, u"2 份凭证还没有关联"_s);
+    QCOMPARE(items.first().target, TodoList::Target::Vouchers);
+    QCOMPARE(items.first().parameters, (QVariantMap { { u"linked"_s, u"none"_s } }));
+}
+
+void TestTodoList::largeEntriesOpenTheLedger()
+{
+    Facts facts = cleanFacts();
+    facts.profile.largeAmountFen = 2'000'050;
+    facts.largeEntriesWithoutVoucher = { 9, 4 };
+    const auto items = TodoList::itemsOf(facts);
+    QCOMPARE(items.size(), 1);
+    QCOMPARE(items.first().title, u"2 笔大额流水没有凭证"_s);
+    QVERIFY(items.first().text.contains(u"20,000.50 元"_s));
+    QCOMPARE(items.first().target, TodoList::Target::Ledger);
+    QCOMPARE(idsOf(items.first()), (QList<qint64> { 9, 4 }));
+}
+
+void TestTodoList::theGravestComesFirst()
+{
+    Facts facts;
+    facts.today = QDate(2025, 11, 21);
+    facts.highRiskCount = 1;
+    facts.ownerBalanceFen = -1;
+    for (int i = 1; i <= 3; ++i)
+        facts.ownerFlows += flow(i, u"2025-03-0%1"_s.arg(i));
+    facts.fundDecisions = { decision(u"2025-03-10"_s, u"2025-05-31"_s) };
+    facts.largeEntriesWithoutVoucher = { 1 };
+    facts.entriesLastYear = 1;
+    facts.unlinkedVouchers = 1;
+    QList<Kind> kinds;
+    NoticeLevel last = NoticeLevel::Danger;
+    for (const Item& item : TodoList::itemsOf(facts)) {
+        QVERIFY(item.severity <= last);
+        last = item.severity;
+        kinds += item.kind;
+        QVERIFY(!item.title.isEmpty() && item.text.endsWith(u'。'));
+    }
+    QCOMPARE(kinds,
+        (QList<Kind> { Kind::HighRiskEntries, Kind::YearEndDebt, Kind::UncoveredTransfers,
+            Kind::UnsettledDecision, Kind::LargeEntriesWithoutVoucher, Kind::MissingAnnualDecision,
+            Kind::MissingIndependenceStatement, Kind::UnlinkedVouchers }));
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "db/Transaction.h"
+
+/// Small ledgers for tests. Whatever cannot be stored gives 0, which no row has.
+namespace TestLedger {
+
+/// An entry of the company's account; 100.00 yuan unless said otherwise.
+Transaction entry(const QString& date, Category category, Direction direction, qint64 fen = 10'000);
+
+/// Stores the entry; its id.
+qint64 add(Transaction entry);
+
+/// Stores a fund decision over the entries, payments out of the company; its id.
+qint64 addFundDecision(const QList<qint64>& entryIds,
+    const QString& docDate = QStringLiteral("2025-01-01"), const QString& settleDate = {});
+
+/// Stores a voucher linked to the entry (to nothing when 0); its id.
+qint64 addVoucher(qint64 entryId);
+
+/// What the evaluation found for an entry: "level|reason;reason", the reasons by the name of
+/// their rule, as in "high|R1-1;R3" or "medium|R2(4)" with the size of the group.
+QString autoRisk(qint64 entryId);
+
+} // namespace TestLedger
