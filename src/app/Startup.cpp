@@ -10,6 +10,7 @@
 #include "dialogs/ProfileWizardDialog.h"
 #include "pages/IPage.h"
 #include "pages/PageFactory.h"
+#include "services/backup/RestoreRepair.h"
 #include "services/ProfileRules.h"
 #include "theme/Theme.h"
 #include "widgets/MessageBox.h"
@@ -102,6 +103,8 @@ Startup::Verdict Startup::takeLock()
 
 Startup::Verdict Startup::openDatabase()
 {
+    if (const std::optional<QString> problem = RestoreRepair::run())
+        return failure("an interrupted restore cannot be repaired", u"启动失败"_s, *problem);
     DatabaseManager& database = DatabaseManager::instance();
     if (database.open()) {
         if (database.isReadOnly())

@@ -1,0 +1,154 @@
+#include "services/backup/BackupService.h"
+
+#include "core/AppPaths.h"
+#include "db/ProfileDao.h"
+#include "services/backup/BackupLayout.h"
+#include "services/backup/BackupWriter.h"
+#include "services/backup/DatabaseReader.h"
+#include "services/backup/DiskFiles.h"
+#include "services/backup/Restore.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr qint64 longestManifest = 65'536;
+
+// Walks up from a folder, so that links, letter case and mounts are seen through.
+bool isInsideVoucherFolder(const QString& folder)
+{
+    const fs::path vouchers = DiskFiles::native(AppPaths::voucherAssetsDir());
+    std::error_code error;
+    fs::path candidate = fs::canonical(DiskFiles::native(folder), error);
+    for (; !error && candidate.has_relative_path(); candidate = candidate.parent_path()) {
+        if (fs::equivalent(candidate, vouchers, error))
+            return true;
+        error.clear();
+    }
+    return false;
+}
+
+bool isUsableTarget(const QString& folder)
+{
+    const QFileInfo info(folder);
+    // A backup inside the folder that it copies would contain itself.
+    return !folder.isEmpty() && info.isDir() && info.isWritable() && !isInsideVoucherFolder(folder);
+}
+
+BackupResult failedBackup(const QString& message)
+{
+    qWarning("Backup failed: %s", qUtf8Printable(message));
+    return { .message = message };
+}
+
+BackupManifest readManifest(const QString& folder)
+{
+    QFile file(BackupLayout::manifestIn(folder));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return BackupManifest::fromBytes(file.read(longestManifest));
+}
+
+void readDatabase(const QString& folder, BackupPreview& preview)
+{
+    const DatabaseReader database(BackupLayout::databaseIn(folder));
+    if (const auto problem = database.problem()) {
+        preview.warnings += u"备份中的数据库无法使用：%1"_s.arg(*problem);
+        return;
+    }
+    preview.companyName = database.companyName();
+    preview.entries = database.rowCount(u"transactions"_s);
+    preview.vouchers = database.rowCount(u"vouchers"_s);
+    preview.documents = database.rowCount(u"documents"_s);
+    preview.newestEntry = database.newestEntryDate();
+}
+
+void compareVoucherFiles(const FolderCopy::Listing& files, BackupPreview& preview)
+{
+    preview.voucherFiles = files.fileCount();
+    if (files.problem)
+        preview.warnings += u"备份中的凭证文件无法读取：%1"_s.arg(*files.problem);
+    else if (!preview.manifest.voucherFiles)
+        preview.warnings += u"备份清单未登记凭证文件数，无法核对凭证是否完整。"_s;
+    else if (*preview.manifest.voucherFiles != preview.voucherFiles)
+        preview.warnings
+            += u"备份清单登记 %1 个凭证文件，实际有 %2 个，备份可能不完整或已被改动。"_s.arg(
+                QString::number(*preview.manifest.voucherFiles),
+                QString::number(preview.voucherFiles));
+}
+
+} // namespace
+
+BackupService::BackupService(BackupProgress::Callback progress)
+    : m_progress(std::move(progress))
+{
+}
+
+BackupResult BackupService::backupTo(const QString& parentFolder)
+{
+    if (!isUsableTarget(parentFolder))
+        return failedBackup(u"备份目标目录不可用：%1"_s.arg(parentFolder));
+    const QDateTime now = QDateTime::currentDateTime();
+    const QString parent = QDir(parentFolder).absolutePath();
+    const std::optional<QString> folder = BackupLayout::createFolder(parent, now);
+    if (!folder)
+        return failedBackup(u"无法创建备份目录：%1"_s.arg(BackupLayout::folderFor(parent, now)));
+
+    const FolderCopy::Listing vouchers = FolderCopy::list(AppPaths::voucherAssetsDir());
+    BackupProgress progress(m_progress, vouchers.fileCount() + 1);
+    BackupWriter backup(*folder, vouchers, progress);
+    if (const auto problem = backup.checkpoint())
+        return failedBackup(*problem);
+    if (const auto problem = backup.complete(BackupManifest::Kind::Manual, now))
+        return failedBackup(*problem);
+    qInfo("Backed up to %s", qUtf8Printable(*folder));
+    const bool noted = ProfileDao().setLastBackupAt(now);
+    return { .ok = true,
+        .folder = *folder,
+        .message = noted ? QString() : u"备份完成但备份时间未能写入档案"_s };
+}
+
+BackupCheck BackupService::validateBackup(const QString& folder)
+{
+    if (folder.isEmpty() || !QFileInfo(folder).isDir())
+        return { .message = u"目录不存在"_s };
+    if (!QFileInfo(BackupLayout::manifestIn(folder)).isFile())
+        return { .message = u"缺少备份清单 backup_manifest.txt，不是有效备份目录"_s };
+    const QFileInfo database(BackupLayout::databaseIn(folder));
+    if (!database.isFile() || database.size() == 0)
+        return { .message = u"缺少数据库文件 brixa.db 或文件为空"_s };
+    return { .ok = true };
+}
+
+BackupPreview BackupService::inspect(const QString& folder)
+{
+    BackupPreview preview;
+    const BackupCheck check = validateBackup(folder);
+    preview.message = check.message;
+    preview.ok = check.ok;
+    if (!check.ok)
+        return preview;
+    preview.manifest = readManifest(folder);
+    const QString vouchers = BackupLayout::vouchersIn(folder);
+    const FolderCopy::Listing files = FolderCopy::list(vouchers);
+    preview.bytes
+        = FolderCopy::sizeOf(vouchers, files) + QFileInfo(BackupLayout::databaseIn(folder)).size();
+    compareVoucherFiles(files, preview);
+    readDatabase(folder, preview);
+    return preview;
+}
+
+RestoreResult BackupService::restoreFrom(const QString& folder)
+{
+    if (const BackupCheck check = validateBackup(folder); !check.ok) {
+        qWarning("Restore refused: %s", qUtf8Printable(check.message));
+        return { .message = check.message };
+    }
+    return Restore(QDir(folder).absolutePath(), m_progress).run();
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "support/DatabaseTestCase.h"
+
+class TestBackup final : public DatabaseTestCase {
+    Q_OBJECT
+
+private slots:
+    void aBackupHoldsEverything();
+    void theManifestReadsAsWritten();
+    void theManifestIsReadFromOtherHands_data();
+    void theManifestIsReadFromOtherHands();
+    void copiesCanBeWritten();
+    void linksToFoldersAreNotFollowed();
+    void aBrokenLinkStopsTheBackup();
+    void pipesAreLeftOut();
+    void aVoucherFolderOnAnotherDiskIsCopied();
+    void withoutAVoucherFolderTheCopyIsEmpty();
+    void theFolderMayHaveAnyName();
+    void twoBackupsInOneSecondAreTwo();
+    void takenNamesEndTheSearch();
+    void unusableTargetsAreRefused_data();
+    void unusableTargetsAreRefused();
+    void failuresLeaveNothingBehind_data();
+    void failuresLeaveNothingBehind();
+    void aFullDiskLeavesNothingBehind();
+    void aTimeThatCannotBeNotedDoesNotUndoTheBackup();
+    void theProgressCountsEveryFile();
+    void foldersAreCopiedOverOthers();
+    void whatIsInTheWayIsTold_data();
+    void whatIsInTheWayIsTold();
+    void invalidFoldersAreRefused_data();
+    void invalidFoldersAreRefused();
+    void thePreviewTellsWhatIsInside();
+    void thePreviewLeavesTheFolderAsItIs();
+    void thePreviewWarns_data();
+    void thePreviewWarns();
+};

@@ -1,0 +1,164 @@
+#include "services/backup/TestInterruption.h"
+
+#include <QProcess>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Outcome {
+    QString told; // "ok|message|what the open database holds|", nothing when killed
+    QString next; // what the next start finds "|" the backups made
+
+    bool wasKilled() const { return told.isEmpty(); }
+    bool succeeded() const { return told.startsWith(u"ok|"_s); }
+    QString message() const { return told.section(u'|', 1, 1); }
+    QString afterwards() const { return told.section(u'|', 2, 2); }
+    QString content() const { return next.section(u'|', 0, 0); }
+    QString backups() const { return next.section(u'|', 1, 1); }
+    bool isOld() const { return content().startsWith(u"旧 旧,旧 旧/side "_s); }
+    bool isNew() const { return content().startsWith(u"新 新,新 新/side "_s); }
+    // Nothing mixed, damaged, read-only or left behind.
+    bool isSound() const { return (isOld() || isNew()) && content().endsWith(u" ok"_s); }
+};
+
+QList<Outcome> run(const QString& mode, const QString& work)
+{
+    QList<Outcome> outcomes;
+#ifdef BACKUP_HELPER
+    QProcess process;
+    process.start(QStringLiteral(BACKUP_HELPER), { mode, work });
+    process.waitForFinished(240'000);
+    const QString output = QString::fromUtf8(process.readAllStandardOutput());
+    for (const QString& line : output.split(u'\n', Qt::SkipEmptyParts))
+        outcomes.append({ line.section(u'\t', 1, 1), line.section(u'\t', 2) });
+#else
+    Q_UNUSED(mode)
+    Q_UNUSED(work)
+#endif
+    return outcomes;
+}
+
+qsizetype countOf(const QList<Outcome>& outcomes, bool (Outcome::*property)() const)
+{
+    return std::count_if(outcomes.begin(), outcomes.end(),
+        [property](const Outcome& outcome) { return (outcome.*property)(); });
+}
+
+// Enough different steps for the run to have taken place.
+constexpr qsizetype fewestSteps = 40;
+
+} // namespace
+
+#ifndef BACKUP_HELPER
+#define REQUIRE_HELPER QSKIP("system calls can be caught on Linux only")
+#else
+#define REQUIRE_HELPER                                                                             \
+    do {                                                                                           \
+    } while (false)
+#endif
+
+#define VERIFY_OUTCOME(condition)                                                                  \
+    QVERIFY2(condition,                                                                            \
+        qUtf8Printable(u"step %1: %2 -> %3"_s.arg(                                                 \
+            QString::number(step + 1), outcomes[step].told, outcomes[step].next)))
+
+void TestInterruption::aKilledRestoreLeavesTheOldOrTheNew()
+{
+    REQUIRE_HELPER;
+    const QList<Outcome> outcomes = run(u"kill"_s, u"restore"_s);
+    QVERIFY(outcomes.size() > fewestSteps);
+    bool committed = false;
+    for (qsizetype step = 0; step < outcomes.size(); ++step) {
+        const Outcome& outcome = outcomes[step];
+        VERIFY_OUTCOME(outcome.isSound());
+        VERIFY_OUTCOME(outcome.wasKilled() == (step + 1 < outcomes.size()));
+        committed = committed || outcome.isNew();
+        VERIFY_OUTCOME(outcome.isNew() == committed);
+    }
+    QVERIFY(outcomes.first().isOld());
+    QVERIFY(outcomes.last().isNew() && outcomes.last().succeeded());
+}
+
+void TestInterruption::aRestoreKilledByChanceLeavesTheOldOrTheNew()
+{
+    REQUIRE_HELPER;
+    const QList<Outcome> outcomes = run(u"chance"_s, u"restore"_s);
+    QCOMPARE(outcomes.size(), 30);
+    QVERIFY(countOf(outcomes, &Outcome::wasKilled) > 5);
+    for (qsizetype step = 0; step < outcomes.size(); ++step) {
+        VERIFY_OUTCOME(outcomes[step].isSound());
+        VERIFY_OUTCOME(outcomes[step].wasKilled() || outcomes[step].isNew());
+    }
+}
+
+void TestInterruption::aKilledRepairIsRepaired()
+{
+    REQUIRE_HELPER;
+    const QList<Outcome> outcomes = run(u"repair"_s, u"restore"_s);
+    QVERIFY(outcomes.size() > fewestSteps);
+    QVERIFY(countOf(outcomes, &Outcome::wasKilled) > fewestSteps);
+    for (qsizetype step = 0; step < outcomes.size(); ++step) {
+        VERIFY_OUTCOME(outcomes[step].isSound());
+        VERIFY_OUTCOME(outcomes[step].wasKilled() || outcomes[step].told == u"repaired"_s);
+    }
+}
+
+void TestInterruption::aFailedRestoreLeavesTheOldAndSaysWhy()
+{
+    REQUIRE_HELPER;
+    const QList<Outcome> outcomes = run(u"fail"_s, u"restore"_s);
+    QVERIFY(outcomes.size() > fewestSteps);
+    QStringList messages;
+    for (qsizetype step = 0; step < outcomes.size(); ++step) {
+        const Outcome& outcome = outcomes[step];
+        VERIFY_OUTCOME(outcome.isSound());
+        VERIFY_OUTCOME(outcome.succeeded() ? outcome.isNew() : outcome.isOld());
+        VERIFY_OUTCOME(outcome.succeeded() == outcome.message().isEmpty());
+        // The same process could go on with its work.
+        VERIFY_OUTCOME(outcome.afterwards() == outcome.content());
+        messages += outcome.message();
+    }
+    QVERIFY(outcomes.last().isNew());
+    for (const QString& expected :
+        { u"无法创建自动备份目录："_s, u"WAL 检查点失败："_s, u"当前数据库自动备份失败"_s,
+            u"数据目录不可用："_s, u"数据库文件被占用，无法覆盖："_s, u"数据库文件复制失败："_s,
+            u"无法清理："_s, u"无法创建目录："_s, u"复制失败："_s, u"恢复后数据库无法打开："_s }) {
+        const bool seen = std::any_of(messages.begin(), messages.end(),
+            [&](const QString& message) { return message.startsWith(expected); });
+        QVERIFY2(seen, qUtf8Printable(expected));
+    }
+}
+
+void TestInterruption::aKilledBackupIsWholeOrNone()
+{
+    REQUIRE_HELPER;
+    const QList<Outcome> outcomes = run(u"kill"_s, u"backup"_s);
+    QVERIFY(outcomes.size() > fewestSteps);
+    bool whole = false;
+    for (qsizetype step = 0; step < outcomes.size(); ++step) {
+        VERIFY_OUTCOME(outcomes[step].isSound() && outcomes[step].isOld());
+        whole = whole || outcomes[step].backups() == u"whole"_s;
+        if (whole)
+            VERIFY_OUTCOME(outcomes[step].backups() == u"whole"_s);
+        else
+            VERIFY_OUTCOME(
+                QStringList({ u"none"_s, u"invalid"_s }).contains(outcomes[step].backups()));
+    }
+    QVERIFY(whole);
+}
+
+void TestInterruption::aFailedBackupLeavesNothing()
+{
+    REQUIRE_HELPER;
+    const QList<Outcome> outcomes = run(u"fail"_s, u"backup"_s);
+    QVERIFY(outcomes.size() > fewestSteps);
+    for (qsizetype step = 0; step < outcomes.size(); ++step) {
+        const Outcome& outcome = outcomes[step];
+        VERIFY_OUTCOME(outcome.isSound() && outcome.isOld());
+        VERIFY_OUTCOME(outcome.afterwards() == outcome.content());
+        VERIFY_OUTCOME(outcome.backups() == (outcome.succeeded() ? u"whole"_s : u"none"_s));
+        VERIFY_OUTCOME(outcome.succeeded() || !outcome.message().isEmpty());
+    }
+    QVERIFY(outcomes.last().succeeded());
+}

@@ -1,0 +1,255 @@
+// Runs backups and restores in child processes of its own that are killed, or whose disk fails,
+// at each of their system calls in turn, and tells what is found afterwards.
+//
+//   backup_helper kill|fail backup|restore     every step, one line each
+//   backup_helper chance restore               killed at random times
+//   backup_helper repair restore               both the restore and its repair killed
+//
+// A line: step, what the disturbed process told (empty when it was killed), what the next start
+// finds; separated by tabs. The last line of a run belongs to an undisturbed process.
+
+#include "core/AppPaths.h"
+#include "db/DatabaseManager.h"
+#include "db/ProfileDao.h"
+#include "services/backup/BackupSample.h"
+#include "services/backup/BackupService.h"
+#include "services/backup/FileFaults.h"
+#include "services/backup/RestoreRepair.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <QTextStream>
+
+#include <array>
+#include <csignal>
+#include <filesystem>
+#include <functional>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+using FileFaults::Effect;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Where the copies of the data lie that every run starts from.
+struct Stage {
+    QTemporaryDir root;
+    QString target = root.filePath(u"target"_s); // of backups
+    QString pristine = root.filePath(u"pristine"_s); // the old data directory
+    QString backup; // of the new data
+};
+
+void quiet(QtMsgType, const QMessageLogContext&, const QString&) { }
+
+void replaceFolder(const QString& source, const QString& target)
+{
+    fs::remove_all(target.toStdString());
+    fs::copy(source.toStdString(), target.toStdString(), fs::copy_options::recursive);
+}
+
+bool fillFresh(const QString& side)
+{
+    fs::remove_all(AppPaths::dataDir().toStdString());
+    return AppPaths::ensureDirs() && DatabaseManager::instance().open() && BackupSample::fill(side);
+}
+
+bool prepare(Stage& stage, int moreFiles)
+{
+    bool made = QDir().mkpath(stage.target) && fillFresh(u"新"_s);
+    const BackupResult backup = BackupService().backupTo(stage.root.path());
+    DatabaseManager::instance().close();
+    stage.backup = backup.folder;
+    made = made && backup.ok && fillFresh(u"旧"_s);
+    for (int i = 0; i < moreFiles; ++i)
+        made = made
+            && BackupSample::put(AppPaths::voucherAssetsDir() + u"/more/"_s + QString::number(i),
+                QByteArray(5000, 'x'));
+    DatabaseManager::instance().close();
+    replaceFolder(AppPaths::dataDir(), stage.pristine);
+    return made;
+}
+
+// What the work writes into its pipe; empty when its process was killed. `patience` in
+// microseconds ends it from outside.
+QByteArray inChild(const std::function<QString()>& work, useconds_t patience = 0)
+{
+    std::array<int, 2> pipe {};
+    if (::pipe(pipe.data()) != 0)
+        return "no pipe";
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const QByteArray told = work().toUtf8();
+        ::_exit(::write(pipe[1], told.constData(), static_cast<size_t>(told.size())) < 0 ? 1 : 0);
+    }
+    ::close(pipe[1]);
+    if (patience > 0) {
+        ::usleep(patience);
+        ::kill(child, SIGKILL);
+    }
+    QByteArray told;
+    std::array<char, 4096> buffer {};
+    for (ssize_t size = 0; (size = ::read(pipe[0], buffer.data(), buffer.size())) > 0;)
+        told.append(buffer.data(), size);
+    ::close(pipe[0]);
+    ::waitpid(child, nullptr, 0);
+    return told;
+}
+
+QString disturbedRestore(const Stage& stage, Effect effect, int step)
+{
+    if (!DatabaseManager::instance().open())
+        return u"not opened"_s;
+    FileFaults::arm(effect, step);
+    const RestoreResult result = BackupService().restoreFrom(stage.backup);
+    const int steps = FileFaults::disarm();
+    return u"%1|%2|%3|%4"_s.arg(result.ok ? u"ok"_s : u"failed"_s, result.message,
+        result.databaseOpen ? BackupSample::signature() : u"closed"_s,
+        steps < step || step == 0 ? u"undisturbed"_s : QString());
+}
+
+QString disturbedBackup(const Stage& stage, Effect effect, int step)
+{
+    if (!DatabaseManager::instance().open())
+        return u"not opened"_s;
+    FileFaults::arm(effect, step);
+    const BackupResult result = BackupService().backupTo(stage.target);
+    const int steps = FileFaults::disarm();
+    return u"%1|%2|%3|%4"_s.arg(result.ok ? u"ok"_s : u"failed"_s, result.message,
+        BackupSample::signature(), steps < step || step == 0 ? u"undisturbed"_s : QString());
+}
+
+QString disturbedRepair(Effect effect, int step)
+{
+    FileFaults::arm(effect, step);
+    const auto problem = RestoreRepair::run();
+    FileFaults::disarm();
+    return problem.value_or(u"repaired"_s);
+}
+
+// What a manual backup in the target folder is worth.
+QString backupsIn(const QString& target)
+{
+    QStringList found;
+    for (const QString& name : QDir(target).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        const QString folder = target + u'/' + name;
+        const BackupPreview preview = BackupService::inspect(folder);
+        const bool same = BackupSample::tree(folder + u"/voucher_assets"_s)
+            == BackupSample::tree(AppPaths::voucherAssetsDir());
+        found += !preview.ok                                             ? u"invalid"_s
+            : preview.warnings.isEmpty() && same && preview.entries == 2 ? u"whole"_s
+                                                                         : u"BROKEN"_s;
+    }
+    return found.isEmpty() ? u"none"_s : found.join(u',');
+}
+
+// The next start of the program.
+QString nextStart(const Stage& stage)
+{
+    if (!AppPaths::ensureDirs())
+        return u"no folders"_s;
+    if (const auto problem = RestoreRepair::run())
+        return u"not repaired: "_s + *problem;
+    if (!DatabaseManager::instance().open())
+        return u"not opened: "_s + DatabaseManager::instance().lastError();
+    QString found = BackupSample::signature();
+    if (!ProfileDao().setThemeMode(u"dark"_s))
+        found += u" not writable"_s;
+    const QStringList strangers = BackupSample::strangersInDataDir();
+    if (!strangers.isEmpty())
+        found += u" left behind: "_s + strangers.join(u',');
+    found += u'|' + backupsIn(stage.target);
+    DatabaseManager::instance().close();
+    return found;
+}
+
+void reset(const Stage& stage)
+{
+    replaceFolder(stage.pristine, AppPaths::dataDir());
+    fs::remove_all(stage.target.toStdString());
+    fs::create_directory(stage.target.toStdString());
+}
+
+void print(int step, const QByteArray& told, const QByteArray& found)
+{
+    static QTextStream out(stdout);
+    out << step << '\t' << QString::fromUtf8(told) << '\t' << QString::fromUtf8(found) << Qt::endl;
+}
+
+using Disturbed = QString (*)(const Stage&, Effect, int);
+
+void everyStep(const Stage& stage, Disturbed work, Effect effect)
+{
+    for (int step = 1;; ++step) {
+        reset(stage);
+        const QByteArray told = inChild([&] { return work(stage, effect, step); });
+        print(step, told, inChild([&] { return nextStart(stage); }));
+        if (told.endsWith("undisturbed"))
+            return;
+    }
+}
+
+void byChance(const Stage& stage)
+{
+    constexpr int rounds = 30;
+    const auto work = [&] { return disturbedRestore(stage, Effect::CountOnly, 0); };
+    reset(stage);
+    QElapsedTimer timer;
+    timer.start();
+    inChild(work);
+    const int microseconds = static_cast<int>(timer.nsecsElapsed() / 1000);
+    std::srand(1);
+    for (int round = 1; round <= rounds; ++round) {
+        reset(stage);
+        const auto patience = static_cast<useconds_t>(1 + std::rand() % microseconds);
+        const QByteArray told = inChild(work, patience);
+        print(round, told, inChild([&] { return nextStart(stage); }));
+    }
+}
+
+// A restore killed at every few steps, and its repair at every step.
+void repairToo(const Stage& stage)
+{
+    constexpr int stride = 7;
+    for (int step = 1;; step += stride) {
+        for (int repairStep = 1;; ++repairStep) {
+            reset(stage);
+            const QByteArray told
+                = inChild([&] { return disturbedRestore(stage, Effect::Kill, step); });
+            if (told.endsWith("undisturbed"))
+                return;
+            const QByteArray repaired
+                = inChild([&] { return disturbedRepair(Effect::Kill, repairStep); });
+            print(step, repaired, inChild([&] { return nextStart(stage); }));
+            if (!repaired.isEmpty())
+                break;
+        }
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationVersion(u"1.0.0"_s);
+    qInstallMessageHandler(quiet);
+    const QString mode = QCoreApplication::arguments().value(1);
+    const bool restore = QCoreApplication::arguments().value(2) == u"restore"_s;
+    Stage stage;
+    if (!prepare(stage, mode == u"chance"_s ? 60 : 0))
+        return 1;
+    if (mode == u"chance"_s)
+        byChance(stage);
+    else if (mode == u"repair"_s)
+        repairToo(stage);
+    else
+        everyStep(stage, restore ? disturbedRestore : disturbedBackup,
+            mode == u"kill"_s ? Effect::Kill : Effect::Fail);
+    return 0;
+}
