@@ -2,7 +2,7 @@
 
 #include "core/AppPaths.h"
 #include "db/TransactionDao.h"
-#include "services/CsvExport.h"
+#include "services/csv/CsvExport.h"
 #include "support/BenchLedger.h"
 #include "support/PairedTiming.h"
 #include "support/RawDatabase.h"

@@ -1,10 +1,10 @@
 // A document of three sheets as PDF, beside the same HTML through plain Qt layout and PDF writing.
 // Ours adds the cutting into sheets, the column widths and the footers.
 
-#include "services/DocumentPdf.h"
-#include "services/DocumentRules.h"
-#include "services/DocumentTemplates.h"
-#include "services/DocumentTexts.h"
+#include "services/documents/DocumentPdf.h"
+#include "services/documents/DocumentRules.h"
+#include "services/documents/DocumentTemplates.h"
+#include "services/documents/DocumentTexts.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QApplication>

@@ -1,7 +1,7 @@
 // The ledger and the risk engine beside SQLite's C interface doing the same job.
 
 #include "db/TransactionDao.h"
-#include "services/RiskService.h"
+#include "services/risk/RiskService.h"
 #include "support/BenchLedger.h"
 #include "support/PairedTiming.h"
 #include "support/RawLedger.h"

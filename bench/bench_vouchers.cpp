@@ -2,9 +2,9 @@
 // copy by cp, the copies of both on the disk before they count as done.
 
 #include "core/AppPaths.h"
-#include "services/VoucherAssets.h"
-#include "services/VoucherService.h"
-#include "services/VoucherSource.h"
+#include "services/vouchers/VoucherAssets.h"
+#include "services/vouchers/VoucherService.h"
+#include "services/vouchers/VoucherSource.h"
 #include "support/PairedTiming.h"
 
 #include <QCoreApplication>

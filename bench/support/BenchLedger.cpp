@@ -2,7 +2,7 @@
 
 #include "core/AppPaths.h"
 #include "db/DatabaseManager.h"
-#include "services/RiskService.h"
+#include "services/risk/RiskService.h"
 #include "support/LedgerGenerator.h"
 #include "support/RawLedger.h"
 

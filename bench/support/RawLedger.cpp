@@ -1,7 +1,7 @@
 #include "support/RawLedger.h"
 
 #include "core/TextRules.h"
-#include "services/RiskRules.h"
+#include "services/risk/RiskRules.h"
 
 namespace {
 

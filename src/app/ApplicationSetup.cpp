@@ -1,6 +1,6 @@
 #include "app/ApplicationSetup.h"
 
-#include "services/DocumentPdf.h"
+#include "services/documents/DocumentPdf.h"
 #include "theme/Logo.h"
 #include "theme/Theme.h"
 #include "widgets/WheelGuard.h"

@@ -5,7 +5,7 @@
 #include "dialogs/ProfileForm.h"
 #include "dialogs/ThresholdForm.h"
 #include "services/ProfileRules.h"
-#include "services/RiskService.h"
+#include "services/risk/RiskService.h"
 #include "widgets/FormRows.h"
 #include "widgets/MessageBox.h"
 #include "widgets/TextRole.h"

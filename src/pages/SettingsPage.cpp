@@ -6,7 +6,7 @@
 #include "dialogs/ProfileDialog.h"
 #include "dialogs/ThresholdForm.h"
 #include "services/ProfileRules.h"
-#include "services/RiskService.h"
+#include "services/risk/RiskService.h"
 #include "theme/Theme.h"
 #include "widgets/Banner.h"
 #include "widgets/ButtonRole.h"

@@ -1,6 +1,6 @@
 #include "risk/TestRiskPreview.h"
 
-#include "services/RiskPreview.h"
+#include "services/risk/RiskPreview.h"
 
 using namespace Qt::StringLiterals;
 using RiskRules::RiskResult;

@@ -1,6 +1,6 @@
 #include "risk/TestRiskRules.h"
 
-#include "services/RiskRules.h"
+#include "services/risk/RiskRules.h"
 #include "support/TestLedger.h"
 
 #include <random>

@@ -7,7 +7,7 @@
 #include "db/LinkDao.h"
 #include "db/ProfileDao.h"
 #include "db/TransactionDao.h"
-#include "services/RiskService.h"
+#include "services/risk/RiskService.h"
 #include "support/TestDatabase.h"
 #include "support/TestLedger.h"
 

@@ -2,8 +2,8 @@
 
 #include "db/ProfileDao.h"
 #include "db/TransactionDao.h"
-#include "services/DocumentTemplates.h"
-#include "services/DocumentTexts.h"
+#include "services/documents/DocumentTemplates.h"
+#include "services/documents/DocumentTexts.h"
 
 using namespace Qt::StringLiterals;
 

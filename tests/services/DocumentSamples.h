@@ -2,7 +2,7 @@
 
 #include "db/CompanyProfile.h"
 #include "db/Transaction.h"
-#include "services/DocumentRules.h"
+#include "services/documents/DocumentRules.h"
 
 /// A small company and its documents, for tests of wording, files and paper.
 namespace DocumentSamples {

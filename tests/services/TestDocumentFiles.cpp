@@ -3,9 +3,9 @@
 #include "core/AppPaths.h"
 #include "db/DatabaseManager.h"
 #include "db/DocumentDao.h"
-#include "services/DocumentFiles.h"
+#include "services/documents/DocumentFiles.h"
+#include "services/documents/DocumentService.h"
 #include "services/DocumentSamples.h"
-#include "services/DocumentService.h"
 #include "support/FileSizeLimit.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
@@ -17,8 +17,8 @@
 
 using namespace Qt::StringLiterals;
 using DocumentSamples::fundInput;
-using TestFile::bytesOf;
 using TestDatabase::row;
+using TestFile::bytesOf;
 
 namespace {
 

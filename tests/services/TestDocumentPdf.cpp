@@ -1,7 +1,7 @@
 #include "services/TestDocumentPdf.h"
 
 #include "core/AppPaths.h"
-#include "services/DocumentPdf.h"
+#include "services/documents/DocumentPdf.h"
 #include "services/DocumentSamples.h"
 #include "support/FileSizeLimit.h"
 #include "support/PdfTools.h"

@@ -1,9 +1,9 @@
 #include "services/TestDocumentPrint.h"
 
 #include "core/AppPaths.h"
-#include "services/DocumentPdf.h"
+#include "services/documents/DocumentPdf.h"
+#include "services/documents/PageBreaks.h"
 #include "services/DocumentSamples.h"
-#include "services/PageBreaks.h"
 #include "support/PdfTools.h"
 
 #include <QApplication>

@@ -5,9 +5,9 @@
 #include "db/LinkDao.h"
 #include "db/ProfileDao.h"
 #include "db/TransactionDao.h"
+#include "services/documents/DocumentService.h"
 #include "services/DocumentSamples.h"
-#include "services/DocumentService.h"
-#include "services/RiskService.h"
+#include "services/risk/RiskService.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
 

@@ -1,10 +1,10 @@
 #include "services/TestDocumentTexts.h"
 
-#include "services/DocumentRules.h"
+#include "services/documents/DocumentRules.h"
+#include "services/documents/DocumentTemplates.h"
+#include "services/documents/DocumentTexts.h"
+#include "services/documents/TableColumns.h"
 #include "services/DocumentSamples.h"
-#include "services/DocumentTemplates.h"
-#include "services/DocumentTexts.h"
-#include "services/TableColumns.h"
 
 using namespace Qt::StringLiterals;
 

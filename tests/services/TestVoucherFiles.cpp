@@ -1,7 +1,7 @@
 #include "services/TestVoucherFiles.h"
 
 #include "core/AppPaths.h"
-#include "services/VoucherFiles.h"
+#include "services/vouchers/VoucherFiles.h"
 #include "services/VoucherSample.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"

@@ -3,7 +3,7 @@
 #include "core/AppPaths.h"
 #include "db/DatabaseManager.h"
 #include "db/DbTransaction.h"
-#include "services/Sha256.h"
+#include "services/vouchers/Sha256.h"
 #include "services/VoucherSample.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "services/VoucherService.h"
+#include "services/vouchers/VoucherService.h"
 
 #include <QByteArray>
 #include <QString>

@@ -1,6 +1,6 @@
 #include "statistics/TestDashboardBanners.h"
 
-#include "services/DashboardBanners.h"
+#include "services/figures/DashboardBanners.h"
 
 using namespace Qt::StringLiterals;
 using DashboardBanners::Facts;

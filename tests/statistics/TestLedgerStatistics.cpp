@@ -1,7 +1,7 @@
 #include "statistics/TestLedgerStatistics.h"
 
 #include "db/TransactionDao.h"
-#include "services/LedgerStatistics.h"
+#include "services/figures/LedgerStatistics.h"
 #include "support/TestLedger.h"
 
 #include <random>

@@ -1,7 +1,7 @@
 #include "statistics/TestPeriod.h"
 
 #include "core/TextRules.h"
-#include "services/Period.h"
+#include "services/figures/Period.h"
 
 using namespace Qt::StringLiterals;
 

@@ -3,8 +3,8 @@
 #include "core/TextRules.h"
 #include "db/DocumentDao.h"
 #include "db/TransactionDao.h"
-#include "services/RiskService.h"
-#include "services/TodoList.h"
+#include "services/figures/TodoList.h"
+#include "services/risk/RiskService.h"
 #include "support/TestDatabase.h"
 #include "support/TestLedger.h"
 

@@ -1,7 +1,7 @@
 #include "statistics/TestTodoList.h"
 
 #include "core/TextRules.h"
-#include "services/TodoList.h"
+#include "services/figures/TodoList.h"
 #include "support/TestLedger.h"
 
 using namespace Qt::StringLiterals;

@@ -2,6 +2,7 @@
 
 #include "core/AppPaths.h"
 #include "support/TestDatabase.h"
+#include "support/TestFile.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -69,7 +70,7 @@ QMap<QString, QByteArray> tree(const QString& folder)
         else if (info.isDir())
             content.insert(name + u'/', QByteArray());
         else
-            content.insert(name, TestDatabase::bytesOf(path));
+            content.insert(name, TestFile::bytesOf(path));
     }
     return content;
 }

@@ -1,0 +1,180 @@
+#include "services/csv/CsvExport.h"
+
+#include "core/Money.h"
+#include "core/SafeFile.h"
+#include "core/TextRules.h"
+#include "services/csv/CsvBytes.h"
+
+#include <QDir>
+
+#include <array>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace CsvExport {
+
+namespace {
+
+// In bytes, a little above what most lines take; a wrong guess costs time, nothing else.
+constexpr qsizetype usualLineSize = 256;
+
+constexpr auto ledgerHeader = std::to_array<QStringView>(
+    { u"ID", u"日期", u"摘要", u"方向", u"金额(元)", u"本方账户", u"对方名称", u"对方账户", u"分类",
+        u"关联项目", u"凭证数", u"风险等级", u"风险原因", u"备注" });
+constexpr auto categoryHeader
+    = std::to_array<QStringView>({ u"分类", u"笔数", u"收入(元)", u"支出(元)", u"净额(元)" });
+constexpr auto levelHeader = std::to_array<QStringView>({ u"风险等级", u"笔数", u"占比" });
+
+template <std::size_t size>
+void appendHeader(CsvBytes& csv, const std::array<QStringView, size>& titles)
+{
+    for (const QStringView title : titles)
+        csv.field(title);
+    csv.endLine();
+}
+
+// The labels are written on every line: converted once, in the order of the values.
+template <typename Enum> const QByteArray& utf8Label(Enum value)
+{
+    static const std::vector<QByteArray> labels = [] {
+        std::vector<QByteArray> texts;
+        for (const Enum each : allValues<Enum>())
+            texts.push_back(labelOf(each).toUtf8());
+        return texts;
+    }();
+    const auto index = static_cast<std::size_t>(value);
+    return index < labels.size() ? labels[index] : utf8Label(codeFallback<Enum>);
+}
+
+QByteArray levelText(const Transaction& entry)
+{
+    const QByteArray& label = utf8Label(entry.riskLevel);
+    return entry.riskManualOverride ? label + " *" : label;
+}
+
+void appendEntry(CsvBytes& csv, const Transaction& entry)
+{
+    csv.field(entry.id)
+        .field(TextRules::dateText(entry.transDate))
+        .field(entry.summary)
+        .utf8Field(utf8Label(entry.direction))
+        .field(Money::formatPlain(entry.amountFen))
+        .utf8Field(utf8Label(entry.ownerAccountType))
+        .field(entry.counterpartyName)
+        .utf8Field(utf8Label(entry.counterpartyAccountType))
+        .utf8Field(utf8Label(entry.category))
+        .field(entry.projectId ? QStringView(entry.projectName) : u"—")
+        .field(entry.voucherCount)
+        .utf8Field(levelText(entry))
+        .joinedField(entry.riskReasons, u"；")
+        .field(entry.note)
+        .endLine();
+}
+
+void appendSums(CsvBytes& csv, const QString& title, const CategoryStat& sums)
+{
+    csv.field(title)
+        .field(sums.count)
+        .field(Money::formatPlain(sums.incomeFen))
+        .field(Money::formatPlain(sums.expenseFen))
+        .field(Money::formatPlain(sums.incomeFen - sums.expenseFen))
+        .endLine();
+}
+
+void appendCategories(CsvBytes& csv, const QList<CategoryStat>& categories)
+{
+    csv.field(u"分类汇总").endLine();
+    appendHeader(csv, categoryHeader);
+    CategoryStat total;
+    for (const CategoryStat& category : categories) {
+        appendSums(csv, labelOf(category.category), category);
+        total.count += category.count;
+        total.incomeFen += category.incomeFen;
+        total.expenseFen += category.expenseFen;
+    }
+    appendSums(csv, u"合计"_s, total);
+}
+
+QString shareText(qint64 count, qint64 total)
+{
+    const double percent
+        = total == 0 ? 0.0 : 100.0 * static_cast<double>(count) / static_cast<double>(total);
+    return QString::number(percent, 'f', 1) + u'%';
+}
+
+void appendLevels(CsvBytes& csv, const RiskLevelCounts& levels)
+{
+    csv.field(u"风险分布").endLine();
+    appendHeader(csv, levelHeader);
+    const qint64 total = levels.high + levels.medium + levels.low + levels.normal;
+    const auto append = [&](RiskLevel level, qint64 count) {
+        csv.field(labelOf(level)).field(count).field(shareText(count, total)).endLine();
+    };
+    append(RiskLevel::High, levels.high);
+    append(RiskLevel::Medium, levels.medium);
+    append(RiskLevel::Low, levels.low);
+    append(RiskLevel::Normal, levels.normal);
+}
+
+QString rangeText(const Range& range)
+{
+    const auto dayText
+        = [](QDate day) { return day.isValid() ? TextRules::dateText(day) : u"不限"_s; };
+    if (!range.from.isValid() && !range.to.isValid())
+        return u"不限"_s;
+    return u"%1 至 %2"_s.arg(dayText(range.from), dayText(range.to));
+}
+
+Result write(const CsvBytes& csv, const QString& path)
+{
+    QString reason;
+    if (SafeFile::write(path, csv.bytes(), &reason))
+        return { .ok = true };
+    qWarning("CSV export to %s failed: %s", qUtf8Printable(path), qUtf8Printable(reason));
+    return { .message = u"文件无法写入（磁盘空间不足、没有权限或被其他程序占用）：%1"_s.arg(
+                 QDir::toNativeSeparators(path)) };
+}
+
+QString fileName(const QString& subject, QDate from, QDate to, const QString& time)
+{
+    const auto dayText = [](QDate day, const QString& whenOpen) {
+        return day.isValid() ? day.toString(u"yyyyMMdd") : whenOpen;
+    };
+    return u"%1_%2_%3_%4.csv"_s.arg(subject, dayText(from, u"起"_s), dayText(to, u"止"_s), time);
+}
+
+} // namespace
+
+Result exportLedger(const QList<Transaction>& entries, const QString& path)
+{
+    CsvBytes csv((entries.size() + 1) * usualLineSize);
+    appendHeader(csv, ledgerHeader);
+    for (const Transaction& entry : entries)
+        appendEntry(csv, entry);
+    return write(csv, path);
+}
+
+Result exportReport(const Range& range, const QList<CategoryStat>& categories,
+    const RiskLevelCounts& levels, const QString& path)
+{
+    CsvBytes csv;
+    csv.field(u"统计报表（%1）"_s.arg(rangeText(range))).endLine();
+    csv.endLine();
+    appendCategories(csv, categories);
+    csv.endLine();
+    appendLevels(csv, levels);
+    return write(csv, path);
+}
+
+QString ledgerFileName(const TransactionFilter& filter, const QDateTime& now)
+{
+    return fileName(u"资金流水"_s, filter.dateFrom, filter.dateTo, now.toString(u"yyyyMMddHHmmss"));
+}
+
+QString reportFileName(const Range& range, const QDateTime& now)
+{
+    return fileName(u"统计报表"_s, range.from, range.to, now.toString(u"yyyyMMdd_HHmmss"));
+}
+
+} // namespace CsvExport

@@ -1,0 +1,299 @@
+#include "services/documents/DocumentService.h"
+
+#include "core/AppPaths.h"
+#include "db/DbTransaction.h"
+#include "db/DocumentDao.h"
+#include "db/LinkDao.h"
+#include "db/ProfileDao.h"
+#include "db/TransactionDao.h"
+#include "services/documents/DocumentFiles.h"
+#include "services/documents/DocumentPdf.h"
+#include "services/documents/DocumentTemplates.h"
+#include "services/documents/StagedFile.h"
+#include "services/risk/RiskService.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+DocumentResult failure(const QString& error)
+{
+    return { .error = error };
+}
+
+DocumentResult success(const DocumentRecord& record, const QString& filePath)
+{
+    return { .ok = true, .docId = record.id, .docNo = record.docNo, .filePath = filePath };
+}
+
+QString noSuchDocument()
+{
+    return u"文书记录不存在。"_s;
+}
+
+QString noTransaction()
+{
+    return u"无法开启数据库事务。"_s;
+}
+
+// What a document is drawn up from besides its record.
+struct Sources {
+    CompanyProfile profile;
+    QList<Transaction> entries;
+    QString error;
+};
+
+CompanyProfile loadProfile(QString& error)
+{
+    ProfileDao profiles;
+    const auto profile = profiles.find();
+    if (profile)
+        error = DocumentRules::firstProblem(*profile);
+    else
+        error = profiles.lastError().isEmpty() ? DocumentRules::firstProblem(CompanyProfile())
+                                               : profiles.lastError();
+    return profile.value_or(CompanyProfile());
+}
+
+QList<Transaction> loadEntries(const DocumentRecord& record, QString& error)
+{
+    QList<Transaction> loaded;
+    TransactionDao entries;
+    for (const qint64 id : DocumentRules::coveredIds(record)) {
+        const auto entry = entries.findById(id);
+        error = entry
+            ? DocumentRules::firstProblem(*entry, record.fundDirection.value_or(Direction::In))
+            : u"流水 #%1 不存在，请刷新后重试。"_s.arg(id);
+        if (!error.isEmpty())
+            return {};
+        loaded += *entry;
+    }
+    if (!DocumentRules::totalFen(loaded))
+        error = u"所选流水的金额合计过大，请分次出具决定书。"_s;
+    return loaded;
+}
+
+Sources loadSources(const DocumentRecord& record)
+{
+    Sources sources;
+    sources.profile = loadProfile(sources.error);
+    if (sources.error.isEmpty())
+        sources.entries = loadEntries(record, sources.error);
+    return sources;
+}
+
+// Paints the document and writes it beside its path; the reason when it could not be written.
+QString stage(StagedFile& file, const QString& path, const QString& html)
+{
+    QString error;
+    if (!DocumentPdf::ensureFolderOf(path, &error))
+        return error;
+    const QByteArray pdf = DocumentPdf::render(html, DocumentPdf::titleOf(path));
+    return !pdf.isEmpty() && file.write(pdf) ? QString() : DocumentPdf::cannotWrite(path);
+}
+
+// The reason why a row could not be written, which is never empty.
+QString reasonOf(const BaseDao& store)
+{
+    return store.lastError().isEmpty() ? u"文书记录写入失败。"_s : store.lastError();
+}
+
+QString insertWithLinks(DocumentRecord& record)
+{
+    DocumentDao documents;
+    if (!documents.insert(record) || record.id <= 0)
+        return reasonOf(documents);
+    LinkDao links;
+    for (const qint64 id : DocumentRules::coveredIds(record)) {
+        if (!links.link(SourceType::Document, record.id, TargetType::Transaction, id))
+            return reasonOf(links);
+    }
+    return {};
+}
+
+QString removeWithLinks(qint64 id)
+{
+    LinkDao links;
+    if (!links.unlinkAllFromSource(SourceType::Document, id))
+        return reasonOf(links);
+    DocumentDao documents;
+    return documents.remove(id) ? QString() : reasonOf(documents);
+}
+
+DocumentResult rolledBack(DbTransaction& transaction, const QString& error)
+{
+    transaction.rollback();
+    return failure(error);
+}
+
+// The reason for the user when the transaction could not be committed.
+QString commitProblem(DbTransaction& transaction)
+{
+    return transaction.commit() ? QString() : u"事务提交失败。"_s;
+}
+
+// The file has to be in place before the row is committed, and must not be another document's.
+bool place(
+    StagedFile& file, const DocumentRecord& record, const QString& path, StagedFile::Former former)
+{
+    return !DocumentFiles::isNamedByOther(path, record.id) && file.putInPlace(former);
+}
+
+DocumentResult save(DocumentRecord record)
+{
+    const QString path = record.filePath;
+    StagedFile file(path);
+    if (const QString error = stage(file, path, record.contentHtml); !error.isEmpty())
+        return failure(error);
+    DbTransaction transaction;
+    if (!transaction.isOpen())
+        return failure(noTransaction());
+    if (const QString error = insertWithLinks(record); !error.isEmpty())
+        return rolledBack(transaction, error);
+    if (!place(file, record, path, StagedFile::Former::PutAside))
+        return rolledBack(transaction, DocumentPdf::cannotWrite(path));
+    if (const QString error = commitProblem(transaction); !error.isEmpty())
+        return failure(error);
+    file.keep();
+    return success(record, path);
+}
+
+DocumentResult generate(DocumentRecord record)
+{
+    const Sources sources = loadSources(record);
+    if (!sources.error.isEmpty())
+        return failure(sources.error);
+    record.docNo = DocumentDao().nextDocNo(record.docType, DocumentRules::numberingYear(record));
+    record.contentHtml = DocumentTemplates::compose(sources.profile, record, sources.entries);
+    record.filePath = AppPaths::exportsDir() + u'/' + DocumentFiles::fileName(record);
+    const DocumentResult result = save(record);
+    if (result.ok && !sources.entries.isEmpty())
+        RiskService().reevaluateAll();
+    return result;
+}
+
+template <typename Input> DocumentResult generateFrom(const Input& input, const QString& problem)
+{
+    return problem.isEmpty() ? generate(DocumentRules::draft(input)) : failure(problem);
+}
+
+QString previewOf(DocumentRecord record)
+{
+    record.docNo = u"（生成时自动编号）"_s;
+    QList<Transaction> entries;
+    TransactionDao ledger;
+    for (const qint64 id : DocumentRules::coveredIds(record)) {
+        if (const auto entry = ledger.findById(id))
+            entries += *entry;
+    }
+    return DocumentTemplates::compose(ProfileDao().load(), record, entries);
+}
+
+bool coversEntries(qint64 id)
+{
+    const QList<EntityLink> links = LinkDao().linksBySource(SourceType::Document, id);
+    return std::any_of(links.begin(), links.end(),
+        [](const EntityLink& link) { return link.targetType == TargetType::Transaction; });
+}
+
+} // namespace
+
+DocumentResult DocumentService::generateAnnualDecision(const AnnualDecisionInput& input)
+{
+    const int currentYear = QDate::currentDate().year();
+    return generateFrom(input, DocumentRules::firstProblem(input, currentYear));
+}
+
+DocumentResult DocumentService::generateFundDecision(const FundDecisionInput& input)
+{
+    return generateFrom(input, DocumentRules::firstProblem(input));
+}
+
+DocumentResult DocumentService::generateIndependenceStatement(
+    const IndependenceStatementInput& input)
+{
+    return generateFrom(input, DocumentRules::firstProblem(input));
+}
+
+DocumentResult DocumentService::regenerate(qint64 id)
+{
+    DocumentDao documents;
+    const auto record = documents.findById(id);
+    if (!record)
+        return failure(noSuchDocument());
+    if (const QString problem = DocumentRules::firstProblem(*record); !problem.isEmpty())
+        return failure(problem);
+    const Sources sources = loadSources(*record);
+    if (!sources.error.isEmpty())
+        return failure(sources.error);
+
+    const QString html = DocumentTemplates::compose(sources.profile, *record, sources.entries);
+    const QString path = DocumentFiles::ownFile(*record);
+    StagedFile file(path);
+    if (const QString error = stage(file, path, html); !error.isEmpty())
+        return failure(error);
+    DbTransaction transaction;
+    if (!transaction.isOpen())
+        return failure(noTransaction());
+    if (!documents.updateContent(id, html))
+        return rolledBack(transaction, reasonOf(documents));
+    if (!place(file, *record, path, StagedFile::Former::Replaced))
+        return rolledBack(transaction, DocumentPdf::cannotWrite(path));
+    if (const QString error = commitProblem(transaction); !error.isEmpty())
+        return failure(error);
+    file.keep();
+    return success(*record, path);
+}
+
+DocumentResult DocumentService::deleteDocument(qint64 id)
+{
+    const auto record = DocumentDao().findById(id);
+    if (!record)
+        return failure(noSuchDocument());
+    const bool coveredEntries = coversEntries(id);
+    const QString path = DocumentFiles::ownFile(*record);
+    const bool fileIsItsOwn = !DocumentFiles::isNamedByOther(path, id);
+    DbTransaction transaction;
+    if (!transaction.isOpen())
+        return failure(noTransaction());
+    if (const QString error = removeWithLinks(id); !error.isEmpty())
+        return rolledBack(transaction, error);
+    if (const QString error = commitProblem(transaction); !error.isEmpty())
+        return failure(error);
+
+    if (QFileInfo(path).isFile() && fileIsItsOwn && !QFile::remove(path))
+        qWarning("PDF of a deleted document not removed: %s", qUtf8Printable(path));
+    if (coveredEntries)
+        RiskService().reevaluateAll();
+    return { .ok = true };
+}
+
+DocumentResult DocumentService::restoreFile(qint64 id)
+{
+    const auto record = DocumentDao().findById(id);
+    if (!record)
+        return failure(noSuchDocument());
+    const QString path = DocumentFiles::documentFile(*record);
+    QString error;
+    if (QFileInfo(path).isFile() || DocumentPdf::exportPdf(record->contentHtml, path, &error))
+        return success(*record, path);
+    return failure(error);
+}
+
+QString DocumentService::preview(const AnnualDecisionInput& input)
+{
+    return previewOf(DocumentRules::draft(input));
+}
+
+QString DocumentService::preview(const FundDecisionInput& input)
+{
+    return previewOf(DocumentRules::draft(input));
+}
+
+QString DocumentService::preview(const IndependenceStatementInput& input)
+{
+    return previewOf(DocumentRules::draft(input));
+}

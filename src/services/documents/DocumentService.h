@@ -1,0 +1,36 @@
+#pragma once
+
+#include "services/documents/DocumentRules.h"
+
+/// What became of a document.
+struct DocumentResult {
+    bool ok = false;
+    qint64 docId = 0; // 0 on failure
+    QString docNo;
+    QString filePath; // absolute, of the PDF
+    QString error; // Chinese, for the user, when not ok
+};
+
+/// Draws up, numbers, stores and removes the statutory documents. Row, links and PDF come and go
+/// together: what fails leaves everything as it was. Ledger entries that a document covers are
+/// evaluated anew once it is stored or removed.
+class DocumentService final {
+public:
+    DocumentResult generateAnnualDecision(const AnnualDecisionInput& input);
+    DocumentResult generateFundDecision(const FundDecisionInput& input);
+    DocumentResult generateIndependenceStatement(const IndependenceStatementInput& input);
+
+    /// Draws the document up again from its stored fields, the present profile and the present
+    /// entries, over its PDF. Number, title and dates stay.
+    DocumentResult regenerate(qint64 id);
+    /// Only `ok` and `error` say something.
+    DocumentResult deleteDocument(qint64 id);
+    /// Writes a missing PDF again, as the document was stored; a PDF that is there is left alone.
+    DocumentResult restoreFile(qint64 id);
+
+    /// The page that would be stored, with a remark in place of the number. Nothing is written or
+    /// refused: what is still missing in the input is missing in the page.
+    QString preview(const AnnualDecisionInput& input);
+    QString preview(const FundDecisionInput& input);
+    QString preview(const IndependenceStatementInput& input);
+};

@@ -1,0 +1,45 @@
+#include "services/documents/PageBreaks.h"
+
+namespace PageBreaks {
+
+namespace {
+
+// The gap that ends a sheet: the first forced one, else the last one of the best kind.
+const Gap* bestGap(const QList<Gap>& gaps, qreal top, qreal limit)
+{
+    const Gap* best = nullptr;
+    for (const Gap& gap : gaps) {
+        if (gap.end <= top)
+            continue;
+        if (gap.end > limit)
+            break;
+        if (gap.kind == Gap::Forced)
+            return &gap;
+        if (!best || gap.kind >= best->kind)
+            best = &gap;
+    }
+    return best;
+}
+
+} // namespace
+
+QList<Sheet> cut(const QList<Gap>& gaps, qreal top, qreal bottom, qreal height)
+{
+    if (height <= 0)
+        return { { top, bottom } };
+    QList<Sheet> sheets;
+    qreal start = top;
+    for (;;) {
+        const qreal limit = start + height;
+        const bool restFits = bottom <= limit;
+        const Gap* gap = bestGap(gaps, start, qMin(limit, bottom));
+        if (restFits && !(gap && gap->kind == Gap::Forced)) {
+            sheets.append({ start, bottom });
+            return sheets;
+        }
+        sheets.append({ start, gap ? gap->end : limit });
+        start = gap ? qMax(gap->end, gap->next) : limit;
+    }
+}
+
+} // namespace PageBreaks

@@ -1,0 +1,66 @@
+#include "services/risk/RiskService.h"
+
+#include "db/DbTransaction.h"
+#include "db/LinkDao.h"
+#include "db/ProfileDao.h"
+#include "db/TransactionDao.h"
+
+namespace {
+
+QList<AutoRisk> evaluated(const QList<Transaction>& entries, const CompanyProfile& profile,
+    const QHash<qint64, int>& flagged)
+{
+    const int windowDays = RiskRules::frequencyOf(profile).windowDays;
+    QList<AutoRisk> results;
+    results.reserve(entries.size());
+    for (const Transaction& entry : entries) {
+        const int groupSize = flagged.value(entry.id, 0);
+        RiskRules::RiskResult result = RiskRules::evaluate(entry,
+            { .voucherCount = entry.voucherCount,
+                .inFrequentGroup = groupSize > 0,
+                .groupSize = groupSize,
+                .largeAmountFen = profile.largeAmountFen,
+                .windowDays = windowDays });
+        results.append({ entry.id, result.level, std::move(result.reasons) });
+    }
+    return results;
+}
+
+} // namespace
+
+RiskRules::RiskResult RiskService::evaluateInstant(const Transaction& entry, int voucherCount)
+{
+    const CompanyProfile profile = ProfileDao().load();
+    return RiskRules::evaluate(entry,
+        { .voucherCount = voucherCount,
+            .largeAmountFen = profile.largeAmountFen,
+            .windowDays = profile.frequentWindowDays });
+}
+
+void RiskService::reevaluateAll()
+{
+    DbTransaction transaction;
+    if (!transaction.isOpen()) {
+        qWarning("RiskService: no transaction for the evaluation: %s",
+            qUtf8Printable(transaction.lastError()));
+        return;
+    }
+    TransactionDao entries;
+    const CompanyProfile profile = ProfileDao().load();
+    const QHash<qint64, int> flagged = RiskRules::frequentGroups(entries.shareholderFlowDates(),
+        LinkDao().fundDecisionTransactionIds(), RiskRules::frequencyOf(profile));
+    const QList<AutoRisk> results = evaluated(entries.entriesToEvaluate(), profile, flagged);
+
+    const qsizetype written = entries.updateAutoRisks(results);
+    const bool isComplete = written == results.size();
+    if (!isComplete)
+        qWarning("RiskService: updateRisk failed for tx %lld: %s",
+            results.at(written).transactionId, qUtf8Printable(entries.lastError()));
+    // Also after a failure: entries that were written keep their new result.
+    if (!transaction.commit())
+        qWarning("RiskService: the evaluation could not be stored: %s",
+            qUtf8Printable(transaction.lastError()));
+    else if (isComplete)
+        qInfo("RiskService reevaluateAll done: %lld rows, %lld frequent-group flagged",
+            static_cast<qint64>(written), static_cast<qint64>(flagged.size()));
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "services/risk/RiskRules.h"
+
+/// Applies the risk rules to the ledger. Keeps nothing between calls: every call reads profile,
+/// flows, decisions and entries afresh.
+class RiskService final {
+public:
+    /// Level and reasons that an entry would get if it were saved now, as far as it can be judged
+    /// alone: whether it belongs to a group of frequent transfers only the full evaluation knows.
+    [[nodiscard]] RiskRules::RiskResult evaluateInstant(const Transaction& entry, int voucherCount);
+
+    /// Re-evaluates every entry of the ledger and stores the automatic level and its reasons; a
+    /// manual override stays in force above them. Works inside an open database transaction and
+    /// outside one. Stops at the first entry that cannot be written; entries already written keep
+    /// their new result. Failures are only logged.
+    void reevaluateAll();
+};

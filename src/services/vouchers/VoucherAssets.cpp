@@ -1,0 +1,79 @@
+#include "services/vouchers/VoucherAssets.h"
+
+#include "core/AppPaths.h"
+#include "core/SafeFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QUuid>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool isBelow(const QString& path, const QString& folder)
+{
+    return path.startsWith(folder + u'/');
+}
+
+// A link inside the folder may lead out of it. What does not exist leads nowhere.
+bool staysInside(const QString& path)
+{
+    const QString target = QFileInfo(path).canonicalFilePath();
+    return target.isEmpty()
+        || isBelow(target, QFileInfo(AppPaths::voucherAssetsDir()).canonicalFilePath());
+}
+
+} // namespace
+
+namespace VoucherAssets {
+
+QString locate(const QString& storedPath)
+{
+    const QString path
+        = QDir::cleanPath(QDir::fromNativeSeparators(AppPaths::toAbsolute(storedPath)));
+    if (isBelow(path, QDir::cleanPath(AppPaths::voucherAssetsDir())) && staysInside(path))
+        return path;
+    qWarning(
+        "The voucher file %s lies outside of the archive's folder", qUtf8Printable(storedPath));
+    return {};
+}
+
+QString existingFile(const QString& storedPath)
+{
+    const QString path = locate(storedPath);
+    return QFileInfo(path).isFile() ? path : QString();
+}
+
+void remove(const QString& storedPath)
+{
+    const QString path = locate(storedPath);
+    if (path.isEmpty() || !QFileInfo::exists(path))
+        return;
+    QFile file(path);
+    if (!file.remove())
+        qWarning("The voucher file %s could not be removed: %s", qUtf8Printable(storedPath),
+            qUtf8Printable(file.errorString()));
+}
+
+} // namespace VoucherAssets
+
+VoucherCopy::VoucherCopy(const QByteArray& content, const QString& extension)
+    : m_storedPath(u"voucher_assets/%1.%2"_s.arg(
+        QUuid::createUuid().toString(QUuid::WithoutBraces), extension))
+{
+    // Someone may have tidied the folder away since the start; if it cannot be made, writing fails.
+    QDir().mkpath(AppPaths::voucherAssetsDir());
+    QString reason;
+    m_written = SafeFile::write(AppPaths::dataDir() + u'/' + m_storedPath, content, &reason);
+    if (!m_written)
+        qWarning("The voucher file %s could not be written: %s", qUtf8Printable(m_storedPath),
+            qUtf8Printable(reason));
+}
+
+VoucherCopy::~VoucherCopy()
+{
+    if (m_written && !m_kept)
+        VoucherAssets::remove(m_storedPath);
+}
