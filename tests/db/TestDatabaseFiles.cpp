@@ -45,26 +45,21 @@ public:
     }
     QString databasePath() const { return m_root + u"/data/brixa.db"_s; }
     QStringList copies() const { return QDir(m_root + u"/data/backups"_s).entryList(QDir::Files); }
-    bool protect()
-    {
-        return QFile::setPermissions(
-            databasePath(), QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther);
-    }
+    bool protect() { return QFile::setPermissions(databasePath(), everybody); }
     bool unprotect()
     {
-        return QFile::setPermissions(databasePath(),
-            QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther | QFile::WriteOther);
+        return QFile::setPermissions(
+            databasePath(), everybody | QFile::WriteOwner | QFile::WriteOther);
+    }
+    bool setFolderWritable(bool writable)
+    {
+        const auto enter = everybody | QFile::ExeOwner | QFile::ExeOther;
+        return QFile::setPermissions(
+            m_root + u"/data"_s, writable ? enter | QFile::WriteOwner : enter);
     }
     QStringList dataFiles() const
     {
         return QDir(m_root + u"/data"_s).entryList(QDir::Files, QDir::Name);
-    }
-    bool setFolderWritable(bool writable)
-    {
-        const auto readable
-            = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
-        return QFile::setPermissions(
-            m_root + u"/data"_s, writable ? readable | QFile::WriteOwner : readable);
     }
     QStringList output(const QString& mode) const
     {
@@ -76,6 +71,9 @@ public:
     }
 
 private:
+    static constexpr QFile::Permissions everybody
+        = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
+
     QTemporaryDir m_temporary;
     QString m_root;
     bool m_ready = false;

@@ -157,8 +157,7 @@ private slots:
         QVERIFY(makeOlderFile(toVersion1));
         const QByteArray before = TestFile::bytesOf(AppPaths::databasePath());
         QVERIFY(QDir(AppPaths::backupsDir()).removeRecursively());
-        QFile inTheWay(AppPaths::backupsDir());
-        QVERIFY(inTheWay.open(QIODevice::WriteOnly));
+        QVERIFY(TestFile::put(AppPaths::backupsDir(), "in the way"));
 
         expectCritical(u"^Copy before the migration failed: "_s);
         QVERIFY(!DatabaseManager::instance().open());
