@@ -190,6 +190,9 @@ private slots:
                 .fundNature = u" 　"_s,
                 .extraText = u"\n"_s },
             u"annual_decision|n||∅|2025-01-01|∅|∅|∅|∅|∅||"_s, {} });
+        const auto inward = Stored::add<DocumentDao>(DocumentRecord {
+            .docNo = u"m"_s, .docDate = QDate(2025, 1, 1), .fundDirection = Direction::In });
+        QCOMPARE(DocumentDao().findById(inward)->fundDirection, Direction::In);
     }
 
     void theProfile()
