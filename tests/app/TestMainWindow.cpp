@@ -1,11 +1,9 @@
-#include "app/TestMainWindow.h"
-
 #include "app/MainWindow.h"
 #include "core/AppPaths.h"
-#include "db/DatabaseManager.h"
 #include "db/ProfileDao.h"
 #include "pages/IPage.h"
 #include "pages/PageFactory.h"
+#include "support/DatabaseTestCase.h"
 #include "theme/Theme.h"
 
 #include <QAbstractButton>
@@ -95,183 +93,162 @@ QList<QAbstractButton*> navButtons(const QWidget& window)
 
 } // namespace
 
-void TestMainWindow::init()
-{
-    DatabaseManager::instance().close();
-    TestCase::init();
-    QVERIFY(DatabaseManager::instance().open());
-}
+class TestMainWindow final : public DatabaseTestCase {
+    Q_OBJECT
 
-void TestMainWindow::cleanup()
-{
-    DatabaseManager::instance().close();
-    Theme::instance().apply(ThemeMode::Light);
-}
-
-void TestMainWindow::startsOnTheDashboard()
-{
-    const Recorded recorded;
-    QCOMPARE(recorded.current(), 0);
-    QCOMPARE(recorded.title(), u"标题 0"_s);
-    QCOMPARE(recorded.window.windowTitle(), u"Brixa V1.0.0"_s);
-    QCOMPARE(recorded.window.minimumSize(), QSize(1180, 720));
-    QVERIFY(!recorded.window.windowIcon().isNull());
-}
-
-void TestMainWindow::everyPageIsReachedByButtonAndKey_data()
-{
-    QTest::addColumn<int>("id");
-    QTest::addColumn<QString>("label");
-    const QStringList labels { u"首页看板"_s, u"资金台账"_s, u"文书中心"_s, u"项目合同"_s,
-        u"凭证归档"_s, u"统计报表"_s, u"系统设置"_s };
-    for (int id = 0; id < labels.size(); ++id)
-        QTest::addRow("page %d", id) << id << labels.at(id);
-}
-
-void TestMainWindow::everyPageIsReachedByButtonAndKey()
-{
-    QFETCH(int, id);
-    QFETCH(QString, label);
-    Recorded recorded;
-    recorded.window.show();
-    QVERIFY(QTest::qWaitForWindowActive(&recorded.window));
-    QAbstractButton* button = navButtons(recorded.window).at(id);
-    QCOMPARE(button->text(), label);
-
-    recorded.window.onNavClicked((id + 1) % pageCount);
-    button->click();
-    QCOMPARE(recorded.current(), id);
-    QCOMPARE(recorded.title(), u"标题 %1"_s.arg(id));
-    QVERIFY(button->isChecked());
-
-    recorded.window.onNavClicked((id + 1) % pageCount);
-    QVERIFY(!button->isChecked());
-    QTest::keyClick(&recorded.window, static_cast<Qt::Key>(Qt::Key_1 + id), Qt::ControlModifier);
-    QTRY_COMPARE(recorded.current(), id);
-}
-
-void TestMainWindow::assistiveTechnologySwitchesPages()
-{
-    Recorded recorded;
-    QAccessibleInterface* entry
-        = QAccessible::queryAccessibleInterface(navButtons(recorded.window).at(1));
-    entry->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
-    QCOMPARE(recorded.current(), 1);
-    const QStringList expected { u"1 refresh"_s, u"1 actions"_s };
-    QCOMPARE(recorded.journal, expected);
-    navButtons(recorded.window).at(2)->click();
-    QCOMPARE(recorded.journal.count(u"2 refresh"_s), 1);
-    navButtons(recorded.window).at(2)->click();
-    QVERIFY2(recorded.journal.count(u"2 refresh"_s) == 2, "a click on the current entry refreshes");
-}
-
-void TestMainWindow::parametersArriveBeforeTheRefresh()
-{
-    Recorded recorded;
-    recorded.window.onPageNavigateRequested(
-        PageId::Ledger, { { u"risk"_s, u"high"_s }, { u"txId"_s, 3 } });
-    const QStringList withParams { u"1 params risk,txId"_s, u"1 refresh"_s, u"1 actions"_s };
-    QCOMPARE(recorded.journal, withParams);
-
-    recorded.journal.clear();
-    emit recorded.pages.at(1)->navigateRequested(PageId::Vouchers, {});
-    const QStringList without { u"4 refresh"_s, u"4 actions"_s };
-    QCOMPARE(recorded.journal, without);
-}
-
-void TestMainWindow::unknownPagesAreIgnored_data()
-{
-    QTest::addColumn<int>("id");
-    QTest::newRow("one above the last") << 7;
-    QTest::newRow("far above") << 1000;
-    QTest::newRow("negative") << -1;
-}
-
-void TestMainWindow::unknownPagesAreIgnored()
-{
-    QFETCH(int, id);
-    Recorded recorded;
-    recorded.window.onNavClicked(2);
-    recorded.journal.clear();
-    recorded.window.onPageNavigateRequested(static_cast<PageId>(id), { { u"risk"_s, u"low"_s } });
-    QCOMPARE(recorded.current(), 2);
-    QVERIFY(recorded.journal.isEmpty());
-}
-
-void TestMainWindow::aRequestDuringARefreshIsDropped()
-{
-    Recorded recorded;
-    recorded.pages.at(3)->askFor = 5;
-    recorded.window.onNavClicked(3);
-    QCOMPARE(recorded.current(), 3);
-    const QStringList expected { u"3 refresh"_s, u"3 actions"_s };
-    QCOMPARE(recorded.journal, expected);
-
-    recorded.window.onNavClicked(5);
-    QVERIFY2(recorded.current() == 5, "later requests are served again");
-}
-
-void TestMainWindow::theCurrentPageIsRefreshedAgain()
-{
-    Recorded recorded;
-    recorded.window.onNavClicked(0);
-    const QStringList expected { u"0 refresh"_s, u"0 actions"_s };
-    QCOMPARE(recorded.journal, expected);
-    QCOMPARE(recorded.shownActions(), QStringList { u"操作 0"_s });
-}
-
-void TestMainWindow::headerActionsBelongToTheirPage()
-{
-    Recorded recorded;
-    recorded.window.show();
-    recorded.window.onNavClicked(1);
-    QCOMPARE(recorded.shownActions(), QStringList { u"操作 1"_s });
-    recorded.pages.at(2)->hasActions = false;
-    recorded.window.onNavClicked(2);
-    QCOMPARE(recorded.shownActions(), QStringList());
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    for (const auto* button : recorded.window.findChildren<QPushButton*>())
-        QVERIFY2(!button->text().startsWith(u"操作"_s), "old actions are deleted");
-}
-
-void TestMainWindow::statusBarFollowsTheProfile()
-{
-    const Recorded recorded;
-    const auto texts = [&recorded] {
-        QStringList all;
-        for (const auto* label :
-            recorded.window.findChild<QWidget*>(u"StatusBar"_s)->findChildren<QLabel*>())
-            all += label->text();
-        return all;
-    };
-    const QString path = u"数据路径：%1"_s.arg(AppPaths::databasePath());
-    const QString notice = u"免责声明 V1.0　｜　本地数据，离线保存"_s;
-    QCOMPARE(texts(), (QStringList { path, u"最近备份：未备份"_s, notice }));
-
-    QVERIFY(ProfileDao().setLastBackupAt(QDateTime(QDate(2026, 3, 1), QTime(9, 30))));
-    emit recorded.pages.at(6)->statusChanged();
-    QCOMPARE(texts(), (QStringList { path, u"最近备份：2026-03-01 09:30:00"_s, notice }));
-}
-
-void TestMainWindow::theRealPagesStandInTheirPlaces()
-{
-    MainWindow window(createPage);
-    const QStringList titles { u"首页看板"_s, u"公私资金台账"_s, u"文书中心"_s, u"项目合同管理"_s,
-        u"凭证归档"_s, u"统计报表"_s, u"系统设置"_s };
-    for (int id = 0; id < pageCount; ++id) {
-        window.onNavClicked(id);
-        QCOMPARE(window.findChild<QLabel*>(u"PageTitle"_s)->text(), titles.at(id));
+private slots:
+    void cleanup()
+    {
+        Theme::instance().apply(ThemeMode::Light);
+        DatabaseTestCase::cleanup();
     }
-    QCOMPARE(createPage(static_cast<PageId>(7), nullptr), nullptr);
-}
 
-void TestMainWindow::themeReachesTheFrame()
-{
-    const Recorded recorded;
-    QVERIFY(
-        recorded.window.styleSheet().contains(tokenColor(Token::BgNav, ThemeMode::Light).name()));
-    Theme::instance().apply(ThemeMode::Dark);
-    QVERIFY(
-        recorded.window.styleSheet().contains(tokenColor(Token::BgNav, ThemeMode::Dark).name()));
-    QVERIFY(!recorded.window.styleSheet().contains(u'%'));
-}
+    void startsOnTheDashboard()
+    {
+        const Recorded recorded;
+        QCOMPARE(recorded.current(), 0);
+        QCOMPARE(recorded.title(), u"标题 0"_s);
+        QCOMPARE(recorded.window.windowTitle(), u"Brixa V1.0.0"_s);
+        QCOMPARE(recorded.window.minimumSize(), QSize(1180, 720));
+        QVERIFY(!recorded.window.windowIcon().isNull());
+    }
+
+    void everyPageIsReachedByButtonAndKey()
+    {
+        const QStringList labels { u"首页看板"_s, u"资金台账"_s, u"文书中心"_s, u"项目合同"_s,
+            u"凭证归档"_s, u"统计报表"_s, u"系统设置"_s };
+        Recorded recorded;
+        recorded.window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&recorded.window));
+        for (int id = 0; id < labels.size(); ++id) {
+            QAbstractButton* button = navButtons(recorded.window).at(id);
+            QCOMPARE(button->text(), labels.at(id));
+            recorded.window.onNavClicked((id + 1) % pageCount);
+            button->click();
+            QCOMPARE(recorded.current(), id);
+            QCOMPARE(recorded.title(), u"标题 %1"_s.arg(id));
+            QVERIFY(button->isChecked());
+
+            recorded.window.onNavClicked((id + 1) % pageCount);
+            QVERIFY(!button->isChecked());
+            QTest::keyClick(
+                &recorded.window, static_cast<Qt::Key>(Qt::Key_1 + id), Qt::ControlModifier);
+            QTRY_COMPARE(recorded.current(), id);
+        }
+    }
+
+    void assistiveTechnologySwitchesPages()
+    {
+        Recorded recorded;
+        QAccessibleInterface* entry
+            = QAccessible::queryAccessibleInterface(navButtons(recorded.window).at(1));
+        entry->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+        QCOMPARE(recorded.current(), 1);
+        const QStringList expected { u"1 refresh"_s, u"1 actions"_s };
+        QCOMPARE(recorded.journal, expected);
+        navButtons(recorded.window).at(2)->click();
+        QCOMPARE(recorded.journal.count(u"2 refresh"_s), 1);
+        navButtons(recorded.window).at(2)->click();
+        QVERIFY2(
+            recorded.journal.count(u"2 refresh"_s) == 2, "a click on the current entry refreshes");
+    }
+
+    void parametersArriveBeforeTheRefresh()
+    {
+        Recorded recorded;
+        recorded.window.onPageNavigateRequested(
+            PageId::Ledger, { { u"risk"_s, u"high"_s }, { u"txId"_s, 3 } });
+        const QStringList withParams { u"1 params risk,txId"_s, u"1 refresh"_s, u"1 actions"_s };
+        QCOMPARE(recorded.journal, withParams);
+
+        recorded.journal.clear();
+        emit recorded.pages.at(1)->navigateRequested(PageId::Vouchers, {});
+        const QStringList without { u"4 refresh"_s, u"4 actions"_s };
+        QCOMPARE(recorded.journal, without);
+    }
+
+    void unknownPagesAreIgnored()
+    {
+        Recorded recorded;
+        recorded.window.onNavClicked(2);
+        recorded.journal.clear();
+        for (const int id : { 7, 1000, -1 })
+            recorded.window.onPageNavigateRequested(
+                static_cast<PageId>(id), { { u"risk"_s, u"low"_s } });
+        QCOMPARE(recorded.current(), 2);
+        QVERIFY(recorded.journal.isEmpty());
+    }
+
+    void aRequestDuringARefreshIsDropped()
+    {
+        Recorded recorded;
+        recorded.pages.at(3)->askFor = 5;
+        recorded.window.onNavClicked(3);
+        QCOMPARE(recorded.current(), 3);
+        const QStringList expected { u"3 refresh"_s, u"3 actions"_s };
+        QCOMPARE(recorded.journal, expected);
+
+        recorded.window.onNavClicked(5);
+        QVERIFY2(recorded.current() == 5, "later requests are served again");
+    }
+
+    void headerActionsBelongToTheirPage()
+    {
+        Recorded recorded;
+        recorded.window.show();
+        recorded.window.onNavClicked(1);
+        QCOMPARE(recorded.shownActions(), QStringList { u"操作 1"_s });
+        recorded.pages.at(2)->hasActions = false;
+        recorded.window.onNavClicked(2);
+        QCOMPARE(recorded.shownActions(), QStringList());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        for (const auto* button : recorded.window.findChildren<QPushButton*>())
+            QVERIFY2(!button->text().startsWith(u"操作"_s), "old actions are deleted");
+    }
+
+    void statusBarFollowsTheProfile()
+    {
+        const Recorded recorded;
+        const auto texts = [&recorded] {
+            QStringList all;
+            for (const auto* label :
+                recorded.window.findChild<QWidget*>(u"StatusBar"_s)->findChildren<QLabel*>())
+                all += label->text();
+            return all;
+        };
+        const QString path = u"数据路径：%1"_s.arg(AppPaths::databasePath());
+        const QString notice = u"免责声明 V1.0　｜　本地数据，离线保存"_s;
+        QCOMPARE(texts(), (QStringList { path, u"最近备份：未备份"_s, notice }));
+
+        QVERIFY(ProfileDao().setLastBackupAt(QDateTime(QDate(2026, 3, 1), QTime(9, 30))));
+        emit recorded.pages.at(6)->statusChanged();
+        QCOMPARE(texts(), (QStringList { path, u"最近备份：2026-03-01 09:30:00"_s, notice }));
+    }
+
+    void theRealPagesStandInTheirPlaces()
+    {
+        MainWindow window(createPage);
+        const QStringList titles { u"首页看板"_s, u"公私资金台账"_s, u"文书中心"_s,
+            u"项目合同管理"_s, u"凭证归档"_s, u"统计报表"_s, u"系统设置"_s };
+        for (int id = 0; id < pageCount; ++id) {
+            window.onNavClicked(id);
+            QCOMPARE(window.findChild<QLabel*>(u"PageTitle"_s)->text(), titles.at(id));
+        }
+        QCOMPARE(createPage(static_cast<PageId>(7), nullptr), nullptr);
+    }
+
+    void themeReachesTheFrame()
+    {
+        const Recorded recorded;
+        QVERIFY(recorded.window.styleSheet().contains(
+            tokenColor(Token::BgNav, ThemeMode::Light).name()));
+        Theme::instance().apply(ThemeMode::Dark);
+        QVERIFY(recorded.window.styleSheet().contains(
+            tokenColor(Token::BgNav, ThemeMode::Dark).name()));
+        QVERIFY(!recorded.window.styleSheet().contains(u'%'));
+    }
+};
+
+static const RegisteredTest<TestMainWindow> registered;
+
+#include "TestMainWindow.moc"

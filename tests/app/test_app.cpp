@@ -1,6 +1,5 @@
 #include "app/ApplicationSetup.h"
-#include "app/TestMainWindow.h"
-#include "app/TestStartup.h"
+#include "support/TestCase.h"
 
 #include <QApplication>
 
@@ -9,5 +8,5 @@ int main(int argc, char** argv)
     ApplicationSetup::keepHomeClean();
     QApplication app(argc, argv);
     ApplicationSetup::configure(app);
-    return runTests<TestMainWindow, TestStartup>(argc, argv);
+    return runRegisteredTests(argc, argv);
 }

@@ -1,8 +1,7 @@
-#include "core/TestFiles.h"
-
 #include "core/AppPaths.h"
 #include "core/InstanceLock.h"
 #include "core/SafeFile.h"
+#include "support/TestCase.h"
 #include "support/TestFile.h"
 
 #include <QDir>
@@ -18,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A process that holds the lock until its input closes or it is killed.
+// A process that holds the lock until its input closes.
 class LockHolder {
 public:
     explicit LockHolder(const QString& path)
@@ -33,11 +32,6 @@ public:
         m_process.waitForFinished();
     }
     QByteArray answer() const { return m_answer; }
-    void kill()
-    {
-        m_process.kill();
-        m_process.waitForFinished();
-    }
 
 private:
     QProcess m_process;
@@ -46,150 +40,148 @@ private:
 
 } // namespace
 
-void TestFiles::everyFolderIsCreated()
-{
-    const QString dataDir = AppPaths::dataDir();
-    QVERIFY(QDir(dataDir).removeRecursively());
-    QVERIFY(AppPaths::ensureDirs());
-    const QStringList expected { u"auto_backup_before_restore"_s, u"backups"_s, u"exports"_s,
-        u"logs"_s, u"voucher_assets"_s };
-    QCOMPARE(
-        QDir(dataDir).entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name), expected);
-    QVERIFY(AppPaths::ensureDirs());
-}
+class TestFiles final : public TestCase {
+    Q_OBJECT
 
-void TestFiles::aFileInAFoldersPlaceIsAFailure()
-{
-    QVERIFY(QDir(AppPaths::voucherAssetsDir()).removeRecursively());
-    QVERIFY(QDir(AppPaths::logsDir()).removeRecursively());
-    QVERIFY(TestFile::put(AppPaths::voucherAssetsDir(), "in the way"));
-    QVERIFY(!AppPaths::ensureDirs());
-    QVERIFY2(QDir(AppPaths::logsDir()).exists(), "the later folders are created all the same");
-}
-
-void TestFiles::storedPathsCountFromTheDataDirectory_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("stored");
-    const QString data = AppPaths::dataDir();
-    QTest::newRow("inside") << data + u"/voucher_assets/2025/a.jpg"_s
-                            << u"voucher_assets/2025/a.jpg"_s;
-    QTest::newRow("inside, other letter case")
-        << data.toUpper() + u"/exports/决定书.pdf"_s << u"exports/决定书.pdf"_s;
-    QTest::newRow("outside") << u"/tmp/a.pdf"_s << u"/tmp/a.pdf"_s;
-    QTest::newRow("a neighbour with the same beginning")
-        << data + u"2/a.pdf"_s << data + u"2/a.pdf"_s;
-    QTest::newRow("the directory itself") << data << QString();
-    QTest::newRow("with detours") << data + u"/exports/../logs/a.txt"_s << u"logs/a.txt"_s;
-}
-
-void TestFiles::storedPathsCountFromTheDataDirectory()
-{
-    QFETCH(QString, path);
-    QTEST(AppPaths::toStored(path), "stored");
-}
-
-void TestFiles::storedPathsResolve()
-{
-    QCOMPARE(AppPaths::toAbsolute(QString()), QString());
-    QCOMPARE(AppPaths::toAbsolute(u"voucher_assets/2025/a.jpg"_s),
-        QDir::toNativeSeparators(AppPaths::dataDir() + u"/voucher_assets/2025/a.jpg"_s));
-    QCOMPARE(AppPaths::toAbsolute(u"/tmp/b.pdf"_s), QDir::toNativeSeparators(u"/tmp/b.pdf"_s));
-}
-
-void TestFiles::safeWriteReplacesTheWholeFile()
-{
-    const QString path = AppPaths::exportsDir() + u"/报表.csv"_s;
-    QVERIFY(SafeFile::write(path, "a longer first content"));
-    QVERIFY(SafeFile::write(path, "second"));
-    QCOMPARE(TestFile::bytesOf(path), QByteArray("second"));
-    QCOMPARE(QDir(AppPaths::exportsDir()).entryList(QDir::Files).size(), 1);
-}
-
-void TestFiles::safeWriteFailsWithoutTouchingTheTarget()
-{
-    QString error;
-    QVERIFY(!SafeFile::write(AppPaths::exportsDir(), "a directory stands there", &error));
-    QVERIFY(!error.isEmpty());
-    QVERIFY(!SafeFile::write(AppPaths::exportsDir() + u"/missing/a.csv"_s, "x"));
-}
-
-void TestFiles::aFullDiskKeepsTheOldFile()
-{
-#ifdef Q_OS_UNIX
-    const QString path = AppPaths::exportsDir() + u"/ledger.csv"_s;
-    QVERIFY(SafeFile::write(path, "old"));
-
-    // A limit on file sizes makes write() fail the way a full disk does.
-    rlimit before {};
-    QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
-    const auto previousHandler = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit small = before;
-    small.rlim_cur = 4096;
-    QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
-    QString error;
-    const bool written = SafeFile::write(path, QByteArray(20'000, 'x'), &error);
-    const bool smallWritten = SafeFile::write(path + u".small"_s, "fits");
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, previousHandler);
-
-    QVERIFY(!written);
-    QVERIFY(!error.isEmpty());
-    QVERIFY2(smallWritten, "the next file that fits is written");
-    QCOMPARE(TestFile::bytesOf(path), QByteArray("old"));
-    QCOMPARE(QDir(AppPaths::exportsDir()).entryList(QDir::Files).size(), 2);
-#endif
-}
-
-void TestFiles::aLivingHolderKeepsOthersOut()
-{
-    const QString path = AppPaths::instanceLockPath();
+private slots:
+    void everyFolderIsCreated()
     {
-        const LockHolder holder(path);
-        QCOMPARE(holder.answer(), QByteArray("held"));
-        InstanceLock second(path);
-        QCOMPARE(second.acquire(), InstanceLock::Outcome::HeldByOther);
-        const LockHolder third(path);
-        QCOMPARE(third.answer(), QByteArray("refused"));
+        const QString dataDir = AppPaths::dataDir();
+        QVERIFY(QDir(dataDir).removeRecursively());
+        QVERIFY(AppPaths::ensureDirs());
+        const QStringList expected { u"auto_backup_before_restore"_s, u"backups"_s, u"exports"_s,
+            u"logs"_s, u"voucher_assets"_s };
+        QCOMPARE(
+            QDir(dataDir).entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name), expected);
+        QVERIFY(AppPaths::ensureDirs());
     }
-    InstanceLock after(path);
-    QCOMPARE(after.acquire(), InstanceLock::Outcome::Acquired);
-    after.release();
-    QVERIFY(!QFile::exists(path));
-}
 
-void TestFiles::aStaleLockNeverKeepsTheOwnerOut_data()
-{
-    QTest::addColumn<QByteArray>("left");
-    QTest::newRow("by a killed process") << QByteArray();
-    QTest::newRow("garbage") << QByteArray("\x00\x01garbage", 9);
-    QTest::newRow("by another computer") << QByteArray("1\nbrixa\nanother-computer\n\n\n");
-    QTest::newRow("under a number that lives again")
-        << QByteArray::number(QCoreApplication::applicationPid()) + "\ntest_core\n"
-            + QSysInfo::machineHostName().toUtf8() + "\n\n\n";
-}
+    void aFileInAFoldersPlaceIsAFailure()
+    {
+        QVERIFY(QDir(AppPaths::voucherAssetsDir()).removeRecursively());
+        QVERIFY(QDir(AppPaths::logsDir()).removeRecursively());
+        QVERIFY(TestFile::put(AppPaths::voucherAssetsDir(), "in the way"));
+        QVERIFY(!AppPaths::ensureDirs());
+        QVERIFY2(QDir(AppPaths::logsDir()).exists(), "the later folders are created all the same");
+    }
 
-void TestFiles::aStaleLockNeverKeepsTheOwnerOut()
-{
-    QFETCH(QByteArray, left);
-    const QString path = AppPaths::instanceLockPath();
-    if (left.isEmpty()) {
-        LockHolder holder(path);
-        QCOMPARE(holder.answer(), QByteArray("held"));
-        holder.kill();
-        QVERIFY(QFile::exists(path));
-    } else {
+    void storedPathsCountFromTheDataDirectory_data()
+    {
+        addColumns<QString, QString>("path", "stored");
+        const QString data = AppPaths::dataDir();
+        addCase("inside", data + u"/voucher_assets/2025/a.jpg"_s, u"voucher_assets/2025/a.jpg"_s);
+        addCase("inside, other letter case", data.toUpper() + u"/exports/决定书.pdf"_s,
+            u"exports/决定书.pdf"_s);
+        addCase("outside", u"/tmp/a.pdf"_s, u"/tmp/a.pdf"_s);
+        addCase("a neighbour with the same beginning", data + u"2/a.pdf"_s, data + u"2/a.pdf"_s);
+        addCase("the directory itself", data, QString());
+        addCase("with detours", data + u"/exports/../logs/a.txt"_s, u"logs/a.txt"_s);
+    }
+
+    void storedPathsCountFromTheDataDirectory()
+    {
+        QFETCH(QString, path);
+        QTEST(AppPaths::toStored(path), "stored");
+    }
+
+    void storedPathsResolve()
+    {
+        QCOMPARE(AppPaths::toAbsolute(QString()), QString());
+        QCOMPARE(AppPaths::toAbsolute(u"voucher_assets/2025/a.jpg"_s),
+            QDir::toNativeSeparators(AppPaths::dataDir() + u"/voucher_assets/2025/a.jpg"_s));
+        QCOMPARE(AppPaths::toAbsolute(u"/tmp/b.pdf"_s), QDir::toNativeSeparators(u"/tmp/b.pdf"_s));
+    }
+
+    void safeWriteReplacesTheWholeFile()
+    {
+        const QString path = AppPaths::exportsDir() + u"/报表.csv"_s;
+        QVERIFY(SafeFile::write(path, "a longer first content"));
+        QVERIFY(SafeFile::write(path, "second"));
+        QCOMPARE(TestFile::bytesOf(path), QByteArray("second"));
+        QCOMPARE(QDir(AppPaths::exportsDir()).entryList(QDir::Files).size(), 1);
+    }
+
+    void safeWriteFailsWithoutTouchingTheTarget()
+    {
+        QString error;
+        QVERIFY(!SafeFile::write(AppPaths::exportsDir(), "a directory stands there", &error));
+        QVERIFY(!error.isEmpty());
+        QVERIFY(!SafeFile::write(AppPaths::exportsDir() + u"/missing/a.csv"_s, "x"));
+    }
+
+    void aFullDiskKeepsTheOldFile()
+    {
+#ifdef Q_OS_UNIX
+        const QString path = AppPaths::exportsDir() + u"/ledger.csv"_s;
+        QVERIFY(SafeFile::write(path, "old"));
+
+        // A limit on file sizes makes write() fail the way a full disk does.
+        rlimit before {};
+        QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
+        const auto previousHandler = std::signal(SIGXFSZ, SIG_IGN);
+        rlimit small = before;
+        small.rlim_cur = 4096;
+        QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
+        QString error;
+        const bool written = SafeFile::write(path, QByteArray(20'000, 'x'), &error);
+        const bool smallWritten = SafeFile::write(path + u".small"_s, "fits");
+        setrlimit(RLIMIT_FSIZE, &before);
+        std::signal(SIGXFSZ, previousHandler);
+
+        QVERIFY(!written);
+        QVERIFY(!error.isEmpty());
+        QVERIFY2(smallWritten, "the next file that fits is written");
+        QCOMPARE(TestFile::bytesOf(path), QByteArray("old"));
+        QCOMPARE(QDir(AppPaths::exportsDir()).entryList(QDir::Files).size(), 2);
+#endif
+    }
+
+    void aLivingHolderKeepsOthersOut()
+    {
+        const QString path = AppPaths::instanceLockPath();
+        {
+            const LockHolder holder(path);
+            QCOMPARE(holder.answer(), QByteArray("held"));
+            InstanceLock second(path);
+            QCOMPARE(second.acquire(), InstanceLock::Outcome::HeldByOther);
+            const LockHolder third(path);
+            QCOMPARE(third.answer(), QByteArray("refused"));
+        }
+        InstanceLock after(path);
+        QCOMPARE(after.acquire(), InstanceLock::Outcome::Acquired);
+        after.release();
+        QVERIFY(!QFile::exists(path));
+    }
+
+    void aStaleLockNeverKeepsTheOwnerOut_data()
+    {
+        QTest::addColumn<QByteArray>("left");
+        addCase("garbage", QByteArray("\x00\x01garbage", 9));
+        addCase("by another computer", QByteArray("1\nbrixa\nanother-computer\n\n\n"));
+        addCase("under a number that lives again",
+            QByteArray::number(QCoreApplication::applicationPid()) + "\ntest_core\n"
+                + QSysInfo::machineHostName().toUtf8() + "\n\n\n");
+    }
+
+    void aStaleLockNeverKeepsTheOwnerOut()
+    {
+        QFETCH(QByteArray, left);
+        const QString path = AppPaths::instanceLockPath();
         QVERIFY(TestFile::put(path, left));
+        InstanceLock lock(path);
+        QCOMPARE(lock.acquire(), InstanceLock::Outcome::Acquired);
     }
-    InstanceLock lock(path);
-    QCOMPARE(lock.acquire(), InstanceLock::Outcome::Acquired);
-}
 
-void TestFiles::aLockThatCannotBeWrittenIsNotTakenForAnotherStart()
-{
-    InstanceLock withoutFolder(AppPaths::dataDir() + u"/missing/brixa.lock"_s);
-    QCOMPARE(withoutFolder.acquire(), InstanceLock::Outcome::CannotCreate);
-    QVERIFY(QDir().mkpath(AppPaths::instanceLockPath()));
-    InstanceLock behindFolder(AppPaths::instanceLockPath());
-    QCOMPARE(behindFolder.acquire(), InstanceLock::Outcome::CannotCreate);
-}
+    void aLockThatCannotBeWrittenIsNotTakenForAnotherStart()
+    {
+        InstanceLock withoutFolder(AppPaths::dataDir() + u"/missing/brixa.lock"_s);
+        QCOMPARE(withoutFolder.acquire(), InstanceLock::Outcome::CannotCreate);
+        QVERIFY(QDir().mkpath(AppPaths::instanceLockPath()));
+        InstanceLock behindFolder(AppPaths::instanceLockPath());
+        QCOMPARE(behindFolder.acquire(), InstanceLock::Outcome::CannotCreate);
+    }
+};
+
+static const RegisteredTest<TestFiles> registered;
+
+#include "TestFiles.moc"

@@ -166,3 +166,5 @@ void TestLedgerFiguresDao::failuresLeaveNothingAndAReason()
     QCOMPARE(figures.entryCount({}, {}), qint64 { 0 });
     QVERIFY(!figures.lastError().isEmpty());
 }
+
+static const RegisteredTest<TestLedgerFiguresDao> registered;

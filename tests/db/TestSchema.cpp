@@ -1,8 +1,7 @@
-#include "db/TestSchema.h"
-
 #include "core/AppPaths.h"
 #include "db/DatabaseManager.h"
 #include "db/DbTransaction.h"
+#include "support/DatabaseTestCase.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
 
@@ -45,209 +44,206 @@ const QString insertLink
 
 } // namespace
 
-void TestSchema::aNewFileHasTheWholeSchema()
-{
-    const QStringList tables { u"company_profile"_s, u"contracts"_s, u"documents"_s,
-        u"entity_links"_s, u"projects"_s, u"transactions"_s, u"vouchers"_s };
-    QCOMPARE(DatabaseManager::instance().tableNames(), tables);
-    const QStringList indexes { u"idx_contracts_project"_s, u"idx_doc_type"_s, u"idx_doc_year"_s,
-        u"idx_link_source"_s, u"idx_link_target"_s, u"idx_tx_category"_s, u"idx_tx_date"_s,
-        u"idx_tx_owner"_s, u"idx_tx_project"_s, u"idx_tx_query"_s, u"idx_tx_risk"_s,
-        u"idx_voucher_date"_s, u"idx_voucher_sha"_s, u"idx_voucher_type"_s };
-    QCOMPARE(namesOf(u"index"_s), indexes);
-    const QStringList triggers { u"trg_company_profile_updated"_s, u"trg_contracts_delete_links"_s,
-        u"trg_contracts_updated"_s, u"trg_documents_delete_links"_s, u"trg_projects_delete_links"_s,
-        u"trg_projects_updated"_s, u"trg_transactions_delete_links"_s,
-        u"trg_transactions_updated"_s, u"trg_vouchers_delete_links"_s };
-    QCOMPARE(namesOf(u"trigger"_s), triggers);
-    QCOMPARE(DatabaseManager::instance().userVersion(), qint64 { 3 });
-}
+class TestSchema final : public DatabaseTestCase {
+    Q_OBJECT
 
-void TestSchema::aNewFileHasTheProfileWithItsDefaults()
-{
-    QCOMPARE(rows(u"SELECT id, company_name, credit_code, shareholder_name, large_amount_fen, "
-                  "frequent_window_days, frequent_count, password_enabled, last_backup_at, "
-                  "theme_mode FROM company_profile"_s),
-        QStringList { u"1||∅||5000000|30|3|0|∅|light"_s });
-}
-
-void TestSchema::theConnectionIsSetUp()
-{
-    QCOMPARE(row(u"PRAGMA journal_mode"_s), u"wal"_s);
-    QCOMPARE(row(u"PRAGMA foreign_keys"_s), u"1"_s);
-    QCOMPARE(row(u"PRAGMA encoding"_s), u"UTF-8"_s);
-    QCOMPARE(row(u"PRAGMA busy_timeout"_s), u"5000"_s);
-    QCOMPARE(row(u"PRAGMA synchronous"_s), u"2"_s);
-    QCOMPARE(row(u"PRAGMA recursive_triggers"_s), u"0"_s);
-}
-
-void TestSchema::aSecondStartChangesNothing()
-{
-    QCOMPARE(run({ insertProject.arg(7), insertEntry.arg(QString::number(3), u"7"_s),
-                 u"UPDATE company_profile SET company_name = '甲公司', theme_mode = 'dark', "
-                 "created_at = '2020-01-01 00:00:00'"_s }),
-        QString());
-    const QStringList before = TestDatabase::dump();
-    DatabaseManager::instance().close();
-    const QByteArray bytes = TestFile::bytesOf(AppPaths::databasePath());
-
-    QVERIFY(DatabaseManager::instance().open());
-    QCOMPARE(TestDatabase::dump(), before);
-    DatabaseManager::instance().close();
-    QCOMPARE(TestFile::bytesOf(AppPaths::databasePath()), bytes);
-}
-
-void TestSchema::badRowsAreRefused_data()
-{
-    QTest::addColumn<QString>("statement");
-    const auto entry
-        =
-            [](const char* name, const QString& values) {
-                QTest::newRow(name)
-                    << u"INSERT INTO transactions (trans_date, summary, direction, amount_fen, "
-                       "owner_account_type, counterparty_name, category) VALUES (%1)"_s.arg(values);
-            };
-    entry("amount of zero", u"'2025-01-01', 's', 'in', 0, 'company', 'c', 'other'"_s);
-    entry("unknown direction", u"'2025-01-01', 's', 'up', 1, 'company', 'c', 'other'"_s);
-    entry("unknown category", u"'2025-01-01', 's', 'in', 1, 'company', 'c', 'gift'"_s);
-    entry("an owner's account that is not known",
-        u"'2025-01-01', 's', 'in', 1, 'unknown', 'c', "
-        "'other'"_s);
-    entry("no date", u"NULL, 's', 'in', 1, 'company', 'c', 'other'"_s);
-    QTest::newRow("second profile") << u"INSERT INTO company_profile (id) VALUES (2)"_s;
-    QTest::newRow("negative threshold") << u"UPDATE company_profile SET large_amount_fen = -1"_s;
-    QTest::newRow("window of no days") << u"UPDATE company_profile SET frequent_window_days = 0"_s;
-    QTest::newRow("count of zero") << u"UPDATE company_profile SET frequent_count = 0"_s;
-    QTest::newRow("password flag of two") << u"UPDATE company_profile SET password_enabled = 2"_s;
-    QTest::newRow("negative budget")
-        << u"INSERT INTO projects (name, code, client_name, budget_fen) VALUES ('n','x','c',-1)"_s;
-    QTest::newRow("contract of a missing project") << insertContract.arg(u"1"_s, u"99"_s);
-    QTest::newRow("entry of a missing project") << insertEntry.arg(u"1"_s, u"99"_s);
-    QTest::newRow("link from nothing")
-        << insertLink.arg(u"voucher"_s, u"0"_s, u"project"_s, u"1"_s);
-    QTest::newRow("link of an unknown kind")
-        << insertLink.arg(u"letter"_s, u"1"_s, u"project"_s, u"1"_s);
-}
-
-void TestSchema::badRowsAreRefused()
-{
-    QFETCH(QString, statement);
-    QVERIFY(run({ statement }).contains(u"constraint failed"_s));
-}
-
-void TestSchema::changesRenewTheTimeOfChange_data()
-{
-    QTest::addColumn<QString>("table");
-    for (const char* table : { "company_profile", "projects", "contracts", "transactions" })
-        QTest::newRow(table) << QString::fromLatin1(table);
-}
-
-void TestSchema::changesRenewTheTimeOfChange()
-{
-    QFETCH(QString, table);
-    QCOMPARE(run({ insertProject.arg(1), insertContract.arg(u"1"_s, u"1"_s),
-                 insertEntry.arg(u"1"_s, u"1"_s),
-                 u"UPDATE %1 SET updated_at = '2001-01-01 00:00:00'"_s.arg(table) }),
-        QString());
-    const QString renewed = u"SELECT updated_at >= datetime('now','localtime','-1 minute') FROM "_s;
-    QCOMPARE(row(renewed + table), u"1"_s);
-}
-
-void TestSchema::deletingAProjectTakesWhatHangsOnIt()
-{
-    QCOMPARE(run({ insertProject.arg(1), insertProject.arg(2), insertContract.arg(u"5"_s, u"1"_s),
-                 insertContract.arg(u"6"_s, u"2"_s), insertEntry.arg(u"9"_s, u"1"_s),
-                 insertLink.arg(u"voucher"_s, u"1"_s, u"project"_s, u"1"_s),
-                 insertLink.arg(u"voucher"_s, u"1"_s, u"contract"_s, u"5"_s),
-                 insertLink.arg(u"document"_s, u"1"_s, u"project"_s, u"1"_s),
-                 insertLink.arg(u"voucher"_s, u"1"_s, u"contract"_s, u"6"_s),
-                 insertLink.arg(u"voucher"_s, u"1"_s, u"transaction"_s, u"1"_s),
-                 u"DELETE FROM projects WHERE id = 1"_s }),
-        QString());
-    QCOMPARE(rows(u"SELECT id FROM contracts"_s), QStringList { u"6"_s });
-    QCOMPARE(rows(u"SELECT id, project_id FROM transactions"_s), QStringList { u"9|∅"_s });
-    QCOMPARE(rows(u"SELECT target_type, target_id FROM entity_links ORDER BY id"_s),
-        (QStringList { u"contract|6"_s, u"transaction|1"_s }));
-}
-
-void TestSchema::deletingASourceTakesItsLinks_data()
-{
-    QTest::addColumn<QString>("deletion");
-    QTest::addColumn<QStringList>("left");
-    const QString voucher = u"voucher|1|transaction|1"_s;
-    const QString document = u"document|1|transaction|1"_s;
-    const QString other = u"voucher|2|project|1"_s;
-    QTest::newRow("voucher") << u"DELETE FROM vouchers WHERE id = 1"_s
-                             << QStringList { document, other };
-    QTest::newRow("document") << u"DELETE FROM documents WHERE id = 1"_s
-                              << QStringList { voucher, other };
-    QTest::newRow("ledger entry") << u"DELETE FROM transactions WHERE id = 1"_s
-                                  << QStringList { other };
-}
-
-void TestSchema::deletingASourceTakesItsLinks()
-{
-    QFETCH(QString, deletion);
-    QCOMPARE(run({ insertVoucher.arg(1), insertVoucher.arg(2), insertDocument.arg(1),
-                 insertEntry.arg(u"1"_s, u"NULL"_s),
-                 insertLink.arg(u"voucher"_s, u"1"_s, u"transaction"_s, u"1"_s),
-                 insertLink.arg(u"document"_s, u"1"_s, u"transaction"_s, u"1"_s),
-                 insertLink.arg(u"voucher"_s, u"2"_s, u"project"_s, u"1"_s), deletion }),
-        QString());
-    QTEST(rows(u"SELECT source_type, source_id, target_type, target_id FROM entity_links ORDER BY "
-               "id"_s),
-        "left");
-}
-
-void TestSchema::aCheckpointEmptiesTheLog()
-{
-    QCOMPARE(run({ insertProject.arg(1) }), QString());
-    const QString log = AppPaths::databasePath() + u"-wal"_s;
-    QVERIFY(QFileInfo(log).size() > 0);
-    QVERIFY(DatabaseManager::instance().checkpoint());
-    QCOMPARE(QFileInfo(log).size(), qint64 { 0 });
-    QVERIFY(TestFile::bytesOf(AppPaths::databasePath()).contains("projects"));
-}
-
-void TestSchema::aCheckpointThatIsHeldBackWarns()
-{
-    const QString name = u"reader"_s;
+private slots:
+    void aNewFileHasTheWholeSchema()
     {
-        QSqlDatabase reader = QSqlDatabase::addDatabase(u"QSQLITE"_s, name);
-        reader.setDatabaseName(AppPaths::databasePath());
-        QVERIFY(reader.open());
-        QSqlQuery reading(reader);
-        QVERIFY(reading.exec(u"SELECT * FROM sqlite_master"_s) && reading.next());
-        QCOMPARE(run({ u"PRAGMA busy_timeout = 0"_s, insertProject.arg(1) }), QString());
-        QTest::ignoreMessage(QtWarningMsg, "WAL checkpoint is incomplete: the database is busy");
-        QVERIFY(DatabaseManager::instance().checkpoint());
+        const QStringList tables { u"company_profile"_s, u"contracts"_s, u"documents"_s,
+            u"entity_links"_s, u"projects"_s, u"transactions"_s, u"vouchers"_s };
+        QCOMPARE(DatabaseManager::instance().tableNames(), tables);
+        const QStringList indexes { u"idx_contracts_project"_s, u"idx_doc_type"_s,
+            u"idx_doc_year"_s, u"idx_link_source"_s, u"idx_link_target"_s, u"idx_tx_category"_s,
+            u"idx_tx_date"_s, u"idx_tx_owner"_s, u"idx_tx_project"_s, u"idx_tx_query"_s,
+            u"idx_tx_risk"_s, u"idx_voucher_date"_s, u"idx_voucher_sha"_s, u"idx_voucher_type"_s };
+        QCOMPARE(namesOf(u"index"_s), indexes);
+        const QStringList triggers { u"trg_company_profile_updated"_s,
+            u"trg_contracts_delete_links"_s, u"trg_contracts_updated"_s,
+            u"trg_documents_delete_links"_s, u"trg_projects_delete_links"_s,
+            u"trg_projects_updated"_s, u"trg_transactions_delete_links"_s,
+            u"trg_transactions_updated"_s, u"trg_vouchers_delete_links"_s };
+        QCOMPARE(namesOf(u"trigger"_s), triggers);
+        QCOMPARE(DatabaseManager::instance().userVersion(), qint64 { 3 });
     }
-    QSqlDatabase::removeDatabase(name);
-    QVERIFY2(DatabaseManager::instance().checkpoint(), "complete once the reader has gone");
-}
 
-void TestSchema::aCheckpointInsideATransactionFails()
-{
-    const DbTransaction transaction;
-    QCOMPARE(run({ insertProject.arg(1) }), QString());
-    QVERIFY(!DatabaseManager::instance().checkpoint());
-    QVERIFY(DatabaseManager::instance().lastError().contains(u"locked"_s));
-}
+    void theConnectionIsSetUp()
+    {
+        QCOMPARE(row(u"PRAGMA journal_mode"_s), u"wal"_s);
+        QCOMPARE(row(u"PRAGMA foreign_keys"_s), u"1"_s);
+        QCOMPARE(row(u"PRAGMA encoding"_s), u"UTF-8"_s);
+        QCOMPARE(row(u"PRAGMA busy_timeout"_s), u"5000"_s);
+        QCOMPARE(row(u"PRAGMA synchronous"_s), u"2"_s);
+        QCOMPARE(row(u"PRAGMA recursive_triggers"_s), u"0"_s);
+    }
 
-void TestSchema::theIntegrityCheckReportsItsFirstFinding()
-{
-    QString detail;
-    QVERIFY(DatabaseManager::instance().integrityCheck(&detail));
-    QCOMPARE(detail, u"ok"_s);
-    QVERIFY(DatabaseManager::instance().integrityCheck());
+    void aSecondStartChangesNothing()
+    {
+        QCOMPARE(run({ insertProject.arg(7), insertEntry.arg(QString::number(3), u"7"_s),
+                     u"UPDATE company_profile SET company_name = '甲公司', theme_mode = 'dark', "
+                     "created_at = '2020-01-01 00:00:00'"_s }),
+            QString());
+        const QStringList before = TestDatabase::dump();
+        DatabaseManager::instance().close();
+        const QByteArray bytes = TestFile::bytesOf(AppPaths::databasePath());
 
-    QCOMPARE(
-        run({ insertProject.arg(1), u"PRAGMA ignore_check_constraints = ON"_s,
-            u"UPDATE projects SET budget_fen = -5"_s, u"PRAGMA ignore_check_constraints = OFF"_s }),
-        QString());
-    DatabaseManager::instance().close();
-    const QString finding = u"数据库完整性检查失败：CHECK constraint failed in projects"_s;
-    QTest::ignoreMessage(QtCriticalMsg, qUtf8Printable(finding));
-    QVERIFY(!DatabaseManager::instance().open());
-    QCOMPARE(DatabaseManager::instance().lastError(), finding);
-}
+        QVERIFY(DatabaseManager::instance().open());
+        QCOMPARE(TestDatabase::dump(), before);
+        DatabaseManager::instance().close();
+        QCOMPARE(TestFile::bytesOf(AppPaths::databasePath()), bytes);
+    }
+
+    void badRowsAreRefused_data()
+    {
+        QTest::addColumn<QString>("statement");
+        const auto entry = [](const char* name, const QString& values) {
+            addCase(name,
+                u"INSERT INTO transactions (trans_date, summary, direction, amount_fen, "
+                "owner_account_type, counterparty_name, category) VALUES (%1)"_s.arg(values));
+        };
+        entry("amount of zero", u"'2025-01-01', 's', 'in', 0, 'company', 'c', 'other'"_s);
+        entry("unknown direction", u"'2025-01-01', 's', 'up', 1, 'company', 'c', 'other'"_s);
+        entry("unknown category", u"'2025-01-01', 's', 'in', 1, 'company', 'c', 'gift'"_s);
+        entry("an owner's account that is not known",
+            u"'2025-01-01', 's', 'in', 1, 'unknown', 'c', "
+            "'other'"_s);
+        entry("no date", u"NULL, 's', 'in', 1, 'company', 'c', 'other'"_s);
+        addCase("second profile", u"INSERT INTO company_profile (id) VALUES (2)"_s);
+        addCase("negative threshold", u"UPDATE company_profile SET large_amount_fen = -1"_s);
+        addCase("window of no days", u"UPDATE company_profile SET frequent_window_days = 0"_s);
+        addCase("count of zero", u"UPDATE company_profile SET frequent_count = 0"_s);
+        addCase("password flag of two", u"UPDATE company_profile SET password_enabled = 2"_s);
+        addCase("negative budget",
+            u"INSERT INTO projects (name, code, client_name, budget_fen) VALUES ('n','x','c',-1)"_s);
+        addCase("contract of a missing project", insertContract.arg(u"1"_s, u"99"_s));
+        addCase("entry of a missing project", insertEntry.arg(u"1"_s, u"99"_s));
+        addCase("link from nothing", insertLink.arg(u"voucher"_s, u"0"_s, u"project"_s, u"1"_s));
+        addCase(
+            "link of an unknown kind", insertLink.arg(u"letter"_s, u"1"_s, u"project"_s, u"1"_s));
+    }
+
+    void badRowsAreRefused()
+    {
+        QFETCH(QString, statement);
+        QVERIFY(run({ statement }).contains(u"constraint failed"_s));
+    }
+
+    void changesRenewTheTimeOfChange()
+    {
+        QCOMPARE(run({ insertProject.arg(1), insertContract.arg(u"1"_s, u"1"_s),
+                     insertEntry.arg(u"1"_s, u"1"_s) }),
+            QString());
+        for (const QString& table :
+            { u"company_profile"_s, u"projects"_s, u"contracts"_s, u"transactions"_s }) {
+            QCOMPARE(run({ u"UPDATE %1 SET updated_at = '2001-01-01 00:00:00'"_s.arg(table) }),
+                QString());
+            QCOMPARE(row(u"SELECT updated_at >= datetime('now','localtime','-1 minute') FROM "_s
+                         + table),
+                u"1"_s);
+        }
+    }
+
+    void deletingAProjectTakesWhatHangsOnIt()
+    {
+        QCOMPARE(
+            run({ insertProject.arg(1), insertProject.arg(2), insertContract.arg(u"5"_s, u"1"_s),
+                insertContract.arg(u"6"_s, u"2"_s), insertEntry.arg(u"9"_s, u"1"_s),
+                insertLink.arg(u"voucher"_s, u"1"_s, u"project"_s, u"1"_s),
+                insertLink.arg(u"voucher"_s, u"1"_s, u"contract"_s, u"5"_s),
+                insertLink.arg(u"document"_s, u"1"_s, u"project"_s, u"1"_s),
+                insertLink.arg(u"voucher"_s, u"1"_s, u"contract"_s, u"6"_s),
+                insertLink.arg(u"voucher"_s, u"1"_s, u"transaction"_s, u"1"_s),
+                u"DELETE FROM projects WHERE id = 1"_s }),
+            QString());
+        QCOMPARE(rows(u"SELECT id FROM contracts"_s), QStringList { u"6"_s });
+        QCOMPARE(rows(u"SELECT id, project_id FROM transactions"_s), QStringList { u"9|∅"_s });
+        QCOMPARE(rows(u"SELECT target_type, target_id FROM entity_links ORDER BY id"_s),
+            (QStringList { u"contract|6"_s, u"transaction|1"_s }));
+    }
+
+    void deletingASourceTakesItsLinks_data()
+    {
+        addColumns<QString, QStringList>("deletion", "left");
+        const QString voucher = u"voucher|1|transaction|1"_s;
+        const QString document = u"document|1|transaction|1"_s;
+        const QString other = u"voucher|2|project|1"_s;
+        addCase("voucher", u"DELETE FROM vouchers WHERE id = 1"_s, QStringList { document, other });
+        addCase(
+            "document", u"DELETE FROM documents WHERE id = 1"_s, QStringList { voucher, other });
+        addCase("ledger entry", u"DELETE FROM transactions WHERE id = 1"_s, QStringList { other });
+    }
+
+    void deletingASourceTakesItsLinks()
+    {
+        QFETCH(QString, deletion);
+        QCOMPARE(run({ insertVoucher.arg(1), insertVoucher.arg(2), insertDocument.arg(1),
+                     insertEntry.arg(u"1"_s, u"NULL"_s),
+                     insertLink.arg(u"voucher"_s, u"1"_s, u"transaction"_s, u"1"_s),
+                     insertLink.arg(u"document"_s, u"1"_s, u"transaction"_s, u"1"_s),
+                     insertLink.arg(u"voucher"_s, u"2"_s, u"project"_s, u"1"_s), deletion }),
+            QString());
+        QTEST(
+            rows(
+                u"SELECT source_type, source_id, target_type, target_id FROM entity_links ORDER BY "
+                "id"_s),
+            "left");
+    }
+
+    void aCheckpointEmptiesTheLog()
+    {
+        QCOMPARE(run({ insertProject.arg(1) }), QString());
+        const QString log = AppPaths::databasePath() + u"-wal"_s;
+        QVERIFY(QFileInfo(log).size() > 0);
+        QVERIFY(DatabaseManager::instance().checkpoint());
+        QCOMPARE(QFileInfo(log).size(), qint64 { 0 });
+        QVERIFY(TestFile::bytesOf(AppPaths::databasePath()).contains("projects"));
+    }
+
+    void aCheckpointThatIsHeldBackWarns()
+    {
+        const QString name = u"reader"_s;
+        {
+            QSqlDatabase reader = QSqlDatabase::addDatabase(u"QSQLITE"_s, name);
+            reader.setDatabaseName(AppPaths::databasePath());
+            QVERIFY(reader.open());
+            QSqlQuery reading(reader);
+            QVERIFY(reading.exec(u"SELECT * FROM sqlite_master"_s) && reading.next());
+            QCOMPARE(run({ u"PRAGMA busy_timeout = 0"_s, insertProject.arg(1) }), QString());
+            QTest::ignoreMessage(
+                QtWarningMsg, "WAL checkpoint is incomplete: the database is busy");
+            QVERIFY(DatabaseManager::instance().checkpoint());
+        }
+        QSqlDatabase::removeDatabase(name);
+        QVERIFY2(DatabaseManager::instance().checkpoint(), "complete once the reader has gone");
+    }
+
+    void aCheckpointInsideATransactionFails()
+    {
+        const DbTransaction transaction;
+        QCOMPARE(run({ insertProject.arg(1) }), QString());
+        QVERIFY(!DatabaseManager::instance().checkpoint());
+        QVERIFY(DatabaseManager::instance().lastError().contains(u"locked"_s));
+    }
+
+    void theIntegrityCheckReportsItsFirstFinding()
+    {
+        QString detail;
+        QVERIFY(DatabaseManager::instance().integrityCheck(&detail));
+        QCOMPARE(detail, u"ok"_s);
+        QVERIFY(DatabaseManager::instance().integrityCheck());
+
+        QCOMPARE(run({ insertProject.arg(1), u"PRAGMA ignore_check_constraints = ON"_s,
+                     u"UPDATE projects SET budget_fen = -5"_s,
+                     u"PRAGMA ignore_check_constraints = OFF"_s }),
+            QString());
+        DatabaseManager::instance().close();
+        const QString finding = u"数据库完整性检查失败：CHECK constraint failed in projects"_s;
+        QTest::ignoreMessage(QtCriticalMsg, qUtf8Printable(finding));
+        QVERIFY(!DatabaseManager::instance().open());
+        QCOMPARE(DatabaseManager::instance().lastError(), finding);
+    }
+};
+
+static const RegisteredTest<TestSchema> registered;
+
+#include "TestSchema.moc"

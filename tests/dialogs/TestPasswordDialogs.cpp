@@ -1,8 +1,7 @@
-#include "dialogs/TestPasswordDialogs.h"
-
 #include "db/ProfileDao.h"
 #include "dialogs/LoginDialog.h"
 #include "dialogs/PasswordDialog.h"
+#include "support/DatabaseTestCase.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
 
@@ -10,7 +9,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
@@ -81,143 +79,140 @@ bool opensWith(const QString& password)
 
 } // namespace
 
-void TestPasswordDialogs::onlyTheRightPasswordOpens()
-{
-    LoginDialog dialog(secret());
-    dialog.show();
-    enter(dialog, u"错误的密码"_s);
-    QVERIFY(dialog.isVisible());
-    QCOMPARE(messageOf(dialog), u"密码不正确，请重新输入。"_s);
-    QVERIFY(dialog.findChild<QLineEdit*>(u"startPassword"_s)->text().isEmpty());
-    enter(dialog, word());
-    QVERIFY(isAccepted(dialog));
+class TestPasswordDialogs final : public DatabaseTestCase {
+    Q_OBJECT
 
-    LoginDialog broken({ u"unknown$form"_s, u"00"_s });
-    broken.show();
-    enter(broken, QString());
-    QVERIFY2(!isAccepted(broken), "a secret of unknown form lets nobody in");
-}
+private slots:
+    void onlyTheRightPasswordOpens()
+    {
+        LoginDialog dialog(secret());
+        dialog.show();
+        enter(dialog, u"错误的密码"_s);
+        QVERIFY(dialog.isVisible());
+        QCOMPARE(messageOf(dialog), u"密码不正确，请重新输入。"_s);
+        QVERIFY(dialog.findChild<QLineEdit*>(u"startPassword"_s)->text().isEmpty());
+        enter(dialog, word());
+        QVERIFY(isAccepted(dialog));
 
-void TestPasswordDialogs::triesHaveToWaitAfterFiveFailures()
-{
-    LoginDialog dialog({}, [](int failures) { return failures < 2 ? 0 : 1; });
-    dialog.show();
-    enter(dialog, u"一"_s);
-    QVERIFY(ModalAnswerer::buttonOf(&dialog, u"进入"_s));
-    enter(dialog, u"二"_s);
-    QCOMPARE(messageOf(dialog), u"密码已连续输错 2 次，请 1 秒后再试。"_s);
-    QVERIFY2(!ModalAnswerer::buttonOf(&dialog, u"进入"_s), "the button is disabled");
-    QTRY_VERIFY(ModalAnswerer::buttonOf(&dialog, u"进入"_s));
-    QCOMPARE(messageOf(dialog), u"现在可以再次输入密码。"_s);
-}
+        LoginDialog broken({ u"unknown$form"_s, u"00"_s });
+        broken.show();
+        enter(broken, QString());
+        QVERIFY2(!isAccepted(broken), "a secret of unknown form lets nobody in");
+    }
 
-void TestPasswordDialogs::waitingCannotBeBypassedByEnter()
-{
-    LoginDialog dialog(secret(), [](int) { return 60; });
-    dialog.show();
-    enter(dialog, u"错误"_s);
-    auto* field = dialog.findChild<QLineEdit*>(u"startPassword"_s);
-    field->setText(word());
-    QTest::keyClick(field, Qt::Key_Return);
-    QVERIFY(dialog.isVisible());
-}
+    void triesHaveToWaitAfterFiveFailures()
+    {
+        LoginDialog dialog({}, [](int failures) { return failures < 2 ? 0 : 1; });
+        dialog.show();
+        enter(dialog, u"一"_s);
+        QVERIFY(ModalAnswerer::buttonOf(&dialog, u"进入"_s));
+        enter(dialog, u"二"_s);
+        QCOMPARE(messageOf(dialog), u"密码已连续输错 2 次，请 1 秒后再试。"_s);
+        QVERIFY2(!ModalAnswerer::buttonOf(&dialog, u"进入"_s), "the button is disabled");
+        QTRY_VERIFY(ModalAnswerer::buttonOf(&dialog, u"进入"_s));
+        QCOMPARE(messageOf(dialog), u"现在可以再次输入密码。"_s);
+    }
 
-void TestPasswordDialogs::setsChangesAndTurnsOff()
-{
-    PasswordDialog set(PasswordDialog::Action::Set);
-    submit(set, {}, u"第一个密码"_s + word(), u"第一个密码"_s + word());
-    QVERIFY(isAccepted(set));
-    QVERIFY(opensWith(u"第一个密码"_s + word()));
+    void waitingCannotBeBypassedByEnter()
+    {
+        LoginDialog dialog(secret(), [](int) { return 60; });
+        dialog.show();
+        enter(dialog, u"错误"_s);
+        auto* field = dialog.findChild<QLineEdit*>(u"startPassword"_s);
+        field->setText(word());
+        QTest::keyClick(field, Qt::Key_Return);
+        QVERIFY(dialog.isVisible());
+    }
 
-    PasswordDialog change(PasswordDialog::Action::Change);
-    submit(change, u"第一个密码"_s + word(), word(), word());
-    QVERIFY(isAccepted(change));
-    QVERIFY(opensWith(word()));
+    void setsChangesAndTurnsOff()
+    {
+        PasswordDialog set(PasswordDialog::Action::Set);
+        submit(set, {}, u"第一个密码"_s + word(), u"第一个密码"_s + word());
+        QVERIFY(isAccepted(set));
+        QVERIFY(opensWith(u"第一个密码"_s + word()));
 
-    PasswordDialog off(PasswordDialog::Action::TurnOff);
-    submit(off, word(), {}, {});
-    QVERIFY(isAccepted(off));
-    const CompanyProfile profile = ProfileDao().load();
-    QVERIFY(!profile.passwordEnabled);
-    QVERIFY(profile.passwordHash.isEmpty() && profile.passwordSalt.isEmpty());
-}
+        PasswordDialog change(PasswordDialog::Action::Change);
+        submit(change, u"第一个密码"_s + word(), word(), word());
+        QVERIFY(isAccepted(change));
+        QVERIFY(opensWith(word()));
 
-void TestPasswordDialogs::wrongInputKeepsTheDialogAndThePassword_data()
-{
-    using Action = PasswordDialog::Action;
-    QTest::addColumn<int>("action");
-    QTest::addColumn<QString>("current");
-    QTest::addColumn<QString>("password");
-    QTest::addColumn<QString>("repeated");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("change: wrong current password")
-        << static_cast<int>(Action::Change) << u"错误"_s << u"新密码123"_s << u"新密码123"_s
-        << u"当前密码不正确。"_s;
-    QTest::newRow("change: too short") << static_cast<int>(Action::Change) << word() << u"12345"_s
-                                       << u"12345"_s << u"密码至少需要 6 个字符。"_s;
-    QTest::newRow("change: repeated wrongly")
-        << static_cast<int>(Action::Change) << word() << u"新密码123"_s << u"新密码124"_s
-        << u"两次输入的密码不一致。"_s;
-    QTest::newRow("turn off: wrong current password")
-        << static_cast<int>(Action::TurnOff) << QString() << QString() << QString()
-        << u"当前密码不正确。"_s;
-}
+        PasswordDialog off(PasswordDialog::Action::TurnOff);
+        submit(off, word(), {}, {});
+        QVERIFY(isAccepted(off));
+        const CompanyProfile profile = ProfileDao().load();
+        QVERIFY(!profile.passwordEnabled);
+        QVERIFY(profile.passwordHash.isEmpty() && profile.passwordSalt.isEmpty());
+    }
 
-void TestPasswordDialogs::wrongInputKeepsTheDialogAndThePassword()
-{
-    QFETCH(int, action);
-    QFETCH(QString, current);
-    QFETCH(QString, password);
-    QFETCH(QString, repeated);
-    QFETCH(QString, text);
-    QVERIFY(storePassword());
-    ModalAnswerer answers;
-    answers.expectButton(u"确定"_s);
-    PasswordDialog dialog(static_cast<PasswordDialog::Action>(action));
-    submit(dialog, current, password, repeated);
-    QVERIFY(dialog.isVisible());
-    QVERIFY(answers.seen().at(0).text.contains(text));
-    QVERIFY(opensWith(word()));
-}
+    void wrongInputKeepsTheDialogAndThePassword_data()
+    {
+        using Action = PasswordDialog::Action;
+        addColumns<int, QString, QString, QString, QString>(
+            "action", "current", "password", "repeated", "text");
+        addCase("change: wrong current password", static_cast<int>(Action::Change), u"错误"_s,
+            u"新密码123"_s, u"新密码123"_s, u"当前密码不正确。"_s);
+        addCase("change: too short", static_cast<int>(Action::Change), word(), u"12345"_s,
+            u"12345"_s, u"密码至少需要 6 个字符。"_s);
+        addCase("change: repeated wrongly", static_cast<int>(Action::Change), word(),
+            u"新密码123"_s, u"新密码124"_s, u"两次输入的密码不一致。"_s);
+        addCase("turn off: wrong current password", static_cast<int>(Action::TurnOff), QString(),
+            QString(), QString(), u"当前密码不正确。"_s);
+    }
 
-void TestPasswordDialogs::aPasswordIsNotSetOverAnother()
-{
-    QVERIFY(storePassword());
-    ModalAnswerer answers;
-    answers.expectButton(u"确定"_s);
-    PasswordDialog dialog(PasswordDialog::Action::Set);
-    submit(dialog, {}, u"另一个新密码"_s, u"另一个新密码"_s);
-    QVERIFY(dialog.isVisible());
-    QCOMPARE(answers.seen().at(0).title, u"无法设置"_s);
-    QVERIFY(opensWith(word()));
-}
+    void wrongInputKeepsTheDialogAndThePassword()
+    {
+        QFETCH(int, action);
+        QFETCH(QString, current);
+        QFETCH(QString, password);
+        QFETCH(QString, repeated);
+        QFETCH(QString, text);
+        QVERIFY(storePassword());
+        ModalAnswerer answers(u"确定"_s);
+        PasswordDialog dialog(static_cast<PasswordDialog::Action>(action));
+        submit(dialog, current, password, repeated);
+        QVERIFY(dialog.isVisible());
+        QVERIFY(answers.seen().at(0).text.contains(text));
+        QVERIFY(opensWith(word()));
+    }
 
-void TestPasswordDialogs::aFailedSaveKeepsTheInput()
-{
-    QCOMPARE(TestDatabase::run({ u"CREATE TRIGGER refuse BEFORE UPDATE ON company_profile BEGIN "
-                                 "SELECT RAISE(ABORT, 'refused'); END"_s }),
-        QString());
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"SQL error: refused.*"_s));
-    ModalAnswerer answers;
-    answers.expectButton(u"确定"_s);
-    PasswordDialog dialog(PasswordDialog::Action::Set);
-    submit(dialog, {}, word(), word());
-    QVERIFY(dialog.isVisible());
-    QCOMPARE(answers.seen().at(0).title, u"保存失败"_s);
-    QCOMPARE(dialog.findChild<QLineEdit*>(u"newPassword"_s)->text(), word());
-    QVERIFY(!ProfileDao().load().passwordEnabled);
-}
+    void aPasswordIsNotSetOverAnother()
+    {
+        QVERIFY(storePassword());
+        ModalAnswerer answers(u"确定"_s);
+        PasswordDialog dialog(PasswordDialog::Action::Set);
+        submit(dialog, {}, u"另一个新密码"_s, u"另一个新密码"_s);
+        QVERIFY(dialog.isVisible());
+        QCOMPARE(answers.seen().at(0).title, u"无法设置"_s);
+        QVERIFY(opensWith(word()));
+    }
 
-void TestPasswordDialogs::passwordsAreHiddenUntilAskedFor()
-{
-    PasswordDialog dialog(PasswordDialog::Action::Change);
-    const auto modes = [&dialog] {
-        QSet<QLineEdit::EchoMode> used;
-        for (const auto* field : dialog.findChildren<QLineEdit*>())
-            used.insert(field->echoMode());
-        return used;
-    };
-    QCOMPARE(modes(), QSet<QLineEdit::EchoMode> { QLineEdit::Password });
-    dialog.findChild<QCheckBox*>()->toggle();
-    QCOMPARE(modes(), QSet<QLineEdit::EchoMode> { QLineEdit::Normal });
-}
+    void aFailedSaveKeepsTheInput()
+    {
+        QVERIFY(TestDatabase::refuseUpdates(u"company_profile"_s));
+        ModalAnswerer answers(u"确定"_s);
+        PasswordDialog dialog(PasswordDialog::Action::Set);
+        submit(dialog, {}, word(), word());
+        QVERIFY(dialog.isVisible());
+        QCOMPARE(answers.seen().at(0).title, u"保存失败"_s);
+        QCOMPARE(dialog.findChild<QLineEdit*>(u"newPassword"_s)->text(), word());
+        QVERIFY(!ProfileDao().load().passwordEnabled);
+    }
+
+    void passwordsAreHiddenUntilAskedFor()
+    {
+        PasswordDialog dialog(PasswordDialog::Action::Change);
+        const auto modes = [&dialog] {
+            QSet<QLineEdit::EchoMode> used;
+            for (const auto* field : dialog.findChildren<QLineEdit*>())
+                used.insert(field->echoMode());
+            return used;
+        };
+        QCOMPARE(modes(), QSet<QLineEdit::EchoMode> { QLineEdit::Password });
+        dialog.findChild<QCheckBox*>()->toggle();
+        QCOMPARE(modes(), QSet<QLineEdit::EchoMode> { QLineEdit::Normal });
+    }
+};
+
+static const RegisteredTest<TestPasswordDialogs> registered;
+
+#include "TestPasswordDialogs.moc"

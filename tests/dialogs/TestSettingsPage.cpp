@@ -1,8 +1,7 @@
-#include "dialogs/TestSettingsPage.h"
-
 #include "db/ProfileDao.h"
 #include "db/TransactionDao.h"
 #include "pages/SettingsPage.h"
+#include "support/DatabaseTestCase.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
 #include "theme/Theme.h"
@@ -14,7 +13,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QRegularExpression>
 #include <QSpinBox>
 
 using namespace Qt::StringLiterals;
@@ -57,118 +55,121 @@ QRadioButton* choice(const QWidget& page, const QString& text)
 
 } // namespace
 
-void TestSettingsPage::cleanup()
-{
-    Theme::instance().apply(ThemeMode::Light);
-    DatabaseTestCase::cleanup();
-}
+class TestSettingsPage final : public DatabaseTestCase {
+    Q_OBJECT
 
-void TestSettingsPage::theProfileIsShownAndEdited()
-{
-    SettingsPage page;
-    page.refresh();
-    page.show();
-    QVERIFY(shows(page, u"未填写"_s));
-    ModalAnswerer answers;
-    answers.expect([](QDialog* dialog) {
-        dialog->findChild<QLineEdit*>(u"companyName"_s)->setText(u"山岚 <b>%1&"_s);
-        dialog->findChild<QLineEdit*>(u"shareholderName"_s)->setText(u"林岚"_s);
-        ModalAnswerer::buttonOf(dialog, u"保存"_s)->click();
-    });
-    press(page, u"编辑档案"_s);
-    QVERIFY(shows(page, u"山岚 <b>%1&"_s));
-    QCOMPARE(ProfileDao().load().shareholderName, u"林岚"_s);
-}
+private slots:
+    void cleanup()
+    {
+        Theme::instance().apply(ThemeMode::Light);
+        DatabaseTestCase::cleanup();
+    }
 
-void TestSettingsPage::theThemeChangesAtOnceAndIsStored()
-{
-    SettingsPage page;
-    page.refresh();
-    QVERIFY(choice(page, u"浅色"_s)->isChecked());
-    choice(page, u"深色"_s)->toggle();
-    QCOMPARE(Theme::instance().mode(), ThemeMode::Dark);
-    QCOMPARE(ProfileDao().load().themeMode, u"dark"_s);
-    page.refresh();
-    QVERIFY(choice(page, u"深色"_s)->isChecked());
-}
+    void theProfileIsShownAndEdited()
+    {
+        SettingsPage page;
+        page.refresh();
+        page.show();
+        QVERIFY(shows(page, u"未填写"_s));
+        ModalAnswerer answers([](QDialog* dialog) {
+            dialog->findChild<QLineEdit*>(u"companyName"_s)->setText(u"山岚 <b>%1&"_s);
+            dialog->findChild<QLineEdit*>(u"shareholderName"_s)->setText(u"林岚"_s);
+            ModalAnswerer::buttonOf(dialog, u"保存"_s)->click();
+        });
+        press(page, u"编辑档案"_s);
+        QVERIFY(shows(page, u"山岚 <b>%1&"_s));
+        QCOMPARE(ProfileDao().load().shareholderName, u"林岚"_s);
+    }
 
-void TestSettingsPage::aThemeThatCannotBeStoredIsNotApplied()
-{
-    QCOMPARE(TestDatabase::run({ u"CREATE TRIGGER refuse BEFORE UPDATE ON company_profile BEGIN "
-                                 "SELECT RAISE(ABORT, 'refused'); END"_s }),
-        QString());
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"SQL error: refused.*"_s));
-    SettingsPage page;
-    page.refresh();
-    ModalAnswerer answers;
-    answers.expectButton(u"确定"_s);
-    choice(page, u"深色"_s)->toggle();
-    QCOMPARE(Theme::instance().mode(), ThemeMode::Light);
-    QVERIFY2(choice(page, u"浅色"_s)->isChecked(), "the page shows what is stored");
-}
+    void theThemeChangesAtOnceAndIsStored()
+    {
+        SettingsPage page;
+        page.refresh();
+        QVERIFY(choice(page, u"浅色"_s)->isChecked());
+        choice(page, u"深色"_s)->toggle();
+        QCOMPARE(Theme::instance().mode(), ThemeMode::Dark);
+        QCOMPARE(ProfileDao().load().themeMode, u"dark"_s);
+        page.refresh();
+        QVERIFY(choice(page, u"深色"_s)->isChecked());
+    }
 
-void TestSettingsPage::newThresholdsAreAppliedToTheLedger()
-{
-    Transaction entry;
-    entry.transDate = QDate(2026, 3, 1);
-    entry.summary = u"采购设备"_s;
-    entry.direction = Direction::Out;
-    entry.amountFen = 1'000'000;
-    entry.counterpartyName = u"某供应商"_s;
-    QVERIFY(TransactionDao().insert(entry));
-    SettingsPage page;
-    page.refresh();
-    page.show();
-    page.findChild<AmountField*>()->setAmountFen(1'000'000);
-    page.findChild<QSpinBox*>(u"frequentCount"_s)->setValue(5);
-    press(page, u"保存标准"_s);
-    QCOMPARE(ProfileDao().load().largeAmountFen, 1'000'000);
-    QCOMPARE(ProfileDao().load().frequentCount, 5);
-    QCOMPARE(TransactionDao().findById(entry.id)->riskLevel, RiskLevel::Low);
-}
+    void aThemeThatCannotBeStoredIsNotApplied()
+    {
+        QVERIFY(TestDatabase::refuseUpdates(u"company_profile"_s));
+        SettingsPage page;
+        page.refresh();
+        ModalAnswerer answers(u"确定"_s);
+        choice(page, u"深色"_s)->toggle();
+        QCOMPARE(Theme::instance().mode(), ThemeMode::Light);
+        QVERIFY2(choice(page, u"浅色"_s)->isChecked(), "the page shows what is stored");
+    }
 
-void TestSettingsPage::defaultThresholdsCanBeRestored()
-{
-    SettingsPage page;
-    page.refresh();
-    page.show();
-    page.findChild<QSpinBox*>(u"frequentWindowDays"_s)->setValue(7);
-    press(page, u"恢复默认"_s);
-    QCOMPARE(page.findChild<QSpinBox*>(u"frequentWindowDays"_s)->value(), 30);
-    QCOMPARE(page.findChild<AmountField*>()->amountFen(), 5'000'000);
-}
+    void newThresholdsAreAppliedToTheLedger()
+    {
+        Transaction entry;
+        entry.transDate = QDate(2026, 3, 1);
+        entry.summary = u"采购设备"_s;
+        entry.direction = Direction::Out;
+        entry.amountFen = 1'000'000;
+        entry.counterpartyName = u"某供应商"_s;
+        QVERIFY(TransactionDao().insert(entry));
+        SettingsPage page;
+        page.refresh();
+        page.show();
+        page.findChild<AmountField*>()->setAmountFen(1'000'000);
+        page.findChild<QSpinBox*>(u"frequentCount"_s)->setValue(5);
+        press(page, u"保存标准"_s);
+        QCOMPARE(ProfileDao().load().largeAmountFen, 1'000'000);
+        QCOMPARE(ProfileDao().load().frequentCount, 5);
+        QCOMPARE(TransactionDao().findById(entry.id)->riskLevel, RiskLevel::Low);
+    }
 
-void TestSettingsPage::anUnreadableProfileOffersNothingToChange()
-{
-    SettingsPage page;
-    page.refresh();
-    page.show();
-    QVERIFY(page.findChild<QPushButton*>(u"editProfile"_s)->isEnabled());
-    QCOMPARE(TestDatabase::run({ u"DELETE FROM company_profile"_s }), QString());
-    press(page, u"编辑档案"_s);
-    QVERIFY2(!QApplication::activeModalWidget(), "no form with defaults opens");
-    page.refresh();
-    QVERIFY(!page.findChild<QPushButton*>(u"editProfile"_s)->isEnabled());
-    QVERIFY(page.findChild<Banner*>()->isVisible());
-}
+    void defaultThresholdsCanBeRestored()
+    {
+        SettingsPage page;
+        page.refresh();
+        page.show();
+        page.findChild<QSpinBox*>(u"frequentWindowDays"_s)->setValue(7);
+        press(page, u"恢复默认"_s);
+        QCOMPARE(page.findChild<QSpinBox*>(u"frequentWindowDays"_s)->value(), 30);
+        QCOMPARE(page.findChild<AmountField*>()->amountFen(), 5'000'000);
+    }
 
-void TestSettingsPage::thePasswordButtonsFollowItsState()
-{
-    SettingsPage page;
-    page.refresh();
-    page.show();
-    QVERIFY(visibleButtons(page).contains(u"设置密码"_s));
-    QVERIFY(!visibleButtons(page).contains(u"关闭密码"_s));
+    void anUnreadableProfileOffersNothingToChange()
+    {
+        SettingsPage page;
+        page.refresh();
+        page.show();
+        QVERIFY(page.findChild<QPushButton*>(u"editProfile"_s)->isEnabled());
+        QCOMPARE(TestDatabase::run({ u"DELETE FROM company_profile"_s }), QString());
+        press(page, u"编辑档案"_s);
+        QVERIFY2(!QApplication::activeModalWidget(), "no form with defaults opens");
+        page.refresh();
+        QVERIFY(!page.findChild<QPushButton*>(u"editProfile"_s)->isEnabled());
+        QVERIFY(page.findChild<Banner*>()->isVisible());
+    }
 
-    ModalAnswerer answers;
-    answers.expect([](QDialog* dialog) {
-        dialog->findChild<QLineEdit*>(u"newPassword"_s)->setText(u"山岚2025"_s);
-        dialog->findChild<QLineEdit*>(u"repeatedPassword"_s)->setText(u"山岚2025"_s);
-        ModalAnswerer::buttonOf(dialog, u"设置密码"_s)->click();
-    });
-    press(page, u"设置密码"_s);
-    QVERIFY(ProfileDao().load().passwordEnabled);
-    QVERIFY(!visibleButtons(page).contains(u"设置密码"_s));
-    QVERIFY(visibleButtons(page).contains(u"修改密码"_s));
-    QVERIFY(visibleButtons(page).contains(u"关闭密码"_s));
-}
+    void thePasswordButtonsFollowItsState()
+    {
+        SettingsPage page;
+        page.refresh();
+        page.show();
+        QVERIFY(visibleButtons(page).contains(u"设置密码"_s));
+        QVERIFY(!visibleButtons(page).contains(u"关闭密码"_s));
+
+        ModalAnswerer answers([](QDialog* dialog) {
+            dialog->findChild<QLineEdit*>(u"newPassword"_s)->setText(u"山岚2025"_s);
+            dialog->findChild<QLineEdit*>(u"repeatedPassword"_s)->setText(u"山岚2025"_s);
+            ModalAnswerer::buttonOf(dialog, u"设置密码"_s)->click();
+        });
+        press(page, u"设置密码"_s);
+        QVERIFY(ProfileDao().load().passwordEnabled);
+        QVERIFY(!visibleButtons(page).contains(u"设置密码"_s));
+        QVERIFY(visibleButtons(page).contains(u"修改密码"_s));
+        QVERIFY(visibleButtons(page).contains(u"关闭密码"_s));
+    }
+};
+
+static const RegisteredTest<TestSettingsPage> registered;
+
+#include "TestSettingsPage.moc"

@@ -51,6 +51,18 @@ ModalAnswerer::ModalAnswerer()
     m_timer.start(lookEveryMs);
 }
 
+ModalAnswerer::ModalAnswerer(const QString& button)
+    : ModalAnswerer()
+{
+    expectButton(button);
+}
+
+ModalAnswerer::ModalAnswerer(std::function<void(QDialog*)> act)
+    : ModalAnswerer()
+{
+    expect(std::move(act));
+}
+
 ModalAnswerer::~ModalAnswerer()
 {
     if (!m_expected.empty())

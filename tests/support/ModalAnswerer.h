@@ -24,6 +24,9 @@ public:
     };
 
     ModalAnswerer();
+    /// Expects one box from the beginning, as the functions below do.
+    explicit ModalAnswerer(const QString& button);
+    explicit ModalAnswerer(std::function<void(QDialog*)> act);
     ~ModalAnswerer() override;
 
     /// The next one is answered by the button with this text (mnemonics aside).

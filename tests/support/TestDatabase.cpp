@@ -3,9 +3,11 @@
 #include "db/Connection.h"
 #include "db/SqlScript.h"
 
+#include <QRegularExpression>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
+#include <QtTest>
 #include <QVariant>
 
 using namespace Qt::StringLiterals;
@@ -68,6 +70,14 @@ QStringList rowsOn(const QSqlDatabase& database, const QString& sql)
 QString run(const QStringList& statements)
 {
     return runOn(Connection::current(), statements);
+}
+
+bool refuseUpdates(const QString& table)
+{
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^SQL error: refused"_s));
+    return run({ u"CREATE TRIGGER refuse BEFORE UPDATE ON %1 BEGIN SELECT RAISE(ABORT, 'refused'); "
+                 "END"_s.arg(table) })
+        .isEmpty();
 }
 
 QStringList rows(const QString& sql)

@@ -9,6 +9,9 @@ namespace TestDatabase {
 /// Runs the statements on the program's connection; the first error, or an empty text.
 QString run(const QStringList& statements);
 
+/// From now on the table takes no changes of its rows; announces the log line of one refusal.
+[[nodiscard]] bool refuseUpdates(const QString& table);
+
 /// The rows of a query on the program's connection: cells joined by "|", NULL as "∅"; a failed
 /// query gives its error as the only row.
 QStringList rows(const QString& sql);

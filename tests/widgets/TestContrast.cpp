@@ -1,5 +1,4 @@
-#include "widgets/TestContrast.h"
-
+#include "support/TestCase.h"
 #include "theme/StyleSheet.h"
 #include "widgets/BannerKind.h"
 #include "widgets/Contrast.h"
@@ -21,18 +20,9 @@ QByteArray rowName(ThemeMode mode, const QString& what)
     return u"%1: %2"_s.arg(codeOf(mode), what).toUtf8();
 }
 
-void addModes()
-{
-    QTest::addColumn<ThemeMode>("mode");
-    for (const ThemeMode mode : allValues<ThemeMode>())
-        QTest::newRow(qUtf8Printable(codeOf(mode))) << mode;
-}
-
 void addPairColumns()
 {
-    QTest::addColumn<QColor>("text");
-    QTest::addColumn<QColor>("ground");
-    QTest::addColumn<double>("minimum");
+    addColumns<QColor, QColor, double>("text", "ground", "minimum");
 }
 
 void addPairs(const QString& what, std::initializer_list<Token> inks,
@@ -42,8 +32,8 @@ void addPairs(const QString& what, std::initializer_list<Token> inks,
         for (const Token ink : inks) {
             for (const Token ground : grounds) {
                 const QString pair = u"%1, %2 on %3"_s.arg(what, tokenName(ink), tokenName(ground));
-                QTest::newRow(rowName(mode, pair).constData())
-                    << tokenColor(ink, mode) << tokenColor(ground, mode) << minimum;
+                addCase(rowName(mode, pair).constData(), tokenColor(ink, mode),
+                    tokenColor(ground, mode), minimum);
             }
         }
     }
@@ -68,160 +58,113 @@ QList<Contrast::Rule> enabledRules(ThemeMode mode)
 
 } // namespace
 
-void TestContrast::ratioSpansOneToTwentyOne()
-{
-    QCOMPARE(Contrast::ratio(Qt::white, Qt::white), 1.0);
-    QCOMPARE(Contrast::ratio(Qt::white, Qt::black), 21.0);
-    // A grey that is known to just reach the limit on white.
-    QVERIFY(Contrast::ratio(QColor(u"#767676"_s), Qt::white) >= Contrast::text);
-    QVERIFY(Contrast::ratio(QColor(u"#777777"_s), Qt::white) < Contrast::text);
-}
+class TestContrast final : public TestCase {
+    Q_OBJECT
 
-void TestContrast::placeholdersAreAllFilled_data()
-{
-    addModes();
-}
-
-void TestContrast::placeholdersAreAllFilled()
-{
-    QFETCH(ThemeMode, mode);
-    const QString sheet = styleSheetFor(mode);
-    QVERIFY(sheet.size() > 4000);
-    QVERIFY(!sheet.contains(u'@'));
-    QCOMPARE(sheet.count(u'{'), sheet.count(u'}'));
-}
-
-void TestContrast::ruleWithTextAndGroundIsReadable_data()
-{
-    addPairColumns();
-    for (const ThemeMode mode : allValues<ThemeMode>()) {
-        int number = 0;
-        for (const Contrast::Rule& rule : enabledRules(mode)) {
-            const QString name = u"%1 %2"_s.arg(QString::number(++number), rule.selector);
-            if (rule.ground.isValid())
-                QTest::newRow(rowName(mode, name).constData())
-                    << rule.text << rule.ground << Contrast::text;
+private slots:
+    void rulesOfTheStyleSheetAreReadable_data()
+    {
+        addPairColumns();
+        for (const ThemeMode mode : allValues<ThemeMode>()) {
+            int number = 0;
+            for (const Contrast::Rule& rule : enabledRules(mode)) {
+                const QString name = u"%1 %2"_s.arg(QString::number(++number), rule.selector);
+                QList<QColor> grounds { rule.ground };
+                if (!rule.ground.isValid()) {
+                    grounds.clear();
+                    for (const Token surface : surfaces)
+                        grounds += tokenColor(surface, mode);
+                }
+                for (const QColor& ground : grounds)
+                    addCase(rowName(mode, name + u" on "_s + ground.name()).constData(), rule.text,
+                        ground, Contrast::text);
+            }
+            QVERIFY2(number > 40, "the style sheet was not understood");
         }
-        QVERIFY2(number > 40, "the style sheet was not understood");
     }
-}
 
-void TestContrast::ruleWithTextAndGroundIsReadable()
-{
-    checkPair();
-}
+    void rulesOfTheStyleSheetAreReadable() { checkPair(); }
 
-void TestContrast::textWithoutGroundIsReadableOnEverySurface_data()
-{
-    addPairColumns();
-    for (const ThemeMode mode : allValues<ThemeMode>()) {
-        int number = 0;
-        for (const Contrast::Rule& rule : enabledRules(mode)) {
-            for (const Token surface : surfaces) {
-                const QString name = u"%1 %2 on %3"_s.arg(
-                    QString::number(++number), rule.selector, tokenName(surface));
-                if (!rule.ground.isValid())
-                    QTest::newRow(rowName(mode, name).constData())
-                        << rule.text << tokenColor(surface, mode) << Contrast::text;
+    void paintedPairIsReadable_data()
+    {
+        using enum Token;
+        addPairColumns();
+        addPairs(u"badge"_s, { RiskHighFg }, { RiskHighBg }, Contrast::text);
+        addPairs(u"badge"_s, { RiskMediumFg }, { RiskMediumBg }, Contrast::text);
+        addPairs(u"badge"_s, { RiskLowFg }, { RiskLowBg }, Contrast::text);
+        addPairs(u"badge"_s, { RiskNormalFg }, { RiskNormalBg }, Contrast::text);
+        addPairs(u"banner action"_s, { Link }, { InfoBg, WarningBg, DangerBg, SuccessBg },
+            Contrast::text);
+        addPairs(u"banner icon"_s, { TextSecondary }, { InfoBg, WarningBg, DangerBg, SuccessBg },
+            Contrast::graphics);
+        addPairs(u"stat card"_s, { TextPrimary, TextSecondary, TextTertiary }, { BgCard, BgHover },
+            Contrast::text);
+        addPairs(u"stat card edge"_s,
+            { RiskHighFg, RiskMediumFg, RiskLowFg, RiskNormalFg, AmountIn, AmountOut, Primary },
+            { BgCard, BgPage }, Contrast::graphics);
+        addPairs(u"toast"_s, { TextTooltip }, { BgTooltip }, Contrast::text);
+        addPairs(u"nav, at rest"_s, { TextSecondary }, { BgNav, BgHover }, Contrast::text);
+        addPairs(u"nav, current"_s, { TextPrimary, Link }, { BgSelected }, Contrast::text);
+        addPairs(u"empty state"_s, { TextPrimary, TextSecondary, TextTertiary }, { BgCard, BgPage },
+            Contrast::text);
+        addPairs(
+            u"splash"_s, { TextPrimary, TextSecondary, TextTertiary }, { BgCard }, Contrast::text);
+        addPairs(u"required star"_s, { DangerText }, { BgCard, BgPage }, Contrast::text);
+        addPairs(u"placeholder"_s, { TextTertiary }, { BgInput }, Contrast::text);
+        addPairs(u"table cell"_s,
+            { TextPrimary, TextSecondary, AmountIn, AmountOut, Link, WarningText, DangerText },
+            { BgCard, BgTableAlt, BgSelected }, Contrast::text);
+        addPairs(u"list item"_s, { TextPrimary }, { BgCard, BgHover, BgSelected }, Contrast::text);
+        addPairs(
+            u"calendar"_s, { TextPrimary, TextTertiary, DangerText }, { BgCard }, Contrast::text);
+        addPairs(u"switch"_s, { Primary, PrimaryHover, BorderStrong, TextSecondary },
+            { BgCard, BgPage }, Contrast::graphics);
+        addPairs(u"focus ring"_s, { FocusRing },
+            { BgCard, BgPage, BgNav, BgTopBar, BgInput, BgSelected, InfoBg, WarningBg, DangerBg },
+            Contrast::graphics);
+        addPairs(u"outline of a field"_s, { BorderStrong }, { BgCard, BgPage, BgInput },
+            Contrast::graphics);
+        addPairs(u"icon"_s, { TextSecondary, TextTertiary, Link, StateOnline },
+            { BgCard, BgPage, BgTopBar, BgNav }, Contrast::graphics);
+        addPairs(u"arrow of a control"_s, { TextSecondary }, { BgInput, BgTableHeader },
+            Contrast::graphics);
+        addPairs(u"tick of a control"_s, { TextOnPrimary }, { Primary }, Contrast::graphics);
+        // A toast is light in the dark mode and dark in the light one.
+        for (const BannerKind kind : allValues<BannerKind>()) {
+            for (const ThemeMode mode : allValues<ThemeMode>()) {
+                const ThemeMode other
+                    = mode == ThemeMode::Light ? ThemeMode::Dark : ThemeMode::Light;
+                addCase(rowName(mode, u"toast icon, "_s + codeOf(kind)).constData(),
+                    tokenColor(textTokenOf(kind), other), tokenColor(BgTooltip, mode),
+                    Contrast::graphics);
             }
         }
     }
-}
 
-void TestContrast::textWithoutGroundIsReadableOnEverySurface()
-{
-    checkPair();
-}
+    void paintedPairIsReadable() { checkPair(); }
 
-void TestContrast::paintedPairIsReadable_data()
-{
-    using enum Token;
-    addPairColumns();
-    addPairs(u"badge"_s, { RiskHighFg }, { RiskHighBg }, Contrast::text);
-    addPairs(u"badge"_s, { RiskMediumFg }, { RiskMediumBg }, Contrast::text);
-    addPairs(u"badge"_s, { RiskLowFg }, { RiskLowBg }, Contrast::text);
-    addPairs(u"badge"_s, { RiskNormalFg }, { RiskNormalBg }, Contrast::text);
-    addPairs(
-        u"banner action"_s, { Link }, { InfoBg, WarningBg, DangerBg, SuccessBg }, Contrast::text);
-    addPairs(u"banner icon"_s, { TextSecondary }, { InfoBg, WarningBg, DangerBg, SuccessBg },
-        Contrast::graphics);
-    addPairs(u"stat card"_s, { TextPrimary, TextSecondary, TextTertiary }, { BgCard, BgHover },
-        Contrast::text);
-    addPairs(u"stat card edge"_s,
-        { RiskHighFg, RiskMediumFg, RiskLowFg, RiskNormalFg, AmountIn, AmountOut, Primary },
-        { BgCard, BgPage }, Contrast::graphics);
-    addPairs(u"toast"_s, { TextTooltip }, { BgTooltip }, Contrast::text);
-    addPairs(u"nav, at rest"_s, { TextSecondary }, { BgNav, BgHover }, Contrast::text);
-    addPairs(u"nav, current"_s, { TextPrimary, Link }, { BgSelected }, Contrast::text);
-    addPairs(u"empty state"_s, { TextPrimary, TextSecondary, TextTertiary }, { BgCard, BgPage },
-        Contrast::text);
-    addPairs(u"splash"_s, { TextPrimary, TextSecondary, TextTertiary }, { BgCard }, Contrast::text);
-    addPairs(u"required star"_s, { DangerText }, { BgCard, BgPage }, Contrast::text);
-    addPairs(u"placeholder"_s, { TextTertiary }, { BgInput }, Contrast::text);
-    addPairs(u"table cell"_s,
-        { TextPrimary, TextSecondary, AmountIn, AmountOut, Link, WarningText, DangerText },
-        { BgCard, BgTableAlt, BgSelected }, Contrast::text);
-    addPairs(u"list item"_s, { TextPrimary }, { BgCard, BgHover, BgSelected }, Contrast::text);
-    addPairs(u"calendar"_s, { TextPrimary, TextTertiary, DangerText }, { BgCard }, Contrast::text);
-    addPairs(u"switch"_s, { Primary, PrimaryHover, BorderStrong, TextSecondary },
-        { BgCard, BgPage }, Contrast::graphics);
-    addPairs(u"focus ring"_s, { FocusRing },
-        { BgCard, BgPage, BgNav, BgTopBar, BgInput, BgSelected, InfoBg, WarningBg, DangerBg },
-        Contrast::graphics);
-    addPairs(
-        u"outline of a field"_s, { BorderStrong }, { BgCard, BgPage, BgInput }, Contrast::graphics);
-    addPairs(u"icon"_s, { TextSecondary, TextTertiary, Link, StateOnline },
-        { BgCard, BgPage, BgTopBar, BgNav }, Contrast::graphics);
-    addPairs(
-        u"arrow of a control"_s, { TextSecondary }, { BgInput, BgTableHeader }, Contrast::graphics);
-    addPairs(u"tick of a control"_s, { TextOnPrimary }, { Primary }, Contrast::graphics);
-}
-
-void TestContrast::paintedPairIsReadable()
-{
-    checkPair();
-}
-
-void TestContrast::toastIconStandsOut_data()
-{
-    addPairColumns();
-    for (const BannerKind kind : allValues<BannerKind>()) {
-        const Token ink = textTokenOf(kind);
-        QTest::newRow(rowName(ThemeMode::Light, codeOf(kind)).constData())
-            << tokenColor(ink, ThemeMode::Dark) << tokenColor(Token::BgTooltip, ThemeMode::Light)
-            << Contrast::graphics;
-        QTest::newRow(rowName(ThemeMode::Dark, codeOf(kind)).constData())
-            << tokenColor(ink, ThemeMode::Light) << tokenColor(Token::BgTooltip, ThemeMode::Dark)
-            << Contrast::graphics;
+    void controlImagesUseTokensOfTheirMode()
+    {
+        static const QRegularExpression image(u"url\\((:[^)]+)\\)"_s);
+        static const QRegularExpression color(u"#[0-9A-Fa-f]{6}"_s);
+        for (const ThemeMode mode : allValues<ThemeMode>()) {
+            QSet<QString> palette;
+            for (int i = 0; i < tokenCount; ++i)
+                palette.insert(tokenColor(static_cast<Token>(i), mode).name());
+            int images = 0;
+            for (auto matches = image.globalMatch(styleSheetFor(mode)); matches.hasNext();
+                 ++images) {
+                QFile file(matches.next().captured(1));
+                QVERIFY2(file.open(QIODevice::ReadOnly), qUtf8Printable(file.fileName()));
+                const QString drawing = QString::fromUtf8(file.readAll());
+                const QString used = color.match(drawing).captured().toLower();
+                QVERIFY2(palette.contains(used), qUtf8Printable(file.fileName()));
+            }
+            QVERIFY(images > 10);
+        }
     }
-}
+};
 
-void TestContrast::toastIconStandsOut()
-{
-    checkPair();
-}
+static const RegisteredTest<TestContrast> registered;
 
-void TestContrast::controlImagesUseTokensOfTheirMode_data()
-{
-    addModes();
-}
-
-void TestContrast::controlImagesUseTokensOfTheirMode()
-{
-    QFETCH(ThemeMode, mode);
-    QSet<QString> palette;
-    for (int i = 0; i < tokenCount; ++i)
-        palette.insert(tokenColor(static_cast<Token>(i), mode).name());
-
-    static const QRegularExpression image(u"url\\((:[^)]+)\\)"_s);
-    static const QRegularExpression color(u"#[0-9A-Fa-f]{6}"_s);
-    int images = 0;
-    for (auto matches = image.globalMatch(styleSheetFor(mode)); matches.hasNext(); ++images) {
-        QFile file(matches.next().captured(1));
-        QVERIFY2(file.open(QIODevice::ReadOnly), qUtf8Printable(file.fileName()));
-        const QString drawing = QString::fromUtf8(file.readAll());
-        const QString used = color.match(drawing).captured().toLower();
-        QVERIFY2(palette.contains(used), qUtf8Printable(file.fileName()));
-    }
-    QVERIFY(images > 10);
-}
+#include "TestContrast.moc"

@@ -1,6 +1,5 @@
-#include "widgets/TestFields.h"
-
 #include "support/InputMethod.h"
+#include "support/TestCase.h"
 #include "theme/Theme.h"
 #include "widgets/AmountField.h"
 #include "widgets/ButtonRole.h"
@@ -77,285 +76,263 @@ struct Form {
     }
 };
 
+struct AmountForm : Form {
+    AmountField* field = new AmountField(&window);
+
+    // The keyboard arrives with the whole figure selected.
+    bool enterField()
+    {
+        add(field);
+        const bool shown = show();
+        field->setFocus();
+        const auto* line = field->findChild<QLineEdit*>();
+        return shown && QTest::qWaitFor([line] { return line->selectedText() == u"0.00"_s; });
+    }
+};
+
 } // namespace
 
-void TestFields::everyRowNamesItsField_data()
-{
-    QTest::addColumn<QString>("kind");
-    for (const QString& kind : { u"line"_s, u"area"_s, u"combo"_s, u"editable"_s, u"amount"_s })
-        QTest::newRow(qUtf8Printable(kind)) << kind;
-}
+class TestFields final : public TestCase {
+    Q_OBJECT
 
-void TestFields::everyRowNamesItsField()
-{
-    QFETCH(QString, kind);
-    QWidget window;
-    auto* rows = new FormRows(&window);
-    QWidget* field = nullptr;
-    if (kind == u"line")
-        field = new QLineEdit;
-    else if (kind == u"area")
-        field = new QPlainTextEdit;
-    else if (kind == u"amount")
-        field = new AmountField;
-    else
-        field = makeCombo(nullptr);
-    if (auto* combo = qobject_cast<QComboBox*>(field))
-        combo->setEditable(kind == u"editable");
+private slots:
+    void everyRowNamesItsField()
+    {
+        QWidget window;
+        auto* rows = new FormRows(&window);
+        auto* editable = makeCombo(nullptr);
+        editable->setEditable(true);
+        auto* combo = makeCombo(nullptr);
+        for (QWidget* field : std::initializer_list<QWidget*> {
+                 new QLineEdit, new QPlainTextEdit, new AmountField, editable, combo }) {
+            const FormRow row = rows->addRow(u"金额"_s, field, Required::Yes);
+            QCOMPARE(row.label->buddy(), field);
+            QCOMPARE(nameOf(row.label), u"金额"_s);
+            QCOMPARE(field->accessibleName(), u"金额"_s);
+            if (field == editable)
+                QCOMPARE(nameOf(editable->lineEdit()), u"金额"_s);
+            else if (field != combo)
+                QCOMPARE(nameOf(field), u"金额"_s);
+        }
+    }
 
-    const FormRow row = rows->addRow(u"金额"_s, field, Required::Yes);
-    QCOMPARE(row.label->buddy(), field);
-    QCOMPARE(nameOf(row.label), u"金额"_s);
-    QCOMPARE(field->accessibleName(), u"金额"_s);
-    if (kind == u"editable")
-        QCOMPARE(nameOf(qobject_cast<QComboBox*>(field)->lineEdit()), u"金额"_s);
-    else if (kind != u"combo")
-        QCOMPARE(nameOf(field), u"金额"_s);
-}
+    void wrappedFieldIsNamedAndNotItsWrapper()
+    {
+        QWidget window;
+        auto* rows = new FormRows(&window);
+        auto* wrapper = new QWidget;
+        auto* field = new QLineEdit(wrapper);
+        const FormRow row = rows->addWrappedRow(u"备份位置"_s, wrapper, field);
+        QCOMPARE(row.label->buddy(), field);
+        QCOMPARE(row.cell, wrapper);
+        QCOMPARE(nameOf(field), u"备份位置"_s);
+        QVERIFY(wrapper->accessibleName().isEmpty());
+    }
 
-void TestFields::wrappedFieldIsNamedAndNotItsWrapper()
-{
-    QWidget window;
-    auto* rows = new FormRows(&window);
-    auto* wrapper = new QWidget;
-    auto* field = new QLineEdit(wrapper);
-    const FormRow row = rows->addWrappedRow(u"备份位置"_s, wrapper, field);
-    QCOMPARE(row.label->buddy(), field);
-    QCOMPARE(row.cell, wrapper);
-    QCOMPARE(nameOf(field), u"备份位置"_s);
-    QVERIFY(wrapper->accessibleName().isEmpty());
-}
+    void markupInALabelIsShownAsTyped()
+    {
+        FieldLabel label(u"<b>甲</b>&乙"_s, Required::Yes);
+        QVERIFY(label.text().endsWith(u"</span> &lt;b&gt;甲&lt;/b&gt;&amp;乙"_s));
+        QCOMPARE(label.accessibleName(), u"<b>甲</b>&乙"_s);
+    }
 
-void TestFields::markupInALabelIsShownAsTyped()
-{
-    FieldLabel label(u"<b>甲</b>&乙"_s, Required::Yes);
-    QVERIFY(label.text().endsWith(u"</span> &lt;b&gt;甲&lt;/b&gt;&amp;乙"_s));
-    QCOMPARE(label.accessibleName(), u"<b>甲</b>&乙"_s);
-}
+    void starFollowsRequired()
+    {
+        QWidget window;
+        FieldLabel label(u"对方名称"_s, Required::No, &window);
+        QVERIFY(!label.text().contains(u'*'));
+        label.setRequired(Required::Yes);
+        QVERIFY(label.text().contains(u'*'));
+        label.adjustSize();
+        QVERIFY(showsRed(window));
+        label.setRequired(Required::No);
+        QVERIFY(!showsRed(window));
+        QCOMPARE(label.text(), u"对方名称"_s);
+    }
 
-void TestFields::starFollowsRequired()
-{
-    QWidget window;
-    FieldLabel label(u"对方名称"_s, Required::No, &window);
-    QVERIFY(!label.text().contains(u'*'));
-    label.setRequired(Required::Yes);
-    QVERIFY(label.text().contains(u'*'));
-    label.adjustSize();
-    QVERIFY(showsRed(window));
-    label.setRequired(Required::No);
-    QVERIFY(!showsRed(window));
-    QCOMPARE(label.text(), u"对方名称"_s);
-}
+    void hintStandsBelowTheField()
+    {
+        QWidget window;
+        auto* rows = new FormRows(&window);
+        auto* field = new QLineEdit;
+        const FormRow row
+            = rows->addRow(u"公司名称"_s, field, Required::Yes, u"与营业执照一致。"_s);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QCOMPARE(row.hint->text(), u"与营业执照一致。"_s);
+        QCOMPARE(field->accessibleDescription(), row.hint->text());
+        const auto topOf = [&window](QWidget* w) { return w->mapTo(&window, QPoint()).y(); };
+        QVERIFY(topOf(row.hint) >= topOf(field) + field->height());
+        // The label stands beside the field, not beside the middle of field and hint.
+        QCOMPARE(topOf(row.label), topOf(field));
+        QCOMPARE(row.label->height(), field->height());
+    }
 
-void TestFields::hintStandsBelowTheField()
-{
-    QWidget window;
-    auto* rows = new FormRows(&window);
-    auto* field = new QLineEdit;
-    const FormRow row = rows->addRow(u"公司名称"_s, field, Required::Yes, u"与营业执照一致。"_s);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QCOMPARE(row.hint->text(), u"与营业执照一致。"_s);
-    QCOMPARE(field->accessibleDescription(), row.hint->text());
-    const auto topOf = [&window](QWidget* w) { return w->mapTo(&window, QPoint()).y(); };
-    QVERIFY(topOf(row.hint) >= topOf(field) + field->height());
-    // The label stands beside the field, not beside the middle of field and hint.
-    QCOMPARE(topOf(row.label), topOf(field));
-    QCOMPARE(row.label->height(), field->height());
-}
+    void tabLeavesATextArea()
+    {
+        Form form;
+        auto* area = new QPlainTextEdit;
+        auto* rows = new FormRows;
+        form.column.addLayout(rows);
+        rows->addRow(u"备注"_s, area);
+        QVERIFY(form.show());
+        area->setFocus();
+        QTest::keyClick(area, Qt::Key_Tab);
+        QVERIFY(!area->hasFocus());
+        QVERIFY(area->toPlainText().isEmpty());
+    }
 
-void TestFields::tabLeavesATextArea()
-{
-    Form form;
-    auto* area = new QPlainTextEdit;
-    auto* rows = new FormRows;
-    form.column.addLayout(rows);
-    rows->addRow(u"备注"_s, area);
-    QVERIFY(form.show());
-    area->setFocus();
-    QTest::keyClick(area, Qt::Key_Tab);
-    QVERIFY(!area->hasFocus());
-    QVERIFY(area->toPlainText().isEmpty());
-}
+    void amountIsUnderstoodAsTyped_data()
+    {
+        addColumns<QString, qint64, QString>("typed", "fen", "shown");
+        addCase("zero", u"0"_s, 0LL, u"0.00 元"_s);
+        addCase("one fen", u"0.01"_s, 1LL, u"0.01 元"_s);
+        addCase("binary fraction", u"0.29"_s, 29LL, u"0.29 元"_s);
+        addCase("plain", u"1234.5"_s, 123'450LL, u"1234.50 元"_s);
+        addCase("with grouping commas", u"12,345.60"_s, 1'234'560LL, u"12345.60 元"_s);
+        addCase("full-width digits", u"１２３．４５"_s, 12'345LL, u"123.45 元"_s);
+        addCase("Chinese full stop as the point", u"88。8"_s, 8'880LL, u"88.80 元"_s);
+        addCase("sign and blanks", u"￥ 1，000"_s, 100'000LL, u"1000.00 元"_s);
+        addCase("with its unit", u"56.78 元"_s, 5'678LL, u"56.78 元"_s);
+        addCase("largest entry", u"99999999.99"_s, 9'999'999'999LL, u"99999999.99 元"_s);
+        addCase(
+            "beyond what may be stored", u"100000000"_s, 10'000'000'000LL, u"100000000.00 元"_s);
+    }
 
-void TestFields::amountIsUnderstoodAsTyped_data()
-{
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<qint64>("fen");
-    QTest::newRow("plain") << u"1234.5"_s << 123'450LL;
-    QTest::newRow("with grouping commas") << u"12,345.60"_s << 1'234'560LL;
-    QTest::newRow("full-width digits") << u"１２３．４５"_s << 12'345LL;
-    QTest::newRow("Chinese full stop as the point") << u"88。8"_s << 8'880LL;
-    QTest::newRow("sign and blanks") << u"￥ 1，000"_s << 100'000LL;
-    QTest::newRow("with its unit") << u"56.78 元"_s << 5'678LL;
-    QTest::newRow("beyond what may be stored") << u"100000000"_s << 10'000'000'000LL;
-}
+    void amountIsUnderstoodAsTyped()
+    {
+        QFETCH(QString, typed);
+        QFETCH(qint64, fen);
+        AmountForm form;
+        QVERIFY(form.enterField());
+        QSignalSpy changed(form.field, &AmountField::valueChanged);
+        InputMethod::commit(typed);
+        QCOMPARE(form.field->amountFen(), fen);
+        QCOMPARE(changed.isEmpty(), fen == 0);
+        form.field->setAmountFen(1);
+        form.field->setAmountFen(fen);
+        QCOMPARE(form.field->amountFen(), fen);
+        QTEST(form.field->text(), "shown");
+    }
 
-void TestFields::amountIsUnderstoodAsTyped()
-{
-    QFETCH(QString, typed);
-    QFETCH(qint64, fen);
-    Form form;
-    auto* field = new AmountField(&form.window);
-    form.add(field);
-    QVERIFY(form.show());
-    field->setFocus();
-    QTRY_COMPARE(field->findChild<QLineEdit*>()->selectedText(), u"0.00"_s);
-    QSignalSpy changed(field, &AmountField::valueChanged);
-    InputMethod::commit(typed);
-    QCOMPARE(field->amountFen(), fen);
-    QVERIFY(changed.count() > 0);
-}
+    void amountRefusesAThirdDecimal()
+    {
+        AmountForm form;
+        QVERIFY(form.enterField());
+        QTest::keyClicks(form.field, u"1.239"_s);
+        QCOMPARE(form.field->amountFen(), 123LL);
+    }
 
-void TestFields::amountRoundTrips_data()
-{
-    QTest::addColumn<qint64>("fen");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("zero") << 0LL << u"0.00 元"_s;
-    QTest::newRow("one fen") << 1LL << u"0.01 元"_s;
-    QTest::newRow("binary fraction") << 29LL << u"0.29 元"_s;
-    QTest::newRow("no group separator") << 123'456'789LL << u"1234567.89 元"_s;
-    QTest::newRow("largest entry") << 9'999'999'999LL << u"99999999.99 元"_s;
-}
-
-void TestFields::amountRoundTrips()
-{
-    QFETCH(qint64, fen);
-    AmountField field;
-    field.setAmountFen(fen);
-    QCOMPARE(field.amountFen(), fen);
-    QTEST(field.text(), "shown");
-}
-
-void TestFields::amountRefusesAThirdDecimal()
-{
-    Form form;
-    auto* field = new AmountField(&form.window);
-    form.add(field);
-    QVERIFY(form.show());
-    field->setFocus();
-    QTRY_COMPARE(field->findChild<QLineEdit*>()->selectedText(), u"0.00"_s);
-    QTest::keyClicks(field, u"1.239"_s);
-    QCOMPARE(field->amountFen(), 123LL);
-}
-
-void TestFields::focusSelectsTheAmount()
-{
-    Form form;
-    auto* field = new AmountField(&form.window);
-    form.add(field);
-    field->setAmountFen(5'000'000);
-    QVERIFY(form.show());
-    auto* line = field->findChild<QLineEdit*>();
-    QTest::mouseClick(line, Qt::LeftButton);
-    QTRY_COMPARE(line->selectedText(), u"50000.00"_s);
-    QTest::keyClicks(field, u"7"_s);
-    QCOMPARE(field->amountFen(), 700LL);
-}
-
-void TestFields::wheelChangesNoUnfocusedField()
-{
-    Form form;
-    auto* combo = makeCombo(&form.window);
-    auto* spin = new QSpinBox(&form.window);
-    auto* amount = new AmountField(&form.window);
-    WheelGuard::protect(combo);
-    WheelGuard::protect(spin);
-    spin->setValue(5);
-    for (QWidget* field : { static_cast<QWidget*>(combo), static_cast<QWidget*>(spin),
-             static_cast<QWidget*>(amount) })
+    void focusSelectsTheAmount()
+    {
+        Form form;
+        auto* field = new AmountField(&form.window);
         form.add(field);
-    QVERIFY(form.show());
-    QVERIFY(!turnWheel(combo));
-    QVERIFY(!turnWheel(spin));
-    QVERIFY(!turnWheel(amount));
-    QCOMPARE(combo->currentIndex(), 0);
-    QCOMPARE(spin->value(), 5);
-    QCOMPARE(amount->amountFen(), 0LL);
-    QVERIFY(form.first->hasFocus());
-}
+        field->setAmountFen(5'000'000);
+        QVERIFY(form.show());
+        auto* line = field->findChild<QLineEdit*>();
+        QTest::mouseClick(line, Qt::LeftButton);
+        QTRY_COMPARE(line->selectedText(), u"50000.00"_s);
+        QTest::keyClicks(field, u"7"_s);
+        QCOMPARE(field->amountFen(), 700LL);
+    }
 
-void TestFields::wheelChangesAFocusedField()
-{
-    Form form;
-    auto* combo = makeCombo(&form.window);
-    WheelGuard::protect(combo);
-    form.add(combo);
-    QVERIFY(form.show());
-    combo->setFocus();
-    QVERIFY(turnWheel(combo));
-    QCOMPARE(combo->currentIndex(), 1);
-}
+    void wheelChangesAFieldWithTheKeyboardOnly()
+    {
+        Form form;
+        auto* combo = makeCombo(&form.window);
+        auto* spin = new QSpinBox(&form.window);
+        auto* amount = new AmountField(&form.window);
+        WheelGuard::protect(combo);
+        WheelGuard::protect(spin);
+        spin->setValue(5);
+        for (QWidget* field : std::initializer_list<QWidget*> { combo, spin, amount })
+            form.add(field);
+        QVERIFY(form.show());
+        QVERIFY(!turnWheel(combo) && !turnWheel(spin) && !turnWheel(amount));
+        QCOMPARE(combo->currentIndex(), 0);
+        QCOMPARE(spin->value(), 5);
+        QCOMPARE(amount->amountFen(), 0LL);
+        QVERIFY(form.first->hasFocus());
+        combo->setFocus();
+        QVERIFY(turnWheel(combo));
+        QCOMPARE(combo->currentIndex(), 1);
+    }
 
-void TestFields::applicationGuardCoversEveryField()
-{
-    WheelGuard::protectApplication();
-    Form form;
-    auto* area = new QScrollArea(&form.window);
-    auto* content = new QWidget;
-    auto* column = new QVBoxLayout(content);
-    auto* combo = makeCombo(content);
-    column->addWidget(combo);
-    column->addSpacing(2000);
-    area->setWidget(content);
-    form.add(area);
-    QVERIFY(form.show());
-    turnWheel(combo);
-    QCOMPARE(combo->currentIndex(), 0);
-    // The page went on scrolling instead.
-    QVERIFY(area->verticalScrollBar()->value() > 0);
-}
+    void applicationGuardCoversEveryField()
+    {
+        WheelGuard::protectApplication();
+        Form form;
+        auto* area = new QScrollArea(&form.window);
+        auto* content = new QWidget;
+        auto* column = new QVBoxLayout(content);
+        auto* combo = makeCombo(content);
+        column->addWidget(combo);
+        column->addSpacing(2000);
+        area->setWidget(content);
+        form.add(area);
+        QVERIFY(form.show());
+        turnWheel(combo);
+        QCOMPARE(combo->currentIndex(), 0);
+        // The page went on scrolling instead.
+        QVERIFY(area->verticalScrollBar()->value() > 0);
+    }
 
-void TestFields::switchTogglesByKeyboardMouseAndAssistiveTechnology()
-{
-    Form form;
-    auto* control = new Switch(u"启用启动密码"_s, &form.window);
-    form.add(control);
-    QVERIFY(form.show());
-    QSignalSpy toggled(control, &Switch::toggled);
-    QTest::keyClick(form.first, Qt::Key_Tab);
-    QVERIFY(control->hasFocus());
-    QTest::keyClick(control, Qt::Key_Space);
-    QVERIFY(control->isChecked());
-    QTest::mouseClick(control, Qt::LeftButton, {}, QPoint(10, 10));
-    QVERIFY(!control->isChecked());
-    QAccessible::queryAccessibleInterface(control)->actionInterface()->doAction(
-        QAccessibleActionInterface::toggleAction());
-    QTRY_VERIFY(control->isChecked());
-    QCOMPARE(toggled.count(), 3);
-}
+    void switchTogglesByKeyboardMouseAndAssistiveTechnology()
+    {
+        Form form;
+        auto* control = new Switch(u"启用启动密码"_s, &form.window);
+        form.add(control);
+        QVERIFY(form.show());
+        QSignalSpy toggled(control, &Switch::toggled);
+        QTest::keyClick(form.first, Qt::Key_Tab);
+        QVERIFY(control->hasFocus());
+        QTest::keyClick(control, Qt::Key_Space);
+        QVERIFY(control->isChecked());
+        QTest::mouseClick(control, Qt::LeftButton, {}, QPoint(10, 10));
+        QVERIFY(!control->isChecked());
+        QAccessible::queryAccessibleInterface(control)->actionInterface()->doAction(
+            QAccessibleActionInterface::toggleAction());
+        QTRY_VERIFY(control->isChecked());
+        QCOMPARE(toggled.count(), 3);
+    }
 
-void TestFields::switchTellsItsState()
-{
-    Switch control(u"启用启动密码"_s);
-    control.resize(control.sizeHint());
-    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&control);
-    QCOMPARE(accessible->text(QAccessible::Name), u"启用启动密码"_s);
-    QCOMPARE(accessible->text(QAccessible::Description), u"关"_s);
-    const QImage off = control.grab().toImage();
-    control.setChecked(true);
-    QCOMPARE(accessible->text(QAccessible::Description), u"开"_s);
-    QVERIFY(accessible->state().checked);
-    QVERIFY(control.grab().toImage() != off);
-}
+    void switchTellsItsState()
+    {
+        Switch control(u"启用启动密码"_s);
+        control.resize(control.sizeHint());
+        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&control);
+        QCOMPARE(accessible->text(QAccessible::Name), u"启用启动密码"_s);
+        QCOMPARE(accessible->text(QAccessible::Description), u"关"_s);
+        const QImage off = control.grab().toImage();
+        control.setChecked(true);
+        QCOMPARE(accessible->text(QAccessible::Description), u"开"_s);
+        QVERIFY(accessible->state().checked);
+        QVERIFY(control.grab().toImage() != off);
+    }
 
-void TestFields::buttonRoleDecidesLookAndDefault()
-{
-    QWidget window;
-    auto* button = makeButton(u"保存"_s, ButtonRole::Primary, &window);
-    QVERIFY(button->autoDefault());
-    const auto shows = [button](Token token) {
-        button->resize(button->sizeHint());
-        return Pictures::opaqueColors(button->grab())
-            .contains(Theme::instance().color(token).rgb());
-    };
-    QVERIFY(shows(Token::Primary));
-    setButtonRole(button, ButtonRole::Danger);
-    QVERIFY(shows(Token::Danger));
-    QVERIFY(!shows(Token::Primary));
-    QVERIFY(!button->autoDefault());
-    setButtonRole(button, ButtonRole::Link);
-    QVERIFY(shows(Token::Link));
-    setButtonRole(button, ButtonRole::Default);
-    QVERIFY(shows(Token::BorderStrong));
-}
+    void buttonRoleDecidesLookAndDefault()
+    {
+        QWidget window;
+        auto* button = makeButton(u"保存"_s, ButtonRole::Primary, &window);
+        QVERIFY(button->autoDefault());
+        const auto shows = [button](Token token) {
+            button->resize(button->sizeHint());
+            return Pictures::opaqueColors(button->grab())
+                .contains(Theme::instance().color(token).rgb());
+        };
+        QVERIFY(shows(Token::Primary));
+        setButtonRole(button, ButtonRole::Danger);
+        QVERIFY(shows(Token::Danger));
+        QVERIFY(!shows(Token::Primary));
+        QVERIFY(!button->autoDefault());
+        setButtonRole(button, ButtonRole::Link);
+        QVERIFY(shows(Token::Link));
+        setButtonRole(button, ButtonRole::Default);
+        QVERIFY(shows(Token::BorderStrong));
+    }
+};
+
+static const RegisteredTest<TestFields> registered;
+
+#include "TestFields.moc"

@@ -1,7 +1,4 @@
-#include "widgets/TestCards.h"
-#include "widgets/TestFields.h"
-#include "widgets/TestMessages.h"
-
+#include "support/TestCase.h"
 #include "theme/Theme.h"
 
 #include <QApplication>
@@ -10,5 +7,5 @@ int main(int argc, char** argv)
 {
     const QApplication app(argc, argv);
     Theme::instance().apply(ThemeMode::Light);
-    return runTests<TestCards, TestFields, TestMessages>(argc, argv);
+    return runRegisteredTests(argc, argv);
 }

@@ -1,0 +1,130 @@
+#include "db/DocumentDao.h"
+#include "db/LinkDao.h"
+#include "db/Stored.h"
+#include "support/DatabaseTestCase.h"
+#include "support/TestDatabase.h"
+
+using namespace Qt::StringLiterals;
+using TestDatabase::row;
+using TestDatabase::rows;
+
+namespace {
+
+using enum SourceType;
+using enum TargetType;
+
+bool link(SourceType source, qint64 sourceId, TargetType target, qint64 targetId)
+{
+    return LinkDao().link(source, sourceId, target, targetId);
+}
+
+const QString allLinks = u"SELECT source_type, source_id, target_type, target_id FROM "
+                         "entity_links ORDER BY id"_s;
+
+} // namespace
+
+class TestLinkDao final : public DatabaseTestCase {
+    Q_OBJECT
+
+private slots:
+    void allowedPairsAreLinked_data()
+    {
+        addColumns<SourceType, TargetType, QString>("source", "target", "pair");
+        addCase("voucher to project", Voucher, Project, u"voucher project"_s);
+        addCase("voucher to contract", Voucher, Contract, u"voucher contract"_s);
+        addCase("voucher to entry", Voucher, Transaction, u"voucher transaction"_s);
+        addCase("document to project", Document, Project, u"document project"_s);
+        addCase("document to entry", Document, Transaction, u"document transaction"_s);
+    }
+
+    void allowedPairsAreLinked()
+    {
+        QFETCH(SourceType, source);
+        QFETCH(TargetType, target);
+        QVERIFY(link(source, 5'000'000'001, target, 6'000'000'002));
+        const auto links = LinkDao().linksBySource(source, 5'000'000'001);
+        QCOMPARE(links.size(), 1);
+        const EntityLink& found = links.first();
+        QCOMPARE(found.id, qint64 { 1 });
+        QTEST(QString(codeOf(found.sourceType) + u' ' + codeOf(found.targetType)), "pair");
+        QCOMPARE(found.sourceId, qint64 { 5'000'000'001 });
+        QCOMPARE(found.targetId, qint64 { 6'000'000'002 });
+        QCOMPARE(found.createdAt, row(u"SELECT created_at FROM entity_links"_s));
+    }
+
+    void otherPairsAreRejected_data()
+    {
+        addColumns<SourceType, qint64, TargetType, qint64, QString>(
+            "source", "sourceId", "target", "targetId", "pair");
+        addCase(
+            "document to contract", Document, 3LL, Contract, 4LL, u"document/3 -> contract/4"_s);
+        addCase("from no row", Voucher, 0LL, Project, 4LL, u"voucher/0 -> project/4"_s);
+        addCase("to no row", Voucher, 3LL, Transaction, -1LL, u"voucher/3 -> transaction/-1"_s);
+    }
+
+    void otherPairsAreRejected()
+    {
+        QFETCH(SourceType, source);
+        QFETCH(qint64, sourceId);
+        QFETCH(TargetType, target);
+        QFETCH(qint64, targetId);
+        QFETCH(QString, pair);
+        LinkDao dao;
+        const QString line = u"Rejected entity_link combo: "_s + pair;
+        QTest::ignoreMessage(QtWarningMsg, qUtf8Printable(line));
+        QVERIFY(!dao.link(source, sourceId, target, targetId));
+        QCOMPARE(dao.lastError(), u"非法的关联组合"_s);
+        QVERIFY(rows(allLinks).isEmpty());
+    }
+
+    void linkingTwiceLeavesOneRow()
+    {
+        QVERIFY(link(Voucher, 5, Transaction, 9) && link(Voucher, 5, Transaction, 9));
+        QCOMPARE(rows(allLinks), QStringList { u"voucher|5|transaction|9"_s });
+    }
+
+    void linksAreUndone()
+    {
+        QVERIFY(link(Voucher, 5, Transaction, 9) && link(Voucher, 5, Project, 9)
+            && link(Voucher, 6, Transaction, 9) && link(Document, 5, Transaction, 9)
+            && link(Voucher, 5, Transaction, 8));
+        QVERIFY(LinkDao().unlink(Voucher, 5, Transaction, 9));
+        QCOMPARE(rows(allLinks),
+            (QStringList { u"voucher|5|project|9"_s, u"voucher|6|transaction|9"_s,
+                u"document|5|transaction|9"_s, u"voucher|5|transaction|8"_s }));
+        QVERIFY(LinkDao().unlinkAllFromSource(Voucher, 5));
+        QCOMPARE(rows(allLinks),
+            (QStringList { u"voucher|6|transaction|9"_s, u"document|5|transaction|9"_s }));
+    }
+
+    void linksAreListedInTheirOrder()
+    {
+        QVERIFY(link(Voucher, 5, Transaction, 9) && link(Voucher, 5, Project, 2)
+            && link(Document, 5, Transaction, 9) && link(Voucher, 4, Transaction, 9));
+        QCOMPARE(Stored::idsOf(LinkDao().linksBySource(Voucher, 5)), (QList<qint64> { 1, 2 }));
+        QCOMPARE(
+            Stored::idsOf(LinkDao().linksByTarget(Transaction, 9)), (QList<qint64> { 1, 3, 4 }));
+        QCOMPARE(LinkDao().countVouchersFor(Transaction, 9), 2);
+    }
+
+    void fundDecisionsCoverEntries()
+    {
+        for (const DocType type :
+            { DocType::FundDecision, DocType::AnnualDecision, DocType::FundDecision })
+            QVERIFY(Stored::add<DocumentDao>(DocumentRecord { .docType = type,
+                .docNo = DocumentDao().nextDocNo(type, 2025),
+                .docDate = QDate(2025, 1, 1) }));
+        QVERIFY(link(Document, 1, Transaction, 11) && link(Document, 1, Project, 15)
+            && link(Document, 2, Transaction, 12) && link(Document, 3, Transaction, 11)
+            && link(Document, 3, Transaction, 13) && link(Voucher, 1, Transaction, 14));
+        LinkDao dao;
+        QCOMPARE(dao.fundDecisionTransactionIds(), (QSet<qint64> { 11, 13 }));
+        QCOMPARE(dao.countFundDecisionsFor(11), 2);
+        QCOMPARE(dao.countFundDecisionsFor(12), 0);
+        QCOMPARE(dao.countFundDecisionsFor(14), 0);
+    }
+};
+
+static const RegisteredTest<TestLinkDao> registered;
+
+#include "TestLinkDao.moc"
