@@ -248,15 +248,15 @@ void TestProgram::anInterruptedRestoreIsTakenBack()
     const QString swap = folder.dataDir() + u"/restore_swap"_s;
     QVERIFY(QDir().mkpath(swap + u"/new"_s) && QDir().mkpath(swap + u"/old/voucher_assets"_s));
     QVERIFY(makeFamiliarDatabase(swap + u"/old/brixa.db"_s, false));
-    QVERIFY(put(swap + u"/old/voucher_assets/a.pdf"_s, "old"));
-    QVERIFY(put(swap + u"/new/brixa.db"_s, "new"));
+    QVERIFY(TestFile::put(swap + u"/old/voucher_assets/a.pdf"_s, "old"));
+    QVERIFY(TestFile::put(swap + u"/new/brixa.db"_s, "new"));
     QVERIFY(QDir().mkpath(swap + u"/new/voucher_assets"_s));
     Run run(folder);
     QVERIFY2(run.reaches("Main window shown"), run.output());
     QVERIFY(run.output().contains("Interrupted restore repaired"));
     QCOMPARE(run.terminate(), 0);
     QCOMPARE(folder.dataFiles(), QStringList { u"brixa.db"_s });
-    QCOMPARE(contentOf(folder.dataDir() + u"/voucher_assets/a.pdf"_s), QByteArray("old"));
+    QCOMPARE(TestFile::bytesOf(folder.dataDir() + u"/voucher_assets/a.pdf"_s), QByteArray("old"));
     QVERIFY(!QFile::exists(swap));
 }
 
@@ -267,13 +267,13 @@ void TestProgram::anInterruptedRestoreThatCannotBeTakenBackEndsTheProgram()
     QVERIFY(QDir().mkpath(swap + u"/new"_s) && QDir().mkpath(swap + u"/old"_s));
     for (const QString& path :
         { swap + u"/old/brixa.db"_s, swap + u"/new/brixa.db"_s, folder.database() })
-        QVERIFY(put(path, path.toUtf8()));
+        QVERIFY(TestFile::put(path, path.toUtf8()));
     Run run(folder);
     QVERIFY2(run.reaches("an interrupted restore cannot be repaired"), run.output());
     QCOMPARE(run.terminate(), 1);
     for (const QString& path :
         { swap + u"/old/brixa.db"_s, swap + u"/new/brixa.db"_s, folder.database() })
-        QCOMPARE(contentOf(path), path.toUtf8());
+        QCOMPARE(TestFile::bytesOf(path), path.toUtf8());
 }
 
 QTEST_GUILESS_MAIN(TestProgram)

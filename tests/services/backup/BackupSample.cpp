@@ -2,11 +2,12 @@
 
 #include "core/AppPaths.h"
 #include "support/TestDatabase.h"
+#include "support/TestFile.h"
 
 #include <QCryptographicHash>
 #include <QDir>
 #include <QDirIterator>
-#include <QFile>
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -26,9 +27,7 @@ QString digestOf(const QMap<QString, QByteArray>& content)
 
 bool put(const QString& path, const QByteArray& bytes)
 {
-    QFile file(path);
-    return QDir().mkpath(QFileInfo(path).path()) && file.open(QIODevice::WriteOnly)
-        && file.write(bytes) == bytes.size();
+    return QDir().mkpath(QFileInfo(path).path()) && TestFile::put(path, bytes);
 }
 
 bool fill(const QString& side)
@@ -69,7 +68,7 @@ QMap<QString, QByteArray> tree(const QString& folder)
         else if (info.isDir())
             content.insert(name + u'/', QByteArray());
         else
-            content.insert(name, TestDatabase::bytesOf(path));
+            content.insert(name, TestFile::bytesOf(path));
     }
     return content;
 }

@@ -6,9 +6,10 @@
 #include "services/backup/BackupLayout.h"
 #include "services/backup/BackupSample.h"
 #include "services/backup/BackupService.h"
-#include "services/backup/FileSizeLimit.h"
 #include "services/backup/FolderCopy.h"
+#include "support/FileSizeLimit.h"
 #include "support/TestDatabase.h"
+#include "support/TestFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -87,7 +88,7 @@ void TestBackup::theManifestReadsAsWritten()
     const QTemporaryDir target;
     const BackupResult result = BackupService().backupTo(target.path());
     QVERIFY(result.ok);
-    const QByteArray bytes = TestDatabase::bytesOf(result.folder + u"/backup_manifest.txt"_s);
+    const QByteArray bytes = TestFile::bytesOf(result.folder + u"/backup_manifest.txt"_s);
     const QString time = ProfileDao().load().lastBackupAt;
     QCOMPARE(bytes,
         lines({ u"Brixa 备份清单（backup_manifest）"_s, u"产品：Brixa"_s, u"版本：V1.0.0"_s,
@@ -378,8 +379,8 @@ void TestBackup::foldersAreCopiedOverOthers()
     QVERIFY(!FolderCopy::copy(
         root.filePath(u"from"_s), listing, root.filePath(u"to"_s), [&] { ++copied; }));
     QCOMPARE(copied, 1);
-    QCOMPARE(TestDatabase::bytesOf(root.filePath(u"to/a/b.txt"_s)), QByteArray("new"));
-    QCOMPARE(TestDatabase::bytesOf(root.filePath(u"to/kept.txt"_s)), QByteArray("kept"));
+    QCOMPARE(TestFile::bytesOf(root.filePath(u"to/a/b.txt"_s)), QByteArray("new"));
+    QCOMPARE(TestFile::bytesOf(root.filePath(u"to/kept.txt"_s)), QByteArray("kept"));
 }
 
 void TestBackup::whatIsInTheWayIsTold_data()
@@ -403,7 +404,7 @@ void TestBackup::whatIsInTheWayIsTold()
     const auto problem = FolderCopy::copy(root.filePath(u"from"_s),
         FolderCopy::list(root.filePath(u"from"_s)), root.filePath(u"to"_s), [] {});
     QCOMPARE(problem.value_or(QString()), message.arg(root.path()));
-    QCOMPARE(TestDatabase::bytesOf(root.filePath(obstacle)), QByteArray("in the way"));
+    QCOMPARE(TestFile::bytesOf(root.filePath(obstacle)), QByteArray("in the way"));
 }
 
 void TestBackup::invalidFoldersAreRefused_data()

@@ -5,8 +5,9 @@
 #include "db/ProfileDao.h"
 #include "services/backup/BackupSample.h"
 #include "services/backup/BackupService.h"
-#include "services/backup/FileSizeLimit.h"
+#include "support/FileSizeLimit.h"
 #include "support/TestDatabase.h"
+#include "support/TestFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -193,7 +194,7 @@ void TestRestore::unfitDatabasesChangeNothing()
     QFETCH(QString, kind);
     QFETCH(QString, reason);
     const QString database = m_backup + u"/brixa.db"_s;
-    const QByteArray healthy = TestDatabase::bytesOf(database);
+    const QByteArray healthy = TestFile::bytesOf(database);
     if (kind.contains(u"CREATE"_s))
         QVERIFY(QFile::remove(database));
     if (kind == u"garbage"_s)
