@@ -7,7 +7,7 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QDirIterator>
-#include <QFile>
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -27,9 +27,7 @@ QString digestOf(const QMap<QString, QByteArray>& content)
 
 bool put(const QString& path, const QByteArray& bytes)
 {
-    QFile file(path);
-    return QDir().mkpath(QFileInfo(path).path()) && file.open(QIODevice::WriteOnly)
-        && file.write(bytes) == bytes.size();
+    return QDir().mkpath(QFileInfo(path).path()) && TestFile::put(path, bytes);
 }
 
 bool fill(const QString& side)

@@ -6,8 +6,8 @@
 #include "services/backup/BackupLayout.h"
 #include "services/backup/BackupSample.h"
 #include "services/backup/BackupService.h"
-#include "services/backup/FileSizeLimit.h"
 #include "services/backup/FolderCopy.h"
+#include "support/FileSizeLimit.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
 

@@ -5,7 +5,7 @@
 #include "db/ProfileDao.h"
 #include "services/backup/BackupSample.h"
 #include "services/backup/BackupService.h"
-#include "services/backup/FileSizeLimit.h"
+#include "support/FileSizeLimit.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
 
