@@ -1,6 +1,13 @@
 #include "core/SafeFile.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
+
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <unistd.h>
+#endif
 
 namespace SafeFile {
 
@@ -24,11 +31,27 @@ bool writeAndCommit(QSaveFile& file, const QByteArray& bytes)
 bool write(const QString& path, const QByteArray& bytes, QString* error)
 {
     QSaveFile file(path);
-    if (writeAndCommit(file, bytes))
+    if (writeAndCommit(file, bytes)) {
+        makeNameDurable(path);
         return true;
+    }
     if (error)
         *error = file.errorString();
     return false;
+}
+
+void makeNameDurable(const QString& path)
+{
+#ifdef Q_OS_UNIX
+    const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());
+    const int descriptor = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return;
+    ::fsync(descriptor);
+    ::close(descriptor);
+#else
+    Q_UNUSED(path)
+#endif
 }
 
 } // namespace SafeFile

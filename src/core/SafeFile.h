@@ -10,4 +10,9 @@ namespace SafeFile {
 /// operating system's reason goes to `error`.
 [[nodiscard]] bool write(const QString& path, const QByteArray& bytes, QString* error = nullptr);
 
+/// Makes the new name of a file that was created or renamed survive a power failure: some file
+/// systems would keep a row of the database and lose the file that it names. Best effort; nothing
+/// to do on systems whose renames are durable.
+void makeNameDurable(const QString& path);
+
 } // namespace SafeFile

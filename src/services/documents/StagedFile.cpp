@@ -70,8 +70,10 @@ bool StagedFile::putInPlace(Former former)
     if (m_newPath.isEmpty() || (isTaken(m_path) && !saveFormer(former)))
         return false;
     m_inPlace = renameOver(m_newPath, m_path);
-    if (m_inPlace)
+    if (m_inPlace) {
         m_newPath.clear();
+        SafeFile::makeNameDurable(m_path);
+    }
     return m_inPlace;
 }
 
