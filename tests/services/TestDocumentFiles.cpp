@@ -320,13 +320,14 @@ void TestDocumentFiles::filesOfOtherRowsAreNeverTouched()
         .filePath = fundPath() };
     QVERIFY(DocumentDao().insert(other));
     QVERIFY(put(fundPath(), "the other's"));
-    QCOMPARE(generateFund().error, cannotWrite());
+    const QString taken = u"该文件属于另一份文书，未作任何改动：%1"_s.arg(fundPath());
+    QCOMPARE(generateFund().error, taken);
     QCOMPARE(row(u"SELECT COUNT(*) FROM documents"_s), u"1"_s);
 
     DocumentRecord twin = other;
     twin.docNo = u"KYR-XX-2"_s;
     QVERIFY(DocumentDao().insert(twin));
-    QCOMPARE(DocumentService().regenerate(twin.id).error, cannotWrite());
+    QCOMPARE(DocumentService().regenerate(twin.id).error, taken);
     QVERIFY(DocumentService().deleteDocument(twin.id).ok);
     QCOMPARE(exportsContent().keys(), QStringList { fundName });
     QCOMPARE(bytesOf(fundPath()), QByteArray("the other's"));
@@ -342,7 +343,7 @@ void TestDocumentFiles::aFolderAtThePlaceOfThePdfIsLeftAlone()
     QVERIFY(QFileInfo(fundPath()).isDir());
 }
 
-void TestDocumentFiles::leftoversOfACrashAreLeftAlone()
+void TestDocumentFiles::leftoversOfACrashAreReportedAndLeftAlone()
 {
     QVERIFY(put(fundPath() + u".new"_s, "half"));
     QVERIFY(put(fundPath() + u".old"_s, "former"));
@@ -352,6 +353,8 @@ void TestDocumentFiles::leftoversOfACrashAreLeftAlone()
     QCOMPARE(bytesOf(fundPath() + u".new"_s), QByteArray("half"));
     QCOMPARE(bytesOf(fundPath() + u".old"_s), QByteArray("former"));
     QCOMPARE(exportsContent().size(), 3);
+    QCOMPARE(DocumentFiles::filesWithoutRow(),
+        (QStringList { fundPath() + u".new"_s, fundPath() + u".old"_s }));
 }
 
 void TestDocumentFiles::aMissingExportsFolderIsMade()

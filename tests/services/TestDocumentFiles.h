@@ -20,7 +20,7 @@ private slots:
     void aFailureBringsTheFileWithoutARowBack();
     void filesOfOtherRowsAreNeverTouched();
     void aFolderAtThePlaceOfThePdfIsLeftAlone();
-    void leftoversOfACrashAreLeftAlone();
+    void leftoversOfACrashAreReportedAndLeftAlone();
     void aMissingExportsFolderIsMade();
     void theOwnFileComesFirst();
     void aCopyNeverTouchesTheOriginal();

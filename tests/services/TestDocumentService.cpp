@@ -12,6 +12,7 @@
 #include "support/TestFile.h"
 
 #include <QDir>
+#include <QRegularExpression>
 
 #include <limits>
 
@@ -300,6 +301,19 @@ void TestDocumentService::missingDocumentsAreReported()
     QCOMPARE(DocumentService().regenerate(5).error, u"文书记录不存在。"_s);
     QCOMPARE(DocumentService().deleteDocument(5).error, u"文书记录不存在。"_s);
     QCOMPARE(DocumentService().restoreFile(5).error, u"文书记录不存在。"_s);
+}
+
+void TestDocumentService::aReadThatFailsIsNotTakenForAMissingDocument()
+{
+    QCOMPARE(TestDatabase::run({ u"ALTER TABLE documents RENAME TO hidden"_s }), QString());
+    const QRegularExpression noTable(u"^SQL error: no such table: documents"_s);
+    for (int i = 0; i < 3; ++i)
+        QTest::ignoreMessage(QtWarningMsg, noTable);
+    DocumentService service;
+    for (const DocumentResult& result :
+        { service.regenerate(1), service.deleteDocument(1), service.restoreFile(1) })
+        QVERIFY2(result.error.startsWith(u"文书记录读取失败："_s), qUtf8Printable(result.error));
+    QCOMPARE(TestDatabase::run({ u"ALTER TABLE hidden RENAME TO documents"_s }), QString());
 }
 
 void TestDocumentService::deletingRemovesEverything()

@@ -25,5 +25,6 @@ private slots:
     void regeneratingReadsTheEntriesAgain();
     void regeneratingNeedsItsEntries();
     void missingDocumentsAreReported();
+    void aReadThatFailsIsNotTakenForAMissingDocument();
     void deletingRemovesEverything();
 };

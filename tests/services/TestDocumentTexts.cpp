@@ -282,7 +282,7 @@ void TestDocumentTexts::independenceInputIsChecked()
 
 void TestDocumentTexts::selectionsAreReadBack()
 {
-    const DocumentRecord fund = DocumentRules::draft(DocumentSamples::fundInput({ 7, 3, 7, 5, 3 }));
+    DocumentRecord fund = DocumentRules::draft(DocumentSamples::fundInput({ 7, 3, 7, 5, 3 }));
     QCOMPARE(fund.selectedItems, u"[\"7\",\"3\",\"5\"]"_s);
     QCOMPARE(DocumentRules::coveredIds(fund), (QList<qint64> { 7, 3, 5 }));
     DocumentRecord annual = DocumentRules::draft(
@@ -290,7 +290,10 @@ void TestDocumentTexts::selectionsAreReadBack()
     QCOMPARE(DocumentRules::selectedTexts(annual), (QStringList { u"甲\"乙\n"_s, u"丙"_s }));
     QVERIFY(DocumentRules::coveredIds(annual).isEmpty());
     annual.selectedItems = u"[\"damaged"_s;
-    QCOMPARE(DocumentRules::firstProblem(annual), u"请至少勾选一项决定事项。"_s);
+    const QString unreadable = u"文书保存的勾选内容无法读取，未作任何改动。"_s;
+    QCOMPARE(DocumentRules::firstProblem(annual), unreadable);
+    fund.selectedItems = u"[\"7\",\"x\"]"_s;
+    QCOMPARE(DocumentRules::firstProblem(fund), unreadable);
 }
 
 void TestDocumentTexts::columnsShareTheWidth_data()

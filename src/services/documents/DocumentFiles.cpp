@@ -6,6 +6,10 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QSet>
+
+#include <algorithm>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -23,15 +27,15 @@ QString storedName(const DocumentRecord& record)
     return usable ? name : fileName(record);
 }
 
-bool isSamePath(const QString& a, const QString& b)
+// Where letter case matters, taking two files for one only spares a file.
+QString comparable(const QString& path)
 {
-    // Where letter case matters, taking two files for one only spares a file.
-    return QDir::cleanPath(a).compare(QDir::cleanPath(b), Qt::CaseInsensitive) == 0;
+    return QDir::cleanPath(path).toCaseFolded();
 }
 
-bool names(const DocumentRecord& record, const QString& path)
+bool names(const DocumentRecord& record, const QString& wanted)
 {
-    return isSamePath(ownFile(record), path) || isSamePath(record.filePath, path);
+    return comparable(ownFile(record)) == wanted || comparable(record.filePath) == wanted;
 }
 
 std::optional<QList<DocumentRecord>> allRows()
@@ -72,8 +76,9 @@ bool isNamedByOther(const QString& path, qint64 id)
     const auto rows = allRows();
     if (!rows)
         return true;
+    const QString wanted = comparable(path);
     return std::any_of(rows->begin(), rows->end(),
-        [&](const DocumentRecord& record) { return record.id != id && names(record, path); });
+        [&](const DocumentRecord& record) { return record.id != id && names(record, wanted); });
 }
 
 QStringList filesWithoutRow()
@@ -82,12 +87,14 @@ QStringList filesWithoutRow()
     const auto rows = allRows();
     if (!rows)
         return free;
+    QSet<QString> named;
+    for (const DocumentRecord& record : *rows)
+        named << comparable(ownFile(record)) << comparable(record.filePath);
     const QDir folder(AppPaths::exportsDir());
-    for (const QString& name : folder.entryList({ u"*.pdf"_s }, QDir::Files, QDir::Name)) {
-        const QString path = folder.filePath(name);
-        const auto isNamed = [&](const DocumentRecord& record) { return names(record, path); };
-        if (std::none_of(rows->begin(), rows->end(), isNamed))
-            free += path;
+    const QStringList patterns { u"*.pdf"_s, u"*.pdf*.new"_s, u"*.pdf*.old"_s };
+    for (const QString& name : folder.entryList(patterns, QDir::Files, QDir::Name)) {
+        if (!named.contains(comparable(folder.filePath(name))))
+            free += folder.filePath(name);
     }
     return free;
 }

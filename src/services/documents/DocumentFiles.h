@@ -24,8 +24,9 @@ bool isThere(const DocumentRecord& record);
 /// read: what is not known to be free is left alone.
 bool isNamedByOther(const QString& path, qint64 id);
 
-/// PDF files in the exports folder that no row names, by name; they are to be reported and never
-/// deleted. Empty when the rows cannot be read.
+/// Files in the exports folder that no row names, by name: PDFs, and the `.new` and `.old` that a
+/// crash left between writing and storing. They are to be reported and never deleted. Empty when
+/// the rows cannot be read.
 QStringList filesWithoutRow();
 
 } // namespace DocumentFiles

@@ -5,7 +5,9 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QSet>
 
+#include <algorithm>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -26,10 +28,11 @@ QString selectionText(const QStringList& selection)
 QString selectionText(const QList<qint64>& ids)
 {
     QStringList texts;
+    QSet<qint64> seen;
     for (const qint64 id : ids) {
-        const QString text = QString::number(id);
-        if (!texts.contains(text))
-            texts += text;
+        if (!seen.contains(id))
+            texts += QString::number(id);
+        seen.insert(id);
     }
     return selectionText(texts);
 }
@@ -96,7 +99,10 @@ QString firstProblem(const Transaction& entry, Direction direction)
 
 QString firstProblem(const DocumentRecord& record)
 {
-    return selectedTexts(record).isEmpty() ? nothingSelected(record.docType) : QString();
+    const QList<qint64> ids = coveredIds(record);
+    const bool readable = !selectedTexts(record).isEmpty()
+        && std::all_of(ids.begin(), ids.end(), [](qint64 id) { return id > 0; });
+    return readable ? QString() : u"文书保存的勾选内容无法读取，未作任何改动。"_s;
 }
 
 DocumentRecord draft(const AnnualDecisionInput& input)

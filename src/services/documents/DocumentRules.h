@@ -28,6 +28,8 @@ struct IndependenceStatementInput {
     QString furtherMeasures; // the user's own words, may be empty
 };
 
+#include <optional>
+
 /// What the three statutory documents ask for before they are drawn up, and the records that
 /// follow from what was entered. Pure: nothing is read or written.
 namespace DocumentRules {

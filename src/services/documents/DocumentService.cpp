@@ -15,6 +15,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <optional>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -29,9 +32,16 @@ DocumentResult success(const DocumentRecord& record, const QString& filePath)
     return { .ok = true, .docId = record.id, .docNo = record.docNo, .filePath = filePath };
 }
 
-QString noSuchDocument()
+// A document that cannot be read must not be reported as gone.
+std::optional<DocumentRecord> findDocument(qint64 id, QString& error)
 {
-    return u"文书记录不存在。"_s;
+    DocumentDao documents;
+    auto record = documents.findById(id);
+    if (!record)
+        error = documents.lastError().isEmpty()
+            ? u"文书记录不存在。"_s
+            : u"文书记录读取失败：%1"_s.arg(documents.lastError());
+    return record;
 }
 
 QString noTransaction()
@@ -64,9 +74,13 @@ QList<Transaction> loadEntries(const DocumentRecord& record, QString& error)
     TransactionDao entries;
     for (const qint64 id : DocumentRules::coveredIds(record)) {
         const auto entry = entries.findById(id);
-        error = entry
-            ? DocumentRules::firstProblem(*entry, record.fundDirection.value_or(Direction::In))
-            : u"流水 #%1 不存在，请刷新后重试。"_s.arg(id);
+        if (entry)
+            error
+                = DocumentRules::firstProblem(*entry, record.fundDirection.value_or(Direction::In));
+        else if (entries.lastError().isEmpty())
+            error = u"流水 #%1 不存在，请刷新后重试。"_s.arg(id);
+        else
+            error = u"流水读取失败：%1"_s.arg(entries.lastError());
         if (!error.isEmpty())
             return {};
         loaded += *entry;
@@ -136,10 +150,12 @@ QString commitProblem(DbTransaction& transaction)
 }
 
 // The file has to be in place before the row is committed, and must not be another document's.
-bool place(
+QString placeProblem(
     StagedFile& file, const DocumentRecord& record, const QString& path, StagedFile::Former former)
 {
-    return !DocumentFiles::isNamedByOther(path, record.id) && file.putInPlace(former);
+    if (DocumentFiles::isNamedByOther(path, record.id))
+        return u"该文件属于另一份文书，未作任何改动：%1"_s.arg(path);
+    return file.putInPlace(former) ? QString() : DocumentPdf::cannotWrite(path);
 }
 
 DocumentResult save(DocumentRecord record)
@@ -153,8 +169,9 @@ DocumentResult save(DocumentRecord record)
         return failure(noTransaction());
     if (const QString error = insertWithLinks(record); !error.isEmpty())
         return rolledBack(transaction, error);
-    if (!place(file, record, path, StagedFile::Former::PutAside))
-        return rolledBack(transaction, DocumentPdf::cannotWrite(path));
+    const QString problem = placeProblem(file, record, path, StagedFile::Former::PutAside);
+    if (!problem.isEmpty())
+        return rolledBack(transaction, problem);
     if (const QString error = commitProblem(transaction); !error.isEmpty())
         return failure(error);
     file.keep();
@@ -192,11 +209,15 @@ QString previewOf(DocumentRecord record)
     return DocumentTemplates::compose(ProfileDao().load(), record, entries);
 }
 
-bool coversEntries(qint64 id)
+// True as well when the links cannot be read: an evaluation too many costs a moment, one too few
+// leaves entries with a level that rests on a document which is gone.
+bool mayCoverEntries(qint64 id)
 {
-    const QList<EntityLink> links = LinkDao().linksBySource(SourceType::Document, id);
-    return std::any_of(links.begin(), links.end(),
-        [](const EntityLink& link) { return link.targetType == TargetType::Transaction; });
+    LinkDao store;
+    const QList<EntityLink> links = store.linksBySource(SourceType::Document, id);
+    return !store.lastError().isEmpty()
+        || std::any_of(links.begin(), links.end(),
+            [](const EntityLink& link) { return link.targetType == TargetType::Transaction; });
 }
 
 } // namespace
@@ -220,12 +241,12 @@ DocumentResult DocumentService::generateIndependenceStatement(
 
 DocumentResult DocumentService::regenerate(qint64 id)
 {
-    DocumentDao documents;
-    const auto record = documents.findById(id);
+    QString error;
+    const auto record = findDocument(id, error);
     if (!record)
-        return failure(noSuchDocument());
-    if (const QString problem = DocumentRules::firstProblem(*record); !problem.isEmpty())
-        return failure(problem);
+        return failure(error);
+    if (const QString damage = DocumentRules::firstProblem(*record); !damage.isEmpty())
+        return failure(damage);
     const Sources sources = loadSources(*record);
     if (!sources.error.isEmpty())
         return failure(sources.error);
@@ -233,16 +254,20 @@ DocumentResult DocumentService::regenerate(qint64 id)
     const QString html = DocumentTemplates::compose(sources.profile, *record, sources.entries);
     const QString path = DocumentFiles::ownFile(*record);
     StagedFile file(path);
-    if (const QString error = stage(file, path, html); !error.isEmpty())
+    error = stage(file, path, html);
+    if (!error.isEmpty())
         return failure(error);
     DbTransaction transaction;
     if (!transaction.isOpen())
         return failure(noTransaction());
+    DocumentDao documents;
     if (!documents.updateContent(id, html))
         return rolledBack(transaction, reasonOf(documents));
-    if (!place(file, *record, path, StagedFile::Former::Replaced))
-        return rolledBack(transaction, DocumentPdf::cannotWrite(path));
-    if (const QString error = commitProblem(transaction); !error.isEmpty())
+    const QString problem = placeProblem(file, *record, path, StagedFile::Former::Replaced);
+    if (!problem.isEmpty())
+        return rolledBack(transaction, problem);
+    error = commitProblem(transaction);
+    if (!error.isEmpty())
         return failure(error);
     file.keep();
     return success(*record, path);
@@ -250,18 +275,21 @@ DocumentResult DocumentService::regenerate(qint64 id)
 
 DocumentResult DocumentService::deleteDocument(qint64 id)
 {
-    const auto record = DocumentDao().findById(id);
+    QString error;
+    const auto record = findDocument(id, error);
     if (!record)
-        return failure(noSuchDocument());
-    const bool coveredEntries = coversEntries(id);
+        return failure(error);
+    const bool coveredEntries = mayCoverEntries(id);
     const QString path = DocumentFiles::ownFile(*record);
     const bool fileIsItsOwn = !DocumentFiles::isNamedByOther(path, id);
     DbTransaction transaction;
     if (!transaction.isOpen())
         return failure(noTransaction());
-    if (const QString error = removeWithLinks(id); !error.isEmpty())
+    error = removeWithLinks(id);
+    if (!error.isEmpty())
         return rolledBack(transaction, error);
-    if (const QString error = commitProblem(transaction); !error.isEmpty())
+    error = commitProblem(transaction);
+    if (!error.isEmpty())
         return failure(error);
 
     if (QFileInfo(path).isFile() && fileIsItsOwn && !QFile::remove(path))
@@ -273,11 +301,11 @@ DocumentResult DocumentService::deleteDocument(qint64 id)
 
 DocumentResult DocumentService::restoreFile(qint64 id)
 {
-    const auto record = DocumentDao().findById(id);
-    if (!record)
-        return failure(noSuchDocument());
-    const QString path = DocumentFiles::documentFile(*record);
     QString error;
+    const auto record = findDocument(id, error);
+    if (!record)
+        return failure(error);
+    const QString path = DocumentFiles::documentFile(*record);
     if (QFileInfo(path).isFile() || DocumentPdf::exportPdf(record->contentHtml, path, &error))
         return success(*record, path);
     return failure(error);

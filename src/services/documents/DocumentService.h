@@ -13,20 +13,23 @@ struct DocumentResult {
 
 /// Draws up, numbers, stores and removes the statutory documents. Row, links and PDF come and go
 /// together: what fails leaves everything as it was. Ledger entries that a document covers are
-/// evaluated anew once it is stored or removed.
+/// evaluated anew once it is stored or removed. Files are final even inside an outer transaction
+/// that is rolled back later.
 class DocumentService final {
 public:
-    DocumentResult generateAnnualDecision(const AnnualDecisionInput& input);
-    DocumentResult generateFundDecision(const FundDecisionInput& input);
-    DocumentResult generateIndependenceStatement(const IndependenceStatementInput& input);
+    [[nodiscard]] DocumentResult generateAnnualDecision(const AnnualDecisionInput& input);
+    [[nodiscard]] DocumentResult generateFundDecision(const FundDecisionInput& input);
+    [[nodiscard]] DocumentResult generateIndependenceStatement(
+        const IndependenceStatementInput& input);
 
     /// Draws the document up again from its stored fields, the present profile and the present
-    /// entries, over its PDF. Number, title and dates stay.
-    DocumentResult regenerate(qint64 id);
+    /// entries, over its PDF. Number, title and dates stay. Refused when an entry has changed its
+    /// direction since, and when the stored selection cannot be read.
+    [[nodiscard]] DocumentResult regenerate(qint64 id);
     /// Only `ok` and `error` say something.
-    DocumentResult deleteDocument(qint64 id);
+    [[nodiscard]] DocumentResult deleteDocument(qint64 id);
     /// Writes a missing PDF again, as the document was stored; a PDF that is there is left alone.
-    DocumentResult restoreFile(qint64 id);
+    [[nodiscard]] DocumentResult restoreFile(qint64 id);
 
     /// The page that would be stored, with a remark in place of the number. Nothing is written or
     /// refused: what is still missing in the input is missing in the page.

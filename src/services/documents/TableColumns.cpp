@@ -7,6 +7,8 @@
 
 #include <numeric>
 
+#include <algorithm>
+
 namespace TableColumns {
 
 namespace {

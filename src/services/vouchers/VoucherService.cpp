@@ -106,7 +106,8 @@ Problem load(qint64 id, StoredVoucher& stored)
     VoucherDao vouchers;
     const std::optional<Voucher> voucher = vouchers.findById(id);
     if (!voucher)
-        return vouchers.lastError().isEmpty() ? u"凭证不存在或已被删除"_s : vouchers.lastError();
+        return vouchers.lastError().isEmpty() ? u"凭证不存在或已被删除"_s
+                                              : u"凭证记录读取失败：%1"_s.arg(vouchers.lastError());
     stored.voucher = *voucher;
     LinkDao links;
     for (const EntityLink& link : links.linksBySource(SourceType::Voucher, id)) {
