@@ -48,6 +48,15 @@ QList<DocumentRecord> DocumentDao::list(std::optional<DocType> type)
         { { u":type"_s, codeOf(*type) } });
 }
 
+QList<DocumentRecord> DocumentDao::listWithoutContent()
+{
+    return readAll<DocumentRecord>(documentColumns,
+        u"SELECT id, doc_type, doc_no, title, doc_year, doc_date, fund_direction, fund_nature, "
+        "settle_date, extra_text, selected_items, file_path, created_at FROM documents "
+        "ORDER BY id DESC"_s,
+        {});
+}
+
 std::optional<DocumentRecord> DocumentDao::findById(qint64 id)
 {
     return readOne<DocumentRecord>(

@@ -8,6 +8,9 @@ class DocumentDao final : public BaseDao {
 public:
     /// Stored last first; all kinds when none is given.
     QList<DocumentRecord> list(std::optional<DocType> type = {});
+    /// All documents, newest first, without their content: an archive of years holds megabytes of
+    /// it that nobody looks at in a list.
+    QList<DocumentRecord> listWithoutContent();
     std::optional<DocumentRecord> findById(qint64 id);
     /// Whether an annual decision of that year is stored; false when it cannot be found out.
     bool existsAnnualForYear(int year);

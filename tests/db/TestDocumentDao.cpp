@@ -30,6 +30,35 @@ private slots:
         QCOMPARE(idsOf(DocumentDao().list(DocType::FundDecision)), (QList<qint64> { 3, 1 }));
     }
 
+    void listsMayLeaveTheContentOut()
+    {
+        const DocumentRecord document { .docType = DocType::FundDecision,
+            .docNo = u"KYR-FD-2025-0001"_s,
+            .title = u"标题"_s,
+            .docYear = 2025,
+            .docDate = QDate(2025, 3, 4),
+            .fundDirection = Direction::Out,
+            .fundNature = u"借款"_s,
+            .settleDate = QDate(2025, 12, 31),
+            .extraText = u"补充"_s,
+            .selectedItems = u"[\"1\"]"_s,
+            .contentHtml = u"<html>"_s,
+            .filePath = u"/a.pdf"_s };
+        Stored::add<DocumentDao>(document);
+        DocumentRecord listed = DocumentDao().listWithoutContent().value(0);
+        QVERIFY(listed.contentHtml.isEmpty());
+        listed.contentHtml = document.contentHtml;
+        const DocumentRecord stored = DocumentDao().findById(listed.id).value();
+        const auto textsOf = [](const DocumentRecord& record) {
+            return QStringList { codeOf(record.docType), record.docNo, record.title,
+                QString::number(record.docYear), record.docDate.toString(),
+                codeOf(record.fundDirection.value()), record.fundNature,
+                record.settleDate.toString(), record.extraText, record.selectedItems,
+                record.contentHtml, record.filePath, record.createdAt };
+        };
+        QCOMPARE(textsOf(listed), textsOf(stored));
+    }
+
     void onlyAnnualDecisionsCountForTheYear()
     {
         QVERIFY(add(u"a"_s, DocType::FundDecision, 2025));

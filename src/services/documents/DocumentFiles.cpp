@@ -41,7 +41,7 @@ bool names(const DocumentRecord& record, const QString& wanted)
 std::optional<QList<DocumentRecord>> allRows()
 {
     DocumentDao documents;
-    const QList<DocumentRecord> rows = documents.list();
+    const QList<DocumentRecord> rows = documents.listWithoutContent();
     if (!documents.lastError().isEmpty())
         return {};
     return rows;

@@ -159,11 +159,10 @@ QString fundDecision(
         + paragraph(fundSentence(record, entries.size(), total));
     html += heading(u"二、资金往来明细"_s) + entryTable(entries, total);
     html += heading(u"三、独立性声明条款"_s)
-        + paragraph(
-            u"上述资金往来均系公司与股东之间的独立资金安排，性质明确、用途清晰，已如实、完整记入公"
-            u"司"
-            "账簿及银行流水。公司财产与股东个人财产相互独立、分别核算，不存在财产混同情形；股东不对"
-            "公司债务承担连带责任。"_s);
+        + paragraph(u"上述资金往来均系公司与股东之间的独立资金安排，性质明确、用途清晰，"
+                    "已如实、完整记入公司账簿及银行流水。"
+                    "公司财产与股东个人财产相互独立、分别核算，不存在财产混同情形；"
+                    "股东不对公司债务承担连带责任。"_s);
     if (!TextRules::isBlank(record.extraText))
         html += paragraph(u"补充说明："_s + escapedLines(record.extraText));
     html += paragraph(u"以上决定由股东作出，签名后置备于公司。"_s);
@@ -182,11 +181,10 @@ QString independenceStatement(const CompanyProfile& profile, const DocumentRecor
             { u"文书编号"_s, record.docNo } });
     html += heading(u"一、声明"_s)
         + paragraph(u"声明人作为 "_s + escaped(profile.companyName)
-            + u"（以下简称\"公司\"）的唯一股东，郑重声明：公司财产与声明人个人财产相互独立，产权边"
-              u"界"
-              "清晰、分别建账核算，不存在任何财产混同情形。公司以其全部财产对其债务承担责任，声明人"
-              "以"
-              "其认缴的出资额为限对公司承担责任。"_s);
+            + u"（以下简称\"公司\"）的唯一股东，郑重声明："
+              "公司财产与声明人个人财产相互独立，产权边界清晰、分别建账核算，不存在任何财产混同情形。"
+              "公司以其全部财产对其债务承担责任，"
+              "声明人以其认缴的出资额为限对公司承担责任。"_s);
     html += heading(u"二、已采取的独立性措施"_s) + numberedItems(measures);
     html += heading(u"三、承诺条款"_s)
         + paragraph(u"本声明所述内容真实、准确、完整。如有不实，股东愿依法承担相应责任。"_s);
