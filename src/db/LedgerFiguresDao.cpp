@@ -1,5 +1,7 @@
 #include "db/LedgerFiguresDao.h"
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace {

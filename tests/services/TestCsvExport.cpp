@@ -10,6 +10,8 @@
 #include <QDir>
 #include <QRegularExpression>
 
+#include <limits>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -53,6 +55,8 @@ private slots:
     void aBrokenCharacterStaysInItsField();
     void theReportIsWrittenByteForByte();
     void anEmptyReportHasZeros();
+    void sharesAddUpToAHundred();
+    void anAbsurdTotalStopsAtTheLargestNumber();
     void rangesAreNamed_data();
     void rangesAreNamed();
     void aFailedExportKeepsTheOldFile();
@@ -206,6 +210,22 @@ void TestCsvExport::anEmptyReportHasZeros()
     const QByteArray report = reportOf({}, {}, {});
     QVERIFY(report.contains("\r\n合计,0,0.00,0.00,0.00\r\n"));
     QVERIFY(report.endsWith("高风险,0,0.0%\r\n中风险,0,0.0%\r\n预警,0,0.0%\r\n正常,0,0.0%\r\n"));
+}
+
+void TestCsvExport::sharesAddUpToAHundred()
+{
+    const QByteArray report = reportOf({}, {}, { .high = 1, .medium = 1, .low = 1, .normal = 0 });
+    QVERIFY2(report.endsWith("高风险,1,33.4%\r\n中风险,1,33.3%\r\n预警,1,33.3%\r\n正常,0,0.0%\r\n"),
+        report.constData());
+}
+
+void TestCsvExport::anAbsurdTotalStopsAtTheLargestNumber()
+{
+    const qint64 largest = std::numeric_limits<qint64>::max();
+    const QByteArray report = reportOf(
+        {}, { { Category::BusinessIncome, 1, largest, 0 }, { Category::Other, 1, 100, 0 } }, {});
+    QVERIFY2(report.contains("\r\n合计,2,92233720368547758.07,0.00,92233720368547758.07\r\n"),
+        report.constData());
 }
 
 void TestCsvExport::rangesAreNamed_data()

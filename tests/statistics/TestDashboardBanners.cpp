@@ -64,7 +64,10 @@ void TestDashboardBanners::backupsGrowOld_data()
                              << u"30 天（2025-03-01）"_s;
     QTest::newRow("years") << u"2023-03-31 10:00:00"_s << Kinds { Kind::BackupTooOld }
                            << u"731 天（2023-03-31）"_s;
-    QTest::newRow("a clock set back") << u"2025-05-01 10:00:00"_s << Kinds {} << QString();
+    QTest::newRow("a clock set back")
+        << u"2025-05-01 10:00:00"_s << Kinds { Kind::NeverBackedUp } << QString();
+    QTest::newRow("tomorrow") << u"2025-04-01 00:00:00"_s << Kinds { Kind::NeverBackedUp }
+                              << QString();
     QTest::newRow("never") << QString() << Kinds { Kind::NeverBackedUp } << QString();
     QTest::newRow("unreadable") << u"yesterday"_s << Kinds { Kind::NeverBackedUp } << QString();
 }

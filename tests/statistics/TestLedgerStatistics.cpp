@@ -2,14 +2,21 @@
 
 #include "db/TransactionDao.h"
 #include "services/figures/LedgerStatistics.h"
+#include "support/TestDatabase.h"
 #include "support/TestLedger.h"
 
+#include <QRegularExpression>
+
+#include <functional>
+#include <limits>
 #include <random>
 
 using namespace Qt::StringLiterals;
 using namespace LedgerStatistics;
 using TestLedger::add;
 using TestLedger::entry;
+
+Q_DECLARE_METATYPE(std::function<bool()>)
 
 namespace {
 
@@ -44,11 +51,32 @@ void TestLedgerStatistics::entriesAddUp()
     QCOMPARE(totals.netFen(), qint64 { 4'999'999'990 });
 }
 
+void TestLedgerStatistics::sumsStopAtTheLimits()
+{
+    using Limits = std::numeric_limits<qint64>;
+    using namespace SaturatingSum;
+    QCOMPARE(sum(2, 3), qint64 { 5 });
+    QCOMPARE(sum(Limits::max(), 0), Limits::max());
+    QCOMPARE(sum(Limits::max(), 1), Limits::max());
+    QCOMPARE(sum(Limits::min(), -1), Limits::min());
+    QCOMPARE(sum(Limits::min(), Limits::max()), qint64 { -1 });
+    QCOMPARE(difference(2, 3), qint64 { -1 });
+    QCOMPARE(difference(Limits::min(), 1), Limits::min());
+    QCOMPARE(difference(0, Limits::min()), Limits::max());
+    QCOMPARE(difference(-1, Limits::min()), Limits::max());
+    QCOMPARE(difference(-2, Limits::min()), Limits::max() - 1);
+
+    const QList<Transaction> entries { entry({}, Category::Other, Direction::In, Limits::max()),
+        entry({}, Category::Other, Direction::In, 1) };
+    QCOMPARE(totalsOf(entries).incomeFen, Limits::max());
+    QCOMPARE((MonthFigures { {}, Limits::max(), -1 }).netFen(), Limits::max());
+}
+
 void TestLedgerStatistics::theLastLineOfACategoryReportAddsUp()
 {
     QVERIFY(addYear());
     QCOMPARE(textOf(totalsOf(TransactionDao().categoryStats({}, {}))), u"6: +3405 -37"_s);
-    QCOMPARE(totalsOf(TransactionDao().categoryStats({}, {})), accountTotals({}).all);
+    QCOMPARE(totalsOf(TransactionDao().categoryStats({}, {})), accountTotals({}).value().all);
 }
 
 void TestLedgerStatistics::accountsAddUpToAll()
@@ -159,6 +187,10 @@ void TestLedgerStatistics::changesAreNamed_data()
     row("a smaller loss", -500, -1'000, u"+50.0%"_s);
     row("a larger loss", -1'500, -1'000, u"-50.0%"_s);
     row("from loss to profit", 500, -1'000, u"+150.0%"_s);
+    row("a fall that rounds to nothing", 999'999, 1'000'000, u"持平"_s);
+    row("a rise that rounds to nothing", 1'000'499, 1'000'000, u"持平"_s);
+    row("the least that shows", 999'500, 1'000'000, u"-0.1%"_s);
+    row("beyond all measure", std::numeric_limits<qint64>::max(), 1, u"+100000000000000000.0%"_s);
     row("from profit to loss", -500, 1'000, u"-150.0%"_s);
 }
 
@@ -173,7 +205,7 @@ void TestLedgerStatistics::rangesAreReadAndCompared()
 {
     QVERIFY(addYear());
     const QDate today(2025, 11, 21);
-    const auto compared = comparedTotals(rangeOf(Period::ThisMonth, today), today);
+    const auto compared = comparedTotals(rangeOf(Period::ThisMonth, today), today).value();
     QCOMPARE(textOf(compared.totals.all), u"3: +1000 -37"_s);
     QCOMPARE(textOf(compared.totals.company), u"2: +1000 -7"_s);
     QCOMPARE(textOf(compared.totals.privateAccount), u"1: +0 -30"_s);
@@ -188,7 +220,7 @@ void TestLedgerStatistics::openRangesHaveNoComparison()
 {
     QVERIFY(addYear());
     const auto compared
-        = comparedTotals(rangeOf(Period::All, QDate(2025, 11, 21)), QDate(2025, 11, 21));
+        = comparedTotals(rangeOf(Period::All, QDate(2025, 11, 21)), QDate(2025, 11, 21)).value();
     QCOMPARE(compared.totals.all.count, qint64 { 6 });
     QVERIFY(!compared.comparison);
 }
@@ -196,7 +228,7 @@ void TestLedgerStatistics::openRangesHaveNoComparison()
 void TestLedgerStatistics::monthsAreReadWithGaps()
 {
     QVERIFY(addYear());
-    const auto series = monthlySeries(lastTwelveMonths(QDate(2025, 11, 21)));
+    const auto series = monthlySeries(lastTwelveMonths(QDate(2025, 11, 21))).value();
     QCOMPARE(series.size(), 12);
     QCOMPARE(series.first(), (MonthFigures { QDate(2024, 12, 1), 0, 0 }));
     QCOMPARE(series.at(10), (MonthFigures { QDate(2025, 10, 1), 405, 0 }));
@@ -223,4 +255,35 @@ void TestLedgerStatistics::cardsCountLevelsInForceAndLooseVouchers()
         && entries.setManualOverride(2, RiskLevel::Low, {}));
     QVERIFY(TestLedger::addVoucher(1) && TestLedger::addVoucher(0) && TestLedger::addVoucher(0));
     QCOMPARE(cardCounts(), (CardCounts { 1, 1, 2, 2 }));
+}
+
+void TestLedgerStatistics::aFailedReadIsNotZero_data()
+{
+    QTest::addColumn<QString>("table");
+    QTest::addColumn<std::function<bool()>>("isRead");
+    using Read = std::function<bool()>;
+    const QDate today(2025, 11, 21);
+    const auto row = [](const char* name, const QString& table, const Read& isRead) {
+        QTest::newRow(name) << table << isRead;
+    };
+    const QString ledger = u"transactions"_s;
+    row("totals", ledger, [] { return accountTotals({}).has_value(); });
+    row("compared totals", ledger,
+        [today] { return comparedTotals(rangeOf(Period::ThisMonth, today), today).has_value(); });
+    row("months", ledger, [today] { return monthlySeries(lastTwelveMonths(today)).has_value(); });
+    row("owner's balance", ledger, [] { return ownerBalanceFen({}).has_value(); });
+    row("levels on the cards", ledger, [] { return cardCounts().has_value(); });
+    row("vouchers on the cards", u"vouchers"_s, [] { return cardCounts().has_value(); });
+}
+
+void TestLedgerStatistics::aFailedReadIsNotZero()
+{
+    QFETCH(QString, table);
+    QFETCH(std::function<bool()>, isRead);
+    QVERIFY(addYear());
+    QVERIFY(isRead());
+    QCOMPARE(TestDatabase::run({ u"ALTER TABLE %1 RENAME TO hidden"_s.arg(table) }), QString());
+    QTest::ignoreMessage(
+        QtWarningMsg, QRegularExpression(u"^SQL error: no such table: %1"_s.arg(table)));
+    QVERIFY(!isRead());
 }

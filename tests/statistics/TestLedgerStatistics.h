@@ -7,6 +7,7 @@ class TestLedgerStatistics final : public DatabaseTestCase {
 
 private slots:
     void entriesAddUp();
+    void sumsStopAtTheLimits();
     void theLastLineOfACategoryReportAddsUp();
     void accountsAddUpToAll();
     void missingMonthsAreZero();
@@ -22,4 +23,6 @@ private slots:
     void monthsAreReadWithGaps();
     void theOwnersBalanceIsReadByRange();
     void cardsCountLevelsInForceAndLooseVouchers();
+    void aFailedReadIsNotZero_data();
+    void aFailedReadIsNotZero();
 };

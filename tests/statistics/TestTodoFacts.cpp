@@ -2,6 +2,7 @@
 
 #include "core/TextRules.h"
 #include "db/DocumentDao.h"
+#include "db/ProfileDao.h"
 #include "db/TransactionDao.h"
 #include "services/figures/TodoList.h"
 #include "services/risk/RiskService.h"
@@ -103,6 +104,19 @@ void TestTodoFacts::coverageClearsTheTransfers()
     QVERIFY(kinds().contains(Kind::UncoveredTransfers));
     QVERIFY(TestLedger::addFundDecision({ 4 }));
     QVERIFY(!kinds().contains(Kind::UncoveredTransfers));
+}
+
+void TestTodoFacts::withoutAThresholdNothingIsLarge()
+{
+    QVERIFY(addUntidyLedger());
+    ProfileDao profiles;
+    CompanyProfile profile = profiles.load();
+    profile.largeAmountFen = 0;
+    QVERIFY(profiles.save(profile));
+    const auto facts = TodoList::readFacts(today);
+    QVERIFY(!facts.isIncomplete);
+    QVERIFY(facts.largeEntriesWithoutVoucher.isEmpty());
+    QVERIFY(!kinds().contains(Kind::LargeEntriesWithoutVoucher));
 }
 
 void TestTodoFacts::whatCannotBeReadIsRemarked()

@@ -9,5 +9,6 @@ private slots:
     void aNewLedgerHasNoFacts();
     void factsAreReadFromTheStores();
     void coverageClearsTheTransfers();
+    void withoutAThresholdNothingIsLarge();
     void whatCannotBeReadIsRemarked();
 };

@@ -249,6 +249,68 @@ void TestTodoList::whatCountsAsReturned()
     QCOMPARE(TodoList::itemsOf(facts).isEmpty(), settled);
 }
 
+void TestTodoList::everyTransferSettlesOneDecisionOnly_data()
+{
+    QTest::addColumn<QStringList>("decided"); // day of decision and payment; 1,000.00 each
+    QTest::addColumn<QList<Transaction>>("flows");
+    QTest::addColumn<QStringList>("open"); // day: what is missing
+    using Flows = QList<Transaction>;
+    const auto back
+        = [](const QString& date, qint64 fen) { return flow(1, date, Direction::In, fen); };
+    const QString first = u"2025-01-10"_s;
+    const QString second = u"2025-02-10"_s;
+    const QStringList both { first, second };
+    QTest::newRow("one return for two: the later stays open")
+        << both << Flows { back(u"2025-03-01"_s, 100'000) }
+        << QStringList { second + u": 1,000.00"_s };
+    QTest::newRow("the order of the archive does not matter")
+        << QStringList { second, first } << Flows { back(u"2025-03-01"_s, 100'000) }
+        << QStringList { second + u": 1,000.00"_s };
+    QTest::newRow("nothing came back")
+        << both << Flows {} << QStringList { first + u": 1,000.00"_s, second + u": 1,000.00"_s };
+    QTest::newRow("returned before it was due")
+        << QStringList { first } << Flows { back(u"2025-02-01"_s, 100'000) } << QStringList();
+    QTest::newRow("one return over both")
+        << both << Flows { back(u"2025-03-01"_s, 200'000) } << QStringList();
+    QTest::newRow("each by its own")
+        << both << Flows { back(u"2025-02-01"_s, 100'000), back(u"2025-03-01"_s, 100'000) }
+        << QStringList();
+    QTest::newRow("too early for the later one") << both << Flows { back(u"2025-02-01"_s, 200'000) }
+                                                 << QStringList { second + u": 1,000.00"_s };
+    QTest::newRow("in part") << QStringList { first } << Flows { back(u"2025-03-01"_s, 40'000) }
+                             << QStringList { first + u": 600.00"_s };
+    QTest::newRow("what one leaves over goes to the next")
+        << both << Flows { back(u"2025-03-01"_s, 130'000), back(u"2025-03-02"_s, 20'000) }
+        << QStringList { second + u": 500.00"_s };
+    QTest::newRow("transfers out of order")
+        << both << Flows { back(u"2025-03-01"_s, 100'000), back(u"2025-02-01"_s, 100'000) }
+        << QStringList();
+    QTest::newRow("one no longer asked for takes nothing") << QStringList { u"2024-05-01"_s,
+        first } << Flows { back(u"2025-03-01"_s, 100'000) } << QStringList();
+}
+
+void TestTodoList::everyTransferSettlesOneDecisionOnly()
+{
+    QFETCH(QStringList, decided);
+    QFETCH(QList<Transaction>, flows);
+    Facts facts = cleanFacts();
+    facts.ownerFlows = flows;
+    for (const QString& day : decided) {
+        TodoList::Decision made = decision(day, u"2025-05-31"_s);
+        made.document.docNo = day;
+        made.covered.sumFen = 100'000;
+        facts.fundDecisions += made;
+    }
+    QStringList open;
+    for (const Item& item : TodoList::itemsOf(facts)) {
+        QCOMPARE(item.kind, Kind::UnsettledDecision);
+        QVERIFY2(item.text.contains(u"公司付给股东 1,000.00 元"_s), qPrintable(item.text));
+        open += item.title.section(u' ', 1, 1) + u": "_s
+            + item.text.section(u"尚差 "_s, 1).section(u' ', 0, 0);
+    }
+    QTEST(open, "open");
+}
+
 void TestTodoList::theYearEndItemComesInNovember_data()
 {
     QTest::addColumn<QDate>("day");
@@ -276,8 +338,13 @@ void TestTodoList::theYearEndItemComesInNovember()
     if (!asked)
         return;
     QCOMPARE(items.first().kind, Kind::YearEndDebt);
+    QCOMPARE(items.first().severity, NoticeLevel::Warning);
+    // Dividends and petty cash are in the figure, so it must not be called a debt.
+    QVERIFY(!items.first().title.contains(u"欠"_s));
+    QVERIFY(!items.first().text.contains(u"尚欠"_s));
     QVERIFY(items.first().title.contains(balance == -1 ? u"0.01 元"_s : u"1.00 元"_s));
-    for (const QString& word : { u"分红"_s, u"2025 年 12 月 31 日"_s, u"咨询税务专业人士"_s })
+    for (const QString& word : { u"股东往来净额"_s, u"备用金、分红"_s, u"不属于欠款"_s, u"归还"_s,
+             u"2025 年 12 月 31 日"_s, u"咨询税务专业人士"_s })
         QVERIFY2(items.first().text.contains(word), qPrintable(items.first().text));
 }
 
@@ -303,6 +370,25 @@ void TestTodoList::largeEntriesOpenTheLedger()
     QVERIFY(items.first().text.contains(u"20,000.50 元"_s));
     QCOMPARE(items.first().target, TodoList::Target::Ledger);
     QCOMPARE(idsOf(items.first()), (QList<qint64> { 9, 4 }));
+}
+
+void TestTodoList::noThresholdMakesNoLargeEntries_data()
+{
+    QTest::addColumn<qint64>("thresholdFen");
+    QTest::addColumn<bool>("asked");
+    QTest::newRow("negative") << qint64 { -1 } << false;
+    QTest::newRow("zero") << qint64 { 0 } << false;
+    QTest::newRow("one fen") << qint64 { 1 } << true;
+}
+
+void TestTodoList::noThresholdMakesNoLargeEntries()
+{
+    QFETCH(qint64, thresholdFen);
+    QFETCH(bool, asked);
+    Facts facts = cleanFacts();
+    facts.profile.largeAmountFen = thresholdFen;
+    facts.largeEntriesWithoutVoucher = { 1 };
+    QCOMPARE(!TodoList::itemsOf(facts).isEmpty(), asked);
 }
 
 void TestTodoList::theGravestComesFirst()

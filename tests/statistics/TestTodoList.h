@@ -19,9 +19,13 @@ private slots:
     void overdueDecisionsAreRemarked();
     void whatCountsAsReturned_data();
     void whatCountsAsReturned();
+    void everyTransferSettlesOneDecisionOnly_data();
+    void everyTransferSettlesOneDecisionOnly();
     void theYearEndItemComesInNovember_data();
     void theYearEndItemComesInNovember();
     void looseVouchersOpenTheArchive();
     void largeEntriesOpenTheLedger();
+    void noThresholdMakesNoLargeEntries_data();
+    void noThresholdMakesNoLargeEntries();
     void theGravestComesFirst();
 };

@@ -1,8 +1,5 @@
 #include "services/csv/CsvBytes.h"
 
-#include <QList>
-#include <QString>
-
 #include <algorithm>
 #include <array>
 #include <charconv>

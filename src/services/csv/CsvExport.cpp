@@ -4,10 +4,12 @@
 #include "core/SafeFile.h"
 #include "core/TextRules.h"
 #include "services/csv/CsvBytes.h"
+#include "services/figures/LedgerStatistics.h"
 
 #include <QDir>
 
 #include <array>
+#include <cstddef>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -72,13 +74,13 @@ void appendEntry(CsvBytes& csv, const Transaction& entry)
         .endLine();
 }
 
-void appendSums(CsvBytes& csv, const QString& title, const CategoryStat& sums)
+void appendSums(CsvBytes& csv, const QString& title, const LedgerStatistics::Totals& sums)
 {
     csv.field(title)
         .field(sums.count)
         .field(Money::formatPlain(sums.incomeFen))
         .field(Money::formatPlain(sums.expenseFen))
-        .field(Money::formatPlain(sums.incomeFen - sums.expenseFen))
+        .field(Money::formatPlain(sums.netFen()))
         .endLine();
 }
 
@@ -86,35 +88,21 @@ void appendCategories(CsvBytes& csv, const QList<CategoryStat>& categories)
 {
     csv.field(u"分类汇总").endLine();
     appendHeader(csv, categoryHeader);
-    CategoryStat total;
-    for (const CategoryStat& category : categories) {
-        appendSums(csv, labelOf(category.category), category);
-        total.count += category.count;
-        total.incomeFen += category.incomeFen;
-        total.expenseFen += category.expenseFen;
-    }
-    appendSums(csv, u"合计"_s, total);
-}
-
-QString shareText(qint64 count, qint64 total)
-{
-    const double percent
-        = total == 0 ? 0.0 : 100.0 * static_cast<double>(count) / static_cast<double>(total);
-    return QString::number(percent, 'f', 1) + u'%';
+    for (const CategoryStat& category : categories)
+        appendSums(csv, labelOf(category.category),
+            { category.count, category.incomeFen, category.expenseFen });
+    appendSums(csv, u"合计"_s, LedgerStatistics::totalsOf(categories));
 }
 
 void appendLevels(CsvBytes& csv, const RiskLevelCounts& levels)
 {
     csv.field(u"风险分布").endLine();
     appendHeader(csv, levelHeader);
-    const qint64 total = levels.high + levels.medium + levels.low + levels.normal;
-    const auto append = [&](RiskLevel level, qint64 count) {
-        csv.field(labelOf(level)).field(count).field(shareText(count, total)).endLine();
-    };
-    append(RiskLevel::High, levels.high);
-    append(RiskLevel::Medium, levels.medium);
-    append(RiskLevel::Low, levels.low);
-    append(RiskLevel::Normal, levels.normal);
+    for (const LedgerStatistics::RiskShare& share : LedgerStatistics::riskSharesOf(levels))
+        csv.field(labelOf(share.level))
+            .field(share.count)
+            .field(LedgerStatistics::shareText(share.permille))
+            .endLine();
 }
 
 QString rangeText(const Range& range)

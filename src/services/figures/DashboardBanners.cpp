@@ -3,6 +3,9 @@
 #include "core/TextRules.h"
 #include "services/ProfileRules.h"
 
+#include <QDate>
+#include <QString>
+
 using namespace Qt::StringLiterals;
 
 namespace DashboardBanners {
@@ -14,7 +17,9 @@ constexpr qint64 backupDays = 30;
 void addBackupNotice(QList<Notice>& notices, const Facts& facts)
 {
     const QDate last = TextRules::dateFromText(facts.profile.lastBackupAt.left(10));
-    if (!last.isValid()) {
+    // A day to come was written by a clock that was wrong then or is wrong now. It tells nothing
+    // about the age of the backup, and would keep this notice away until the day has passed.
+    if (!last.isValid() || last > facts.today) {
         notices += { Kind::NeverBackedUp, NoticeLevel::Warning,
             u"还没有备份过数据。电脑损坏或丢失时记录无法找回，请尽快备份到另一个磁盘或 U 盘。"_s,
             Target::Backup };

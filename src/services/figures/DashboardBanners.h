@@ -5,6 +5,7 @@
 
 #include <QDate>
 #include <QList>
+#include <QString>
 
 /// The warnings that stand above everything else on the dashboard.
 namespace DashboardBanners {
@@ -29,7 +30,7 @@ struct Facts {
 };
 
 /// The warnings that the facts call for, the gravest first. A backup counts as old after 30 days;
-/// a time of the last backup that cannot be read counts as none.
+/// a time of the last backup that cannot be read, or lies after today, counts as none.
 [[nodiscard]] QList<Notice> noticesOf(const Facts& facts);
 
 } // namespace DashboardBanners

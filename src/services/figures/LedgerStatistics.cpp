@@ -11,20 +11,27 @@
 #include <cmath>
 
 using namespace Qt::StringLiterals;
+using SaturatingSum::sum;
 
 namespace LedgerStatistics {
 
 namespace {
 
+// Of a percent; far above any true change and still a number that can be rounded.
+constexpr double largestTenths = 1e18;
+
 void add(Totals& totals, Direction direction, qint64 count, qint64 fen)
 {
-    totals.count += count;
-    (direction == Direction::In ? totals.incomeFen : totals.expenseFen) += fen;
+    qint64& sideFen = direction == Direction::In ? totals.incomeFen : totals.expenseFen;
+    totals.count = sum(totals.count, count);
+    sideFen = sum(sideFen, fen);
 }
 
-Totals totalsIn(const DateRange& range)
+// What a store that was fresh before the call has read; nothing when it failed.
+template <typename Store, typename Value>
+std::optional<Value> ifRead(const Store& store, const Value& value)
 {
-    return accountTotals(range).all;
+    return store.lastError().isEmpty() ? std::optional(value) : std::nullopt;
 }
 
 QString tenthsText(qint64 tenths)
@@ -46,9 +53,9 @@ Totals totalsOf(const QList<CategoryStat>& stats)
 {
     Totals totals;
     for (const CategoryStat& stat : stats) {
-        totals.count += stat.count;
-        totals.incomeFen += stat.incomeFen;
-        totals.expenseFen += stat.expenseFen;
+        totals.count = sum(totals.count, stat.count);
+        totals.incomeFen = sum(totals.incomeFen, stat.incomeFen);
+        totals.expenseFen = sum(totals.expenseFen, stat.expenseFen);
     }
     return totals;
 }
@@ -56,12 +63,12 @@ Totals totalsOf(const QList<CategoryStat>& stats)
 AccountTotals accountTotalsOf(const QList<AccountDirectionSum>& sums)
 {
     AccountTotals totals;
-    for (const AccountDirectionSum& sum : sums) {
-        add(totals.all, sum.direction, sum.count, sum.sumFen);
-        if (sum.account == AccountType::Company)
-            add(totals.company, sum.direction, sum.count, sum.sumFen);
-        else if (sum.account == AccountType::Private)
-            add(totals.privateAccount, sum.direction, sum.count, sum.sumFen);
+    for (const AccountDirectionSum& row : sums) {
+        add(totals.all, row.direction, row.count, row.sumFen);
+        if (row.account == AccountType::Company)
+            add(totals.company, row.direction, row.count, row.sumFen);
+        else if (row.account == AccountType::Private)
+            add(totals.privateAccount, row.direction, row.count, row.sumFen);
     }
     return totals;
 }
@@ -75,9 +82,9 @@ DateRange lastTwelveMonths(QDate today)
 QList<MonthFigures> monthlySeriesOf(const QList<MonthSum>& sums, const DateRange& months)
 {
     QHash<QDate, MonthFigures> known;
-    for (const MonthSum& sum : sums) {
-        const QDate month = TextRules::dateFromText(sum.month + u"-01"_s);
-        known.insert(month, { month, sum.incomeFen, sum.expenseFen });
+    for (const MonthSum& row : sums) {
+        const QDate month = TextRules::dateFromText(row.month + u"-01"_s);
+        known.insert(month, { month, row.incomeFen, row.expenseFen });
     }
     QList<MonthFigures> series;
     if (!months.from.isValid() || !months.to.isValid())
@@ -124,38 +131,61 @@ QString changeText(qint64 currentFen, qint64 earlierFen)
         return u"—"_s;
     // Sums of a ledger stay far below the 53 bits that a double holds exactly.
     const double change = static_cast<double>(currentFen) - static_cast<double>(earlierFen);
-    const qint64 tenths = std::llround(std::abs(change / static_cast<double>(earlierFen)) * 1000.0);
+    const double exact = std::abs(change / static_cast<double>(earlierFen)) * 1000.0;
+    const qint64 tenths = std::llround(std::min(exact, largestTenths));
+    if (tenths == 0)
+        return u"持平"_s;
     return (change < 0 ? u"-"_s : u"+"_s) + tenthsText(tenths);
 }
 
-AccountTotals accountTotals(const DateRange& range)
+std::optional<AccountTotals> accountTotals(const DateRange& range)
 {
-    return accountTotalsOf(LedgerFiguresDao().accountSums(range.from, range.to));
+    LedgerFiguresDao figures;
+    const auto sums = figures.accountSums(range.from, range.to);
+    return ifRead(figures, accountTotalsOf(sums));
 }
 
-ComparedTotals comparedTotals(const DateRange& range, QDate today)
+std::optional<ComparedTotals> comparedTotals(const DateRange& range, QDate today)
 {
-    ComparedTotals result { accountTotals(range), {} };
-    if (const auto ranges = comparedRanges(range, today))
-        result.comparison = { *ranges, totalsIn(ranges->current), totalsIn(ranges->previous),
-            totalsIn(ranges->yearAgo) };
+    const auto totals = accountTotals(range);
+    if (!totals)
+        return std::nullopt;
+    ComparedTotals result { *totals, {} };
+    const auto ranges = comparedRanges(range, today);
+    if (!ranges)
+        return result;
+    const auto current = accountTotals(ranges->current);
+    const auto previous = accountTotals(ranges->previous);
+    const auto yearAgo = accountTotals(ranges->yearAgo);
+    if (!current || !previous || !yearAgo)
+        return std::nullopt;
+    result.comparison = { *ranges, current->all, previous->all, yearAgo->all };
     return result;
 }
 
-QList<MonthFigures> monthlySeries(const DateRange& months)
+std::optional<QList<MonthFigures>> monthlySeries(const DateRange& months)
 {
-    return monthlySeriesOf(LedgerFiguresDao().monthSums(months.from, months.to), months);
+    LedgerFiguresDao figures;
+    const auto sums = figures.monthSums(months.from, months.to);
+    return ifRead(figures, monthlySeriesOf(sums, months));
 }
 
-qint64 ownerBalanceFen(const DateRange& range)
+std::optional<qint64> ownerBalanceFen(const DateRange& range)
 {
-    return LedgerFiguresDao().ownerBalanceFen(range.from, range.to);
+    LedgerFiguresDao figures;
+    const qint64 balanceFen = figures.ownerBalanceFen(range.from, range.to);
+    return ifRead(figures, balanceFen);
 }
 
-CardCounts cardCounts()
+std::optional<CardCounts> cardCounts()
 {
-    const RiskLevelCounts levels = TransactionDao().riskLevelCounts({}, {});
-    return { levels.high, levels.medium, levels.low, VoucherDao().countUnlinked() };
+    TransactionDao entries;
+    const RiskLevelCounts levels = entries.riskLevelCounts({}, {});
+    VoucherDao vouchers;
+    const qint64 unlinked = vouchers.countUnlinked();
+    if (!entries.lastError().isEmpty())
+        return std::nullopt;
+    return ifRead(vouchers, CardCounts { levels.high, levels.medium, levels.low, unlinked });
 }
 
 } // namespace LedgerStatistics

@@ -3,11 +3,16 @@
 #include "db/LedgerFigures.h"
 #include "db/Transaction.h"
 #include "services/figures/Period.h"
+#include "services/figures/SaturatingSum.h"
 
 #include <QList>
+#include <QString>
+
+#include <optional>
 
 /// The figures of dashboard and reports. Amounts are fen. The functions that take rows are pure;
-/// those at the end read the stores, and log what they cannot read and take it for nothing.
+/// those at the end read the stores, and give nothing when a read fails: a figure that could not
+/// be read must not look like 0. The stores log the reason.
 namespace LedgerStatistics {
 
 struct Totals {
@@ -15,7 +20,7 @@ struct Totals {
     qint64 incomeFen = 0;
     qint64 expenseFen = 0;
 
-    qint64 netFen() const { return incomeFen - expenseFen; }
+    qint64 netFen() const { return SaturatingSum::difference(incomeFen, expenseFen); }
     bool operator==(const Totals&) const = default;
 };
 
@@ -40,7 +45,7 @@ struct MonthFigures {
     qint64 incomeFen = 0;
     qint64 expenseFen = 0;
 
-    qint64 netFen() const { return incomeFen - expenseFen; }
+    qint64 netFen() const { return SaturatingSum::difference(incomeFen, expenseFen); }
     bool operator==(const MonthFigures&) const = default;
 };
 
@@ -65,8 +70,9 @@ struct RiskShare {
 /// "33.3%".
 [[nodiscard]] QString shareText(int permille);
 
-/// How a figure moved against an earlier one: "+12.5%", "-3.0%", "持平" for no change, and "—"
-/// where there is nothing to compare with. A loss that shrinks is a rise.
+/// How a figure moved against an earlier one: "+12.5%", "-3.0%", "持平" for no change or one
+/// that rounds to 0.0 %, and "—" where there is nothing to compare with. A loss that shrinks is a
+/// rise.
 [[nodiscard]] QString changeText(qint64 currentFen, qint64 earlierFen);
 
 struct ComparedTotals {
@@ -91,12 +97,12 @@ struct CardCounts {
     bool operator==(const CardCounts&) const = default;
 };
 
-[[nodiscard]] AccountTotals accountTotals(const DateRange& range);
-[[nodiscard]] ComparedTotals comparedTotals(const DateRange& range, QDate today);
-[[nodiscard]] QList<MonthFigures> monthlySeries(const DateRange& months);
+[[nodiscard]] std::optional<AccountTotals> accountTotals(const DateRange& range);
+[[nodiscard]] std::optional<ComparedTotals> comparedTotals(const DateRange& range, QDate today);
+[[nodiscard]] std::optional<QList<MonthFigures>> monthlySeries(const DateRange& months);
 /// The owner's balance (股东往来) of a range; above 0 the company owes the owner, below 0 the owner
 /// owes the company. The one figure under this name everywhere.
-[[nodiscard]] qint64 ownerBalanceFen(const DateRange& range);
-[[nodiscard]] CardCounts cardCounts();
+[[nodiscard]] std::optional<qint64> ownerBalanceFen(const DateRange& range);
+[[nodiscard]] std::optional<CardCounts> cardCounts();
 
 } // namespace LedgerStatistics

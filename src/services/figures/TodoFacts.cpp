@@ -66,8 +66,9 @@ Facts readFacts(QDate today)
         = decisionsOf(documents.list(DocType::FundDecision), figures.fundDecisionSums());
     facts.ownerBalanceFen = figures.ownerBalanceFen({}, today);
     facts.unlinkedVouchers = vouchers.countUnlinked();
-    facts.largeEntriesWithoutVoucher
-        = figures.largeEntriesWithoutVoucher(facts.profile.largeAmountFen);
+    if (facts.profile.largeAmountFen > 0)
+        facts.largeEntriesWithoutVoucher
+            = figures.largeEntriesWithoutVoucher(facts.profile.largeAmountFen);
     facts.isIncomplete = hasFailed(entries, figures, links, documents, vouchers, profiles);
     return facts;
 }

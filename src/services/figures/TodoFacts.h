@@ -5,6 +5,7 @@
 #include "db/LedgerFigures.h"
 #include "db/Transaction.h"
 
+#include <QDate>
 #include <QList>
 #include <QSet>
 
@@ -30,7 +31,7 @@ struct Facts {
     QList<Decision> fundDecisions;
     qint64 ownerBalanceFen = 0; // up to today; below 0 the owner owes the company
     qint64 unlinkedVouchers = 0;
-    QList<qint64> largeEntriesWithoutVoucher; // newest first
+    QList<qint64> largeEntriesWithoutVoucher; // newest first; none without a threshold
     /// Something could not be read, so that a missing item proves nothing.
     bool isIncomplete = false;
 };

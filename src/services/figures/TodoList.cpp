@@ -2,9 +2,12 @@
 
 #include "core/Money.h"
 #include "core/TextRules.h"
+#include "services/figures/SaturatingSum.h"
 #include "services/risk/RiskRules.h"
 
 #include <algorithm>
+#include <iterator>
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 
@@ -69,7 +72,7 @@ void addUncoveredTransfers(QList<Item>& items, const Facts& facts)
             if (flow.direction != direction)
                 continue;
             ids += flow.id;
-            sumFen += flow.amountFen;
+            sumFen = SaturatingSum::sum(sumFen, flow.amountFen);
         }
         if (ids.isEmpty())
             continue;
@@ -115,15 +118,18 @@ QDate outstandingSince(const Decision& decision)
     return first.isValid() ? std::min(first, decision.document.docDate) : decision.document.docDate;
 }
 
-qint64 returnedSinceFen(const QList<Transaction>& ownerFlows, QDate since)
+// What the owner transferred to the company, oldest first.
+QList<Transaction> returnsOf(const QList<Transaction>& ownerFlows)
 {
-    qint64 sumFen = 0;
-    for (const Transaction& flow : ownerFlows) {
-        if (flow.category == Category::ShareholderIn && flow.direction == Direction::In
-            && flow.transDate.isValid() && flow.transDate >= since)
-            sumFen += flow.amountFen;
-    }
-    return sumFen;
+    QList<Transaction> returns;
+    std::copy_if(ownerFlows.begin(), ownerFlows.end(), std::back_inserter(returns),
+        [](const Transaction& flow) {
+            return flow.category == Category::ShareholderIn && flow.direction == Direction::In
+                && flow.transDate.isValid();
+        });
+    std::stable_sort(returns.begin(), returns.end(),
+        [](const auto& a, const auto& b) { return a.transDate < b.transDate; });
+    return returns;
 }
 
 bool isDue(const Decision& decision, QDate today)
@@ -134,33 +140,78 @@ bool isDue(const Decision& decision, QDate today)
         && document.settleDate < today;
 }
 
-void addUnsettledDecisions(QList<Item>& items, const Facts& facts)
+// The overdue decisions, those first whose money left first.
+QList<Decision> dueDecisions(const Facts& facts)
 {
-    for (const Decision& decision : facts.fundDecisions) {
-        if (!isDue(decision, facts.today))
-            continue;
-        const qint64 returnedFen = returnedSinceFen(facts.ownerFlows, outstandingSince(decision));
-        if (returnedFen >= decision.covered.sumFen)
-            continue;
-        items += { Kind::UnsettledDecision, NoticeLevel::Warning,
-            u"往来决定书 %1 已过约定日期，请核对是否已归还"_s.arg(decision.document.docNo),
-            u"公司付给股东 %1，约定 %2 前结清；此后登记的股东转入共 %3。请核对是否已归还："
-            "已归还的请登记流水，需要延期的请另作书面决定。"_s.arg(
-                yuanText(decision.covered.sumFen),
-                TextRules::dateText(decision.document.settleDate), yuanText(returnedFen)),
-            Target::DocumentArchive, { { u"docId"_s, decision.document.id } } };
-    }
+    QList<Decision> due;
+    std::copy_if(facts.fundDecisions.begin(), facts.fundDecisions.end(), std::back_inserter(due),
+        [&](const Decision& decision) { return isDue(decision, facts.today); });
+    std::sort(due.begin(), due.end(), [](const Decision& a, const Decision& b) {
+        return std::tuple(outstandingSince(a), a.document.docDate, a.document.id)
+            < std::tuple(outstandingSince(b), b.document.docDate, b.document.id);
+    });
+    return due;
 }
 
+struct OpenDecision {
+    Decision decision;
+    qint64 returnedFen = 0; // of its sum, by transfers that settle nothing else
+};
+
+// Every yuan that came back settles one decision only: the oldest takes the oldest transfers, and
+// what is left of a transfer goes to the next. Both lists are sorted, so that a transfer too old
+// for one decision is too old for all that follow and one pass is enough.
+QList<OpenDecision> openDecisions(const Facts& facts)
+{
+    QList<Transaction> returns = returnsOf(facts.ownerFlows);
+    qsizetype next = 0;
+    QList<OpenDecision> open;
+    for (const Decision& decision : dueDecisions(facts)) {
+        const QDate since = outstandingSince(decision);
+        qint64 returnedFen = 0;
+        while (next < returns.size() && returnedFen < decision.covered.sumFen) {
+            qint64& restFen = returns[next].amountFen;
+            if (restFen > 0 && returns.at(next).transDate >= since) {
+                const qint64 takenFen = std::min(restFen, decision.covered.sumFen - returnedFen);
+                returnedFen += takenFen;
+                restFen -= takenFen;
+                if (restFen > 0)
+                    break;
+            }
+            ++next;
+        }
+        if (returnedFen < decision.covered.sumFen)
+            open += { decision, returnedFen };
+    }
+    return open;
+}
+
+void addUnsettledDecisions(QList<Item>& items, const Facts& facts)
+{
+    for (const auto& [decision, returnedFen] : openDecisions(facts))
+        items += { Kind::UnsettledDecision, NoticeLevel::Warning,
+            u"往来决定书 %1 已过约定日期，请核对是否已归还"_s.arg(decision.document.docNo),
+            u"公司付给股东 %1，约定 %2 前结清；此后登记的股东转入按先后冲抵各份决定，本份已冲抵 "
+            "%3，尚差 %4。请核对是否已归还：已归还的请登记流水，需要延期的请另作书面决定。"_s.arg(
+                yuanText(decision.covered.sumFen),
+                TextRules::dateText(decision.document.settleDate), yuanText(returnedFen),
+                yuanText(decision.covered.sumFen - returnedFen)),
+            Target::DocumentArchive, { { u"docId"_s, decision.document.id } } };
+}
+
+// The balance counts every transfer with the owner, dividends and petty cash as well as loans:
+// it is a reason to look, not a debt.
 void addYearEndDebt(QList<Item>& items, const Facts& facts)
 {
     if (facts.today.month() < yearEndMonth || facts.ownerBalanceFen >= 0)
         return;
-    items += { Kind::YearEndDebt, NoticeLevel::Danger,
-        u"年底前请核对：股东尚欠公司 %1"_s.arg(yuanText(-facts.ownerBalanceFen)),
-        u"股东从公司取得的借款，年度终了仍未归还的，可能被视为分红而要求纳税。请在 %1 年 "
-        "12 月 31 日前核对并归还，或准备好用于公司经营的证明，并咨询税务专业人士。"_s.arg(
-            facts.today.year()),
+    const QString paidOut = yuanText(SaturatingSum::difference(0, facts.ownerBalanceFen));
+    items += { Kind::YearEndDebt, NoticeLevel::Warning,
+        u"年底前请核对股东往来：公司净付股东 %1"_s.arg(paidOut),
+        u"股东往来净额显示公司多付股东 %1（含借款、备用金、分红等）；已按决定分配的利润不属于欠款。"
+        "股东从公司取得的借款，年度终了仍未归还的，可能被视为分红而要求纳税。如有借款，请在 "
+        "%2 年 12 月 31 日前归还，或准备好用于公司经营的证明，并咨询税务专业人士。"_s.arg(
+            paidOut, QString::number(facts.today.year())),
         Target::Ledger, { { u"category"_s, codeOf(Category::ShareholderOut) } } };
 }
 
@@ -177,7 +228,8 @@ void addUnlinkedVouchers(QList<Item>& items, const Facts& facts)
 void addLargeEntriesWithoutVoucher(QList<Item>& items, const Facts& facts)
 {
     const QList<qint64>& ids = facts.largeEntriesWithoutVoucher;
-    if (ids.isEmpty())
+    // Without a threshold every entry would be large.
+    if (ids.isEmpty() || facts.profile.largeAmountFen <= 0)
         return;
     items += { Kind::LargeEntriesWithoutVoucher, NoticeLevel::Warning,
         u"%1 笔大额流水没有凭证"_s.arg(ids.size()),
