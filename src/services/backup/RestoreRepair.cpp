@@ -9,10 +9,12 @@ namespace RestoreRepair {
 std::optional<QString> run()
 {
     const bool unfinished = RestoreSwap::isUnfinished();
-    RestoreSwap::clearLeftovers();
     if (unfinished)
         qWarning("A restore was interrupted: putting the data from before it back in place");
-    if (const auto problem = RestoreSwap::takeBack())
+    auto problem = RestoreSwap::takeBack();
+    if (!problem)
+        problem = RestoreSwap::clearLeftovers();
+    if (problem)
         return u"上次数据恢复中断，%1\n\n程序未删除任何文件。请关闭占用数据目录的其他程序后重新启动。"_s
             .arg(*problem);
     if (unfinished)

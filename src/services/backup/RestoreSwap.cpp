@@ -11,11 +11,13 @@
 // the state, so that one atomic rename goes from each state to the next:
 //
 //   restore_staging    The new data are being put together in "new". The live data are untouched.
-//                      After a crash: removed.
+//                      After a crash: removed; with anything in "old" it is a restore_swap whose
+//                      name did not reach the disk.
 //   restore_swap       The live data are being moved into "old" and the new ones out of "new".
 //                      After a crash: whatever lies in "old" goes back.
 //   restore_leftovers  The live data are whole, the new ones after a commit, the old ones after
-//                      taking back. What the folder holds is not needed. After a crash: removed.
+//                      taking back. What the folder holds is not needed. After a crash: removed,
+//                      unless the live database is missing after all.
 //
 // Within restore_swap every item (database, voucher folder) tells by itself where it is:
 //
@@ -150,15 +152,54 @@ bool isEmptyFolder(const fs::path& folder)
     return fs::is_empty(folder, error) && !error;
 }
 
-// The end of an exchange, one way or the other. False when its name is not safely changed.
-bool retire()
+// Live data that were moved aside, or cannot be told not to have been.
+bool holdsOldData(const State& state)
+{
+    return DiskFiles::exists(state.oldData) && !isEmptyFolder(state.oldData);
+}
+
+bool liveDatabaseIsThere()
+{
+    std::error_code error;
+    return fs::file_size(dataDir() / databaseName(), error) > 0 && !error;
+}
+
+enum class Retired { No, NotDurably, Yes };
+
+// The end of an exchange, one way or the other.
+Retired retire()
 {
     if (!move(swapping().folder, leftovers().folder))
-        return false;
+        return Retired::No;
     // Until the new name is durable, what it holds may still be needed.
-    if (syncNames(dataDir()))
+    if (!syncNames(dataDir()))
+        return Retired::NotDurably;
+    if (liveDatabaseIsThere())
         removeTree(leftovers());
-    return true;
+    return Retired::Yes;
+}
+
+QString cannotClear(const State& state)
+{
+    return u"无法清理：%1"_s.arg(DiskFiles::text(state.folder));
+}
+
+// Before a new exchange; the live database is there, and nothing lies aside in these folders.
+std::optional<QString> clearForNext()
+{
+    // What was renamed may not have reached the disk under its new name yet.
+    if (!syncNames(dataDir()))
+        return dataDirUnusable();
+    for (const State& state : { staging(), leftovers() }) {
+        if (const auto problem = FolderCopy::remove(DiskFiles::text(state.folder)))
+            return problem;
+    }
+    // An exchange that was taken back may not have found its last name.
+    if (DiskFiles::exists(swapping().folder) && retire() != Retired::Yes)
+        return cannotClear(swapping());
+    if (DiskFiles::exists(leftovers().folder))
+        return cannotClear(leftovers());
+    return {};
 }
 
 std::optional<QString> moveOldAside(const State& swap)
@@ -227,6 +268,31 @@ bool moveOldBack(const State& swap)
     return moveIfThere(swap.oldData / vouchersName(), dataDir() / vouchersName());
 }
 
+// Gives an exchange whose name did not reach the disk that name again.
+bool nameExchange()
+{
+    if (!holdsOldData(staging()))
+        return true;
+    if (DiskFiles::exists(swapping().folder)) {
+        qWarning("Restore: two folders hold data from before a restore");
+        return false;
+    }
+    return move(staging().folder, swapping().folder) && syncNames(dataDir());
+}
+
+bool putBack(const State& swap)
+{
+    if (!DiskFiles::exists(swap.newData) && !createFolder(swap.newData))
+        return false;
+    return moveNewOut(swap, databaseName()) && moveNewOut(swap, vouchersName())
+        && syncMoves(swap.newData) && moveOldBack(swap) && syncMoves(swap.oldData);
+}
+
+QString notBack(const State& state)
+{
+    return u"原有数据无法放回原处，仍保存在：%1"_s.arg(DiskFiles::text(state.oldData));
+}
+
 } // namespace
 
 QString stagedDatabase()
@@ -244,15 +310,10 @@ std::optional<QString> begin()
     if (isUnfinished())
         return u"上次恢复尚未完成，请重新启动软件。"_s;
     // The open connection still holds a file that was deleted from outside; closing would lose it.
-    if (!DiskFiles::exists(dataDir() / databaseName()))
+    if (!liveDatabaseIsThere())
         return databaseBusy();
-    for (const State& state : { staging(), leftovers() }) {
-        if (const auto problem = FolderCopy::remove(DiskFiles::text(state.folder)))
-            return problem;
-    }
-    // An exchange that was taken back may not have found its last name.
-    if (DiskFiles::exists(swapping().folder) && (!retire() || !removeTree(leftovers())))
-        return u"无法清理：%1"_s.arg(DiskFiles::text(swapping().folder));
+    if (auto problem = clearForNext())
+        return problem;
     const State next = staging();
     if (!createFolder(next.folder) || !createFolder(next.newData) || !createFolder(next.oldData))
         return dataDirUnusable();
@@ -281,43 +342,57 @@ std::optional<QString> swapIn()
 
 std::optional<QString> commit()
 {
-    if (!retire())
+    const Retired retired = retire();
+    if (retired == Retired::No)
+        return dataDirUnusable();
+    // Success must outlast a power failure. Without the way back the new data stay all the same.
+    if (retired == Retired::NotDurably && move(leftovers().folder, swapping().folder))
         return dataDirUnusable();
     return {};
 }
 
 std::optional<QString> takeBack()
 {
+    if (!nameExchange())
+        return notBack(staging());
     const State swap = swapping();
     if (!DiskFiles::exists(swap.folder))
         return {};
-    const bool back = moveNewOut(swap, databaseName()) && moveNewOut(swap, vouchersName())
-        && syncMoves(swap.newData) && moveOldBack(swap) && syncMoves(swap.oldData);
-    if (!back)
-        return u"原有数据无法放回原处，仍保存在：%1"_s.arg(DiskFiles::text(swap.oldData));
-    if (!retire())
-        qWarning("Restore: the old data are back in place; the new ones stay behind in %s",
+    if (holdsOldData(swap) && !putBack(swap))
+        return notBack(swap);
+    // The name that this one is about to get may be taken by an earlier one.
+    if (auto problem = clearLeftovers())
+        return problem;
+    if (retire() == Retired::No)
+        qWarning("Restore: the old data are in place; the new ones stay behind in %s",
             qUtf8Printable(DiskFiles::text(swap.folder)));
     return {};
 }
 
 bool isUnfinished()
 {
-    return DiskFiles::exists(swapping().folder) && !isEmptyFolder(swapping().oldData);
+    return holdsOldData(swapping()) || holdsOldData(staging());
 }
 
-void clearLeftovers()
+std::optional<QString> clearLeftovers()
 {
+    if (holdsOldData(staging()))
+        return notBack(staging());
     if (!DiskFiles::exists(staging().folder) && !DiskFiles::exists(leftovers().folder))
-        return;
+        return {};
+    // Whatever happened, a copy that may be the only one is not for the program to remove.
+    if (DiskFiles::exists(leftovers().folder) && !liveDatabaseIsThere())
+        return u"数据库文件缺失或为空：%1\n可能的数据副本保存在：%2\n请将其中 old 文件夹的内容全部移回数据目录。"_s
+            .arg(AppPaths::databasePath(), DiskFiles::text(leftovers().folder));
     // What was renamed before a crash may not have reached the disk under its new name yet.
     if (!syncNames(dataDir()))
-        return;
+        return {};
     for (const State& state : { staging(), leftovers() }) {
         if (!removeTree(state))
             qWarning("Restore: leftovers stay behind in %s",
                 qUtf8Printable(DiskFiles::text(state.folder)));
     }
+    return {};
 }
 
 } // namespace RestoreSwap

@@ -31,14 +31,15 @@ void abandon();
 [[nodiscard]] std::optional<QString> commit();
 
 /// Puts the old data back in place wherever the exchange had come to; can be repeated. Removes
-/// nothing but the new data.
+/// nothing but the new data, and those only beside a live database.
 [[nodiscard]] std::optional<QString> takeBack();
 
 /// An exchange that was neither committed nor taken back.
 bool isUnfinished();
 
-/// Removes new data that were never moved in and old data that were replaced for good. What
-/// cannot be removed does no harm and is logged.
-void clearLeftovers();
+/// Removes new data that were never moved in and old data that were replaced for good, after
+/// `takeBack`. What cannot be removed does no harm and is logged. A problem when the live database
+/// is missing or empty and old data may be its only copy: these are left alone.
+[[nodiscard]] std::optional<QString> clearLeftovers();
 
 } // namespace RestoreSwap

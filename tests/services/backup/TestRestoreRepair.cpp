@@ -15,6 +15,7 @@ namespace {
 const QString live;
 const QString oldData = u"restore_swap/old/"_s;
 const QString newData = u"restore_swap/new/"_s;
+const QString retired = u"restore_leftovers/old/"_s;
 
 // Files of the data directory by name, "" for an empty folder.
 bool make(const QStringList& files)
@@ -117,6 +118,13 @@ void TestRestoreRepair::everyStateIsRepaired_data()
         folders + in(oldData, oldLive) + newLive
             + QStringList { u"restore_leftovers/old/x=older"_s },
         oldLive);
+    row("the name of an exchange did not reach the disk",
+        in(u"restore_staging/old/"_s, oldLive) + in(u"restore_staging/new/"_s, newLive), oldLive);
+    row("both new ones are in, and the folder they came from is gone",
+        in(oldData, oldLive) + newLive, oldLive);
+    row("nothing is aside, and the folder for it is gone", oldLive + in(newData, newLive), oldLive);
+    row("nothing is aside, and the new data are gone", oldLive + QStringList { oldData }, oldLive);
+    row("nothing but the name is left", oldLive + QStringList { u"restore_swap/"_s }, oldLive);
 }
 
 void TestRestoreRepair::everyStateIsRepaired()
@@ -124,7 +132,8 @@ void TestRestoreRepair::everyStateIsRepaired()
     QFETCH(QStringList, files);
     QFETCH(QStringList, expected);
     QVERIFY(make(files));
-    const bool unfinished = !files.filter(QRegularExpression(u"^restore_swap/old/."_s)).isEmpty();
+    const bool unfinished
+        = !files.filter(QRegularExpression(u"^restore_(swap|staging)/old/."_s)).isEmpty();
     if (unfinished)
         QTest::ignoreMessage(QtWarningMsg,
             "A restore was interrupted: putting the data from before it back in place");
@@ -158,5 +167,42 @@ void TestRestoreRepair::whatIsNotOursStaysAndStopsTheStart()
             + AppPaths::dataDir() + u"/restore_swap/old\n\n程序未删除任何文件。"_s));
         const QStringList before = sorted(files.filter(QRegularExpression(u"[^/]$"_s)));
         QCOMPARE(sorted(found().filter(QRegularExpression(u"[^/]$"_s))), before);
+    }
+}
+
+void TestRestoreRepair::whatMayBeTheOnlyCopyStopsTheStart_data()
+{
+    QTest::addColumn<QStringList>("files");
+    QTest::addColumn<QString>("told");
+    QTest::newRow("replaced data beside no database")
+        << in(retired, oldLive) << u"/restore_leftovers"_s;
+    QTest::newRow("replaced data beside an empty database")
+        << in(retired, oldLive) + QStringList { u"brixa.db="_s } << u"/restore_leftovers"_s;
+    QTest::newRow("new data beside no database") << in(newData, newLive) << u"/restore_leftovers"_s;
+    QTest::newRow("old data in two places")
+        << in(oldData, oldLive) + in(u"restore_staging/old/"_s, oldLive)
+        << u"/restore_staging/old"_s;
+}
+
+void TestRestoreRepair::whatMayBeTheOnlyCopyStopsTheStart()
+{
+    QFETCH(QStringList, files);
+    QFETCH(QString, told);
+    QVERIFY(make(files));
+    const auto bytesOf = [](const QStringList& list) {
+        QStringList bytes;
+        for (const QString& file : list.filter(QRegularExpression(u"[^/]$"_s)))
+            bytes += file.section(u'/', -1);
+        return sorted(bytes);
+    };
+    for (int start = 1; start <= 2; ++start) {
+        if (told.endsWith(u"old"_s)) {
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^A restore was interrupted"_s));
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^Restore: two folders"_s));
+        }
+        const auto problem = RestoreRepair::run();
+        QVERIFY(problem);
+        QVERIFY2(problem->contains(AppPaths::dataDir() + told), qUtf8Printable(*problem));
+        QCOMPARE(bytesOf(found()), bytesOf(files));
     }
 }

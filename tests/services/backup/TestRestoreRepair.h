@@ -10,4 +10,6 @@ private slots:
     void everyStateIsRepaired();
     void whatIsNotOursStaysAndStopsTheStart_data();
     void whatIsNotOursStaysAndStopsTheStart();
+    void whatMayBeTheOnlyCopyStopsTheStart_data();
+    void whatMayBeTheOnlyCopyStopsTheStart();
 };
