@@ -27,7 +27,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int ledgerEntries = 2000;
-constexpr int rounds = 5;
+constexpr int rounds = 11;
 
 double secondsFor(const std::function<bool()>& work, bool* worked)
 {
