@@ -54,6 +54,12 @@ bool BaseDao::run(QSqlQuery& query, const QString& sql, const Bindings& bindings
     return exec(query);
 }
 
+bool BaseDao::readToTheEnd(const QSqlQuery& query)
+{
+    return !query.lastError().isValid()
+        || failStatement(query.lastError().text(), query.lastQuery());
+}
+
 bool BaseDao::write(const QString& sql, const Bindings& bindings)
 {
     QSqlQuery query = newQuery();

@@ -63,6 +63,10 @@ protected:
     /// when it fails numbering starts at 1, and the UNIQUE column refuses a code that is taken.
     QString nextSerialCode(const QString& sql, const QString& prefix);
 
+    /// Whether reading ended because there were no more rows. A statement may also fail after its
+    /// first rows; that is logged and kept.
+    [[nodiscard]] bool readToTheEnd(const QSqlQuery& query);
+
     /// All rows; none when the statement failed.
     template <typename Record>
     QList<Record> readAll(
@@ -75,6 +79,9 @@ protected:
         const RecordReader<Record> reader(columns, query);
         while (query.next())
             reader.fill(query, records.emplaceBack());
+        // Part of a ledger would look like the whole of it.
+        if (!readToTheEnd(query))
+            records.clear();
         return records;
     }
 

@@ -81,6 +81,8 @@ QSet<qint64> LinkDao::fundDecisionTransactionIds()
         return ids;
     while (query.next())
         ids.insert(query.value(0).toLongLong());
+    if (!readToTheEnd(query))
+        ids.clear();
     return ids;
 }
 

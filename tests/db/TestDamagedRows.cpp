@@ -8,6 +8,8 @@
 #include "support/DatabaseTestCase.h"
 #include "support/TestDatabase.h"
 
+#include <QRegularExpression>
+
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -24,6 +26,18 @@ QString entryWith(const QString& date)
            "'[broken', 'worse')"_s.arg(date);
 }
 
+// The second row cannot be computed: the smallest number has no absolute value.
+struct BreakingDao final : BaseDao {
+    QList<Transaction> entries()
+    {
+        static constexpr auto columns
+            = std::to_array<Column<Transaction>>({ column<&Transaction::id>(u"id") });
+        return readAll<Transaction>(columns,
+            u"SELECT abs(x) AS id FROM (SELECT 1 AS x UNION ALL SELECT -9223372036854775807 - 1)"_s,
+            {});
+    }
+};
+
 } // namespace
 
 /// Rows that the schema refuses but that a damaged or foreign file can hold: they must load.
@@ -31,6 +45,14 @@ class TestDamagedRows final : public DatabaseTestCase {
     Q_OBJECT
 
 private slots:
+    void aListThatBreaksOffIsNotTakenForTheWhole()
+    {
+        BreakingDao dao;
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^SQL error: integer overflow"_s));
+        QVERIFY(dao.entries().isEmpty());
+        QVERIFY(dao.lastError().contains(u"integer overflow"_s));
+    }
+
     void init()
     {
         DatabaseTestCase::init();
