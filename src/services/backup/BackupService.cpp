@@ -83,6 +83,17 @@ void readDatabase(const QString& folder, BackupPreview& preview)
         preview.warnings += u"备份中的部分数据表无法读取，备份可能不完整。"_s;
 }
 
+// The backup's database is taken as it lies, without what another program left in a log.
+void lookForLogs(const QString& folder, BackupPreview& preview)
+{
+    for (const QString& suffix : { u"-wal"_s, u"-journal"_s }) {
+        const QFileInfo log(BackupLayout::databaseIn(folder) + suffix);
+        if (log.size() > 0)
+            preview.warnings += u"备份中的数据库带有未合并的日志，其中的内容不会被恢复：%1"_s.arg(
+                log.fileName());
+    }
+}
+
 void compareVoucherFiles(const FolderCopy::Listing& files, BackupPreview& preview)
 {
     preview.voucherFiles = files.fileCount();
@@ -157,6 +168,7 @@ BackupPreview BackupService::inspect(const QString& folder)
         = FolderCopy::sizeOf(vouchers, files) + QFileInfo(BackupLayout::databaseIn(folder)).size();
     compareVoucherFiles(files, preview);
     readDatabase(folder, preview);
+    lookForLogs(folder, preview);
     return preview;
 }
 

@@ -64,6 +64,23 @@ std::optional<QString> replaceFile(const fs::path& source, const fs::path& targe
     return {};
 }
 
+// A folder that its owner must not write to keeps its entries.
+void allowRemoval(const fs::path& root)
+{
+    std::error_code error;
+    const auto allow = [&error](const fs::path& folder) {
+        fs::permissions(folder, fs::perms::owner_all, fs::perm_options::add, error);
+    };
+    if (fs::symlink_status(root, error).type() != fs::file_type::directory)
+        return;
+    allow(root);
+    fs::recursive_directory_iterator item(root, error);
+    for (const fs::recursive_directory_iterator end; !error && item != end; item.increment(error)) {
+        if (item->symlink_status(error).type() == fs::file_type::directory)
+            allow(item->path());
+    }
+}
+
 } // namespace
 
 Listing list(const QString& folder)
@@ -119,6 +136,10 @@ std::optional<QString> remove(const QString& path)
     const fs::path name = DiskFiles::native(path);
     std::error_code error;
     fs::remove_all(name, error);
+    if (error) {
+        allowRemoval(name);
+        fs::remove_all(name, error);
+    }
     if (error)
         return problemWith(u"无法清理：%1"_s, name, error);
     return {};

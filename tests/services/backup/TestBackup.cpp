@@ -557,6 +557,17 @@ void TestBackup::thePreviewWarns()
     QCOMPARE(preview.entries.has_value(), soundDatabase);
 }
 
+void TestBackup::thePreviewWarnsOfALog()
+{
+    const QTemporaryDir target;
+    const BackupResult result = BackupService().backupTo(target.path());
+    QVERIFY(result.ok);
+    QVERIFY(put(result.folder + u"/brixa.db-wal"_s, "entries"));
+    QVERIFY(put(result.folder + u"/brixa.db-journal"_s, QByteArray("")));
+    QCOMPARE(BackupService::inspect(result.folder).warnings,
+        QStringList { u"备份中的数据库带有未合并的日志，其中的内容不会被恢复：brixa.db-wal"_s });
+}
+
 void TestBackup::thePreviewWarnsOfOtherDatabases_data()
 {
     QTest::addColumn<QString>("script");

@@ -37,6 +37,7 @@ private slots:
     void thePreviewLeavesTheFolderAsItIs();
     void thePreviewWarns_data();
     void thePreviewWarns();
+    void thePreviewWarnsOfALog();
     void thePreviewWarnsOfOtherDatabases_data();
     void thePreviewWarnsOfOtherDatabases();
 };
