@@ -120,6 +120,7 @@ DatabaseManager& DatabaseManager::instance()
 bool DatabaseManager::open()
 {
     close();
+    removeReadOnlyLeftovers(); // those of an earlier process
     m_lastError.clear();
     m_readOnly = false;
     if (!openConnection() || !applyPragmas())
@@ -133,11 +134,13 @@ bool DatabaseManager::open()
 void DatabaseManager::close()
 {
     DbTransaction::abandonAll();
+    // Without a connection the files may belong to another, running instance.
+    if (!QSqlDatabase::contains(Connection::name()))
+        return;
     // The handle must be gone before the connection is removed.
     if (QSqlDatabase database = Connection::current(); database.isOpen())
         database.close();
-    if (QSqlDatabase::contains(Connection::name()))
-        QSqlDatabase::removeDatabase(Connection::name());
+    QSqlDatabase::removeDatabase(Connection::name());
     removeReadOnlyLeftovers();
 }
 

@@ -19,26 +19,36 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr qint64 longestManifest = 65'536;
+constexpr qint64 newestKnownVersion = 3; // of the database
 
-// Walks up from a folder, so that links, letter case and mounts are seen through.
-bool isInsideVoucherFolder(const QString& folder)
+// Walks up from a folder, so that links, letter case and mounts are seen through. What cannot be
+// examined may well lie inside.
+bool mayBeInVoucherFolder(const QString& folder)
 {
     const fs::path vouchers = DiskFiles::native(AppPaths::voucherAssetsDir());
+    if (!DiskFiles::exists(vouchers))
+        return false;
     std::error_code error;
     fs::path candidate = fs::canonical(DiskFiles::native(folder), error);
     for (; !error && candidate.has_relative_path(); candidate = candidate.parent_path()) {
         if (fs::equivalent(candidate, vouchers, error))
             return true;
-        error.clear();
     }
-    return false;
+    return static_cast<bool>(error);
 }
 
+// A backup inside the folder that it copies would contain itself.
 bool isUsableTarget(const QString& folder)
 {
     const QFileInfo info(folder);
-    // A backup inside the folder that it copies would contain itself.
-    return !folder.isEmpty() && info.isDir() && info.isWritable() && !isInsideVoucherFolder(folder);
+    return info.isDir() && info.isWritable() && !mayBeInVoucherFolder(folder);
+}
+
+// The folder that the system means by a path: taking ".." out of the text first would lead
+// elsewhere behind a link. Nothing when there is none.
+QString folderMeantBy(const QString& path)
+{
+    return path.isEmpty() ? QString() : QFileInfo(path).canonicalFilePath();
 }
 
 BackupResult failedBackup(const QString& message)
@@ -62,11 +72,26 @@ void readDatabase(const QString& folder, BackupPreview& preview)
         preview.warnings += u"备份中的数据库无法使用：%1"_s.arg(*problem);
         return;
     }
+    if (database.version() > newestKnownVersion)
+        preview.warnings += u"备份由更新版本的软件生成，恢复后部分内容可能无法显示或使用。"_s;
     preview.companyName = database.companyName();
     preview.entries = database.rowCount(u"transactions"_s);
     preview.vouchers = database.rowCount(u"vouchers"_s);
     preview.documents = database.rowCount(u"documents"_s);
     preview.newestEntry = database.newestEntryDate();
+    if (!preview.entries || !preview.vouchers || !preview.documents)
+        preview.warnings += u"备份中的部分数据表无法读取，备份可能不完整。"_s;
+}
+
+// The backup's database is taken as it lies, without what another program left in a log.
+void lookForLogs(const QString& folder, BackupPreview& preview)
+{
+    for (const QString& suffix : { u"-wal"_s, u"-journal"_s }) {
+        const QFileInfo log(BackupLayout::databaseIn(folder) + suffix);
+        if (log.size() > 0)
+            preview.warnings += u"备份中的数据库带有未合并的日志，其中的内容不会被恢复：%1"_s.arg(
+                log.fileName());
+    }
 }
 
 void compareVoucherFiles(const FolderCopy::Listing& files, BackupPreview& preview)
@@ -92,10 +117,10 @@ BackupService::BackupService(BackupProgress::Callback progress)
 
 BackupResult BackupService::backupTo(const QString& parentFolder)
 {
-    if (!isUsableTarget(parentFolder))
+    const QString parent = folderMeantBy(parentFolder);
+    if (parent.isEmpty() || !isUsableTarget(parent))
         return failedBackup(u"备份目标目录不可用：%1"_s.arg(parentFolder));
     const QDateTime now = QDateTime::currentDateTime();
-    const QString parent = QDir(parentFolder).absolutePath();
     const std::optional<QString> folder = BackupLayout::createFolder(parent, now);
     if (!folder)
         return failedBackup(u"无法创建备份目录：%1"_s.arg(BackupLayout::folderFor(parent, now)));
@@ -108,10 +133,12 @@ BackupResult BackupService::backupTo(const QString& parentFolder)
     if (const auto problem = backup.complete(BackupManifest::Kind::Manual, now))
         return failedBackup(*problem);
     qInfo("Backed up to %s", qUtf8Printable(*folder));
-    const bool noted = ProfileDao().setLastBackupAt(now);
-    return { .ok = true,
-        .folder = *folder,
-        .message = noted ? QString() : u"备份完成但备份时间未能写入档案"_s };
+    QStringList notes;
+    if (!ProfileDao().setLastBackupAt(now))
+        notes += u"备份完成但备份时间未能写入档案"_s;
+    if (!vouchers.leftOut.isEmpty())
+        notes += u"以下目录链接或特殊文件未包含在备份中：\n%1"_s.arg(vouchers.leftOut.join(u'\n'));
+    return { .ok = true, .folder = *folder, .message = notes.join(u"\n\n"_s) };
 }
 
 BackupCheck BackupService::validateBackup(const QString& folder)
@@ -141,6 +168,7 @@ BackupPreview BackupService::inspect(const QString& folder)
         = FolderCopy::sizeOf(vouchers, files) + QFileInfo(BackupLayout::databaseIn(folder)).size();
     compareVoucherFiles(files, preview);
     readDatabase(folder, preview);
+    lookForLogs(folder, preview);
     return preview;
 }
 
@@ -150,5 +178,10 @@ RestoreResult BackupService::restoreFrom(const QString& folder)
         qWarning("Restore refused: %s", qUtf8Printable(check.message));
         return { .message = check.message };
     }
-    return Restore(QDir(folder).absolutePath(), m_progress).run();
+    // The voucher folder is moved away and then removed: a backup in it would be lost.
+    if (mayBeInVoucherFolder(folder)) {
+        qWarning("Restore refused: the backup lies in the live voucher folder");
+        return { .message = u"备份目录位于凭证文件夹内，请先将其移到其他位置：%1"_s.arg(folder) };
+    }
+    return Restore(folderMeantBy(folder), m_progress).run();
 }

@@ -6,12 +6,25 @@
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QStringList>
 #include <QUrl>
 #include <QVariant>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// From this version on the schema script has made all of them.
+constexpr int versionWithAllTables = 3;
+
+const QStringList& tables()
+{
+    static const QStringList names { u"company_profile"_s, u"projects"_s, u"contracts"_s,
+        u"transactions"_s, u"documents"_s, u"vouchers"_s, u"entity_links"_s };
+    return names;
+}
 
 const QString& connectionName()
 {
@@ -48,6 +61,10 @@ std::optional<QString> DatabaseReader::problem() const
         return error;
     if (version->toLongLong() < 1 || !rowCount(u"company_profile"_s))
         return u"不是本软件的数据库"_s;
+    const auto isMissing = [this](const QString& table) { return !rowCount(table); };
+    if (version->toLongLong() >= versionWithAllTables
+        && std::any_of(tables().begin(), tables().end(), isMissing))
+        return u"不是本软件的数据库"_s;
     // SQLite fills a last page that was cut off with zeros and may find nothing wrong with it.
     if (QFileInfo(m_path).size() < size())
         return u"数据库文件不完整"_s;
@@ -55,6 +72,11 @@ std::optional<QString> DatabaseReader::problem() const
     if (finding.value_or(error).compare(u"ok"_s, Qt::CaseInsensitive) != 0)
         return u"数据库完整性检查失败：%1"_s.arg(finding.value_or(error));
     return {};
+}
+
+qint64 DatabaseReader::version() const
+{
+    return firstCell(u"PRAGMA user_version"_s).value_or(QString()).toLongLong();
 }
 
 QString DatabaseReader::companyName() const

@@ -16,9 +16,12 @@ public:
     DatabaseReader& operator=(const DatabaseReader&) = delete;
 
     /// Why the file cannot serve as the program's database, in Chinese; nothing when it is sound
-    /// and holds a company profile of version 1 or later. Reads the whole file.
+    /// and holds a company profile of version 1 or later, from version 3 on with every table.
+    /// Reads the whole file.
     std::optional<QString> problem() const;
 
+    /// The schema version; 0 when it cannot be read.
+    qint64 version() const;
     QString companyName() const;
     /// The number of rows; nothing when the table cannot be read.
     std::optional<int> rowCount(const QString& table) const;

@@ -26,6 +26,15 @@ std::error_code lastError()
     return { errno, std::generic_category() };
 }
 
+// Once more when a signal came in between.
+template <typename Call> auto uninterrupted(const Call& call)
+{
+    auto result = call();
+    while (result < 0 && errno == EINTR)
+        result = call();
+    return result;
+}
+
 bool isUnsupported(int error)
 {
     return error == EINVAL || error == ENOSYS || error == EOPNOTSUPP || error == EXDEV;
@@ -39,8 +48,12 @@ bool copyInKernel(int source, int target, off_t size, bool* unsupported)
 #ifdef Q_OS_LINUX
     constexpr size_t portion = size_t(1) << 30;
     for (off_t done = 0; done == 0 || done < size;) {
-        const ssize_t copied = ::copy_file_range(source, nullptr, target, nullptr, portion, 0);
-        *unsupported = done == 0 && (copied == 0 || (copied < 0 && isUnsupported(errno)));
+        const ssize_t copied = uninterrupted([source, target] {
+            return ::copy_file_range(source, nullptr, target, nullptr, portion, 0);
+        });
+        // Sandboxes and some network file systems do not permit this call alone.
+        *unsupported = done == 0
+            && (copied == 0 || (copied < 0 && (isUnsupported(errno) || errno == EPERM)));
         if (copied <= 0)
             return copied == 0;
         done += copied;
@@ -57,7 +70,7 @@ bool copyInKernel(int source, int target, off_t size, bool* unsupported)
 bool writeAll(int target, const char* bytes, ssize_t size)
 {
     for (ssize_t written = 0; size > 0; bytes += written, size -= written) {
-        written = ::write(target, bytes, static_cast<size_t>(size));
+        written = uninterrupted([=] { return ::write(target, bytes, static_cast<size_t>(size)); });
         if (written < 0)
             return false;
     }
@@ -68,7 +81,8 @@ bool copyByHand(int source, int target)
 {
     std::vector<char> buffer(size_t(256) * 1024);
     for (;;) {
-        const ssize_t size = ::read(source, buffer.data(), buffer.size());
+        const ssize_t size
+            = uninterrupted([&] { return ::read(source, buffer.data(), buffer.size()); });
         if (size <= 0)
             return size == 0;
         if (!writeAll(target, buffer.data(), size))
@@ -85,12 +99,15 @@ bool copyBytes(int source, int target, off_t size)
 
 std::error_code syncOpened(const fs::path& path, int flags, int (*sync)(int))
 {
-    const int handle = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | flags);
+    const int handle
+        = uninterrupted([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | flags); });
     if (handle < 0)
         return lastError();
     const auto closeHandle = qScopeGuard([handle] { ::close(handle); });
     // Some file systems cannot flush a folder and need not: that is no failure.
-    return sync(handle) == 0 || isUnsupported(errno) ? std::error_code() : lastError();
+    return uninterrupted([&] { return sync(handle); }) == 0 || isUnsupported(errno)
+        ? std::error_code()
+        : lastError();
 }
 
 #endif
@@ -125,7 +142,7 @@ bool exists(const fs::path& path)
 
 std::error_code copyFile(const fs::path& source, const fs::path& target)
 {
-    const int from = ::open(source.c_str(), O_RDONLY | O_CLOEXEC);
+    const int from = uninterrupted([&] { return ::open(source.c_str(), O_RDONLY | O_CLOEXEC); });
     if (from < 0)
         return lastError();
     const auto closeFrom = qScopeGuard([from] { ::close(from); });
@@ -134,7 +151,8 @@ std::error_code copyFile(const fs::path& source, const fs::path& target)
         return lastError();
     // A write-protected voucher would make a copy that the next backup cannot replace.
     const mode_t mode = (status.st_mode & 0777) | S_IRUSR | S_IWUSR;
-    const int to = ::open(target.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+    const int to = uninterrupted(
+        [&] { return ::open(target.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode); });
     if (to < 0)
         return lastError();
     std::error_code error;

@@ -16,20 +16,29 @@ QString problemWith(const QString& what, const fs::path& path, const std::error_
     return what.arg(name);
 }
 
+void leaveOut(Listing& listing, const char* kind, const fs::path& path)
+{
+    const QString name = DiskFiles::text(path);
+    qWarning("Not copied, %s: %s", kind, qUtf8Printable(name));
+    listing.leftOut += name;
+}
+
 // Most entries tell their kind without another call to the system.
 void append(Listing& listing, const fs::directory_entry& entry, const fs::path& relative)
 {
     std::error_code error;
+    std::error_code linkError; // a link that leads nowhere counts as a file
     const bool isLink = entry.is_symlink(error);
-    if (isLink && entry.is_directory(error))
-        qWarning(
-            "Not copied, a link to a folder: %s", qUtf8Printable(DiskFiles::text(entry.path())));
-    else if (isLink || entry.is_regular_file(error))
+    if (isLink && entry.is_directory(linkError))
+        leaveOut(listing, "a link to a folder", entry.path());
+    else if (isLink || (!error && entry.is_regular_file(error)))
         listing.files.push_back(relative);
-    else if (entry.is_directory(error))
+    else if (!error && entry.is_directory(error))
         listing.folders.push_back(relative);
+    else if (error)
+        listing.problem = problemWith(u"复制失败：%1"_s, entry.path(), error);
     else
-        qWarning("Not copied, no file: %s", qUtf8Printable(DiskFiles::text(entry.path())));
+        leaveOut(listing, "no file", entry.path());
 }
 
 std::optional<QString> makeFolder(const fs::path& folder)
@@ -55,6 +64,23 @@ std::optional<QString> replaceFile(const fs::path& source, const fs::path& targe
     return {};
 }
 
+// A folder that its owner must not write to keeps its entries.
+void allowRemoval(const fs::path& root)
+{
+    std::error_code error;
+    const auto allow = [&error](const fs::path& folder) {
+        fs::permissions(folder, fs::perms::owner_all, fs::perm_options::add, error);
+    };
+    if (fs::symlink_status(root, error).type() != fs::file_type::directory)
+        return;
+    allow(root);
+    fs::recursive_directory_iterator item(root, error);
+    for (const fs::recursive_directory_iterator end; !error && item != end; item.increment(error)) {
+        if (item->symlink_status(error).type() == fs::file_type::directory)
+            allow(item->path());
+    }
+}
+
 } // namespace
 
 Listing list(const QString& folder)
@@ -67,7 +93,7 @@ Listing list(const QString& folder)
     fs::recursive_directory_iterator item(root, error);
     for (const fs::recursive_directory_iterator end; !error && item != end; item.increment(error))
         append(listing, *item, item->path().lexically_relative(root));
-    if (error)
+    if (error && !listing.problem)
         listing.problem = problemWith(u"复制失败：%1"_s, root, error);
     return listing;
 }
@@ -110,6 +136,10 @@ std::optional<QString> remove(const QString& path)
     const fs::path name = DiskFiles::native(path);
     std::error_code error;
     fs::remove_all(name, error);
+    if (error) {
+        allowRemoval(name);
+        fs::remove_all(name, error);
+    }
     if (error)
         return problemWith(u"无法清理：%1"_s, name, error);
     return {};

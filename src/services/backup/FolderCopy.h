@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <filesystem>
 #include <functional>
@@ -14,10 +15,12 @@ namespace FolderCopy {
 /// What a folder holds, hidden files included, with paths relative to it; a folder stands before
 /// what it contains. Links to folders are not entered and not listed: they may lead back up or to
 /// a whole disk. Links to files count as the files, those that lead nowhere too, so that copying
-/// them fails instead of losing a voucher silently. Pipes and devices are left out.
+/// them fails instead of losing a voucher silently. Pipes and devices are left out. An entry that
+/// cannot be examined is a problem.
 struct Listing {
     std::vector<std::filesystem::path> folders;
     std::vector<std::filesystem::path> files;
+    QStringList leftOut; // paths of the links, pipes and devices
     std::optional<QString> problem;
 
     int fileCount() const { return static_cast<int>(files.size()); }

@@ -48,6 +48,8 @@ RestoreResult Restore::run()
 
 Restore::Problem Restore::backUpPresent()
 {
+    if (auto problem = RestoreSwap::clearEarlier())
+        return problem;
     const QString parent = AppPaths::autoBackupBeforeRestoreDir();
     const QDateTime now = QDateTime::currentDateTime();
     const bool parentExists = QDir().mkpath(parent);
@@ -100,8 +102,10 @@ Restore::Problem Restore::replace()
         problem = openRestored();
     if (!problem)
         problem = RestoreSwap::commit();
-    if (problem)
-        returnToPresent();
+    if (!problem)
+        return {};
+    if (const Problem notBack = returnToPresent())
+        return *problem + u'\n' + *notBack;
     return problem;
 }
 
@@ -116,15 +120,16 @@ Restore::Problem Restore::openRestored()
     return {};
 }
 
-void Restore::returnToPresent()
+Restore::Problem Restore::returnToPresent()
 {
     DatabaseManager& database = DatabaseManager::instance();
     database.close();
-    const Problem problem = RestoreSwap::takeBack();
+    Problem problem = RestoreSwap::takeBack();
     RestoreSwap::abandon();
     // Opening between the two would work on a mixture, or make an empty database.
     m_result.databaseOpen = !problem && database.open();
     if (!m_result.databaseOpen)
         qCritical("The data from before the restore cannot be opened: %s",
             qUtf8Printable(problem.value_or(database.lastError())));
+    return problem;
 }

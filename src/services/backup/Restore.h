@@ -21,7 +21,7 @@ private:
     Problem copyToStage();
     Problem replace();
     Problem openRestored();
-    void returnToPresent();
+    Problem returnToPresent();
 
     QString m_folder;
     FolderCopy::Listing m_present;

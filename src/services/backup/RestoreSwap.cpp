@@ -305,6 +305,13 @@ QString stagedVouchers()
     return BackupLayout::vouchersIn(folderPath(u"staging/new"_s));
 }
 
+std::optional<QString> clearEarlier()
+{
+    if (isUnfinished() || !liveDatabaseIsThere())
+        return {};
+    return clearForNext();
+}
+
 std::optional<QString> begin()
 {
     if (isUnfinished())
@@ -322,7 +329,8 @@ std::optional<QString> begin()
 
 void abandon()
 {
-    removeTree(staging());
+    if (!holdsOldData(staging()))
+        removeTree(staging());
 }
 
 std::optional<QString> swapIn()

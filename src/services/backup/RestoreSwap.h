@@ -16,6 +16,11 @@ namespace RestoreSwap {
 QString stagedDatabase();
 QString stagedVouchers();
 
+/// Clears what an earlier restore left behind. Belongs before the safety copy: what cannot be
+/// cleared stops every attempt, and each would leave another copy. Live data that are not in order
+/// are no problem here but one for `begin`, so that they are copied first.
+[[nodiscard]] std::optional<QString> clearEarlier();
+
 /// Clears what an earlier restore left behind and makes the folder for the new data.
 [[nodiscard]] std::optional<QString> begin();
 

@@ -21,12 +21,15 @@ int steps = 0;
 // True when this call is the one that has to fail.
 bool failsNow()
 {
-    if (!armed || ++steps != chosenStep)
+    if (!armed || ++steps < chosenStep)
+        return false;
+    if (steps > chosenStep && effectAtStep != FileFaults::Effect::FailFromThere)
         return false;
     if (effectAtStep == FileFaults::Effect::Kill)
         ::kill(::getpid(), SIGKILL);
     errno = EIO;
-    return effectAtStep == FileFaults::Effect::Fail;
+    return effectAtStep == FileFaults::Effect::Fail
+        || effectAtStep == FileFaults::Effect::FailFromThere;
 }
 
 template <typename Function> Function next(const char* name)

@@ -15,6 +15,8 @@
 #include <QFile>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
 #endif
@@ -129,6 +131,7 @@ void TestBackup::copiesCanBeWritten()
     QVERIFY(QFile::setPermissions(voucher, QFile::ReadOwner | QFile::ReadOther));
     const QTemporaryDir target;
     const BackupResult result = BackupService().backupTo(target.path());
+    QVERIFY2(result.ok, qUtf8Printable(result.message));
     const QFile::Permissions copied
         = QFile::permissions(result.folder + u"/voucher_assets/2025/a.pdf"_s);
     QVERIFY(copied.testFlag(QFile::WriteOwner));
@@ -150,6 +153,9 @@ void TestBackup::linksToFoldersAreNotFollowed()
     expectWarning(u"^Not copied, a link to a folder: .*/loop$"_s);
     const BackupResult result = BackupService().backupTo(target.path());
     QVERIFY(result.ok);
+    QVERIFY(result.message.startsWith(u"以下目录链接或特殊文件未包含在备份中：\n"_s));
+    for (const QString& link : { u"/away"_s, u"/loop"_s })
+        QVERIFY2(result.message.contains(vouchers + link), qUtf8Printable(result.message));
     const auto copied = tree(result.folder + u"/voucher_assets"_s);
     QCOMPARE(copied.keys(), QStringList { u"scan.pdf"_s });
     QCOMPARE(copied.value(u"scan.pdf"_s), QByteArray("a voucher kept elsewhere"));
@@ -181,6 +187,7 @@ void TestBackup::pipesAreLeftOut()
     expectWarning(u"^Not copied, no file: .*/pipe$"_s);
     const BackupResult result = BackupService().backupTo(target.path());
     QVERIFY(result.ok);
+    QCOMPARE(result.message, u"以下目录链接或特殊文件未包含在备份中：\n"_s + pipe);
     QVERIFY(tree(result.folder + u"/voucher_assets"_s).isEmpty());
 #endif
 }
@@ -246,21 +253,32 @@ void TestBackup::twoBackupsInOneSecondAreTwo()
 void TestBackup::takenNamesEndTheSearch()
 {
     const QTemporaryDir target;
-    const QDateTime now = QDateTime::currentDateTime();
-    // As many seconds as the test may take until it asks.
-    for (int second = 0; second < 3; ++second) {
-        const QString base = BackupLayout::folderFor(target.path(), now.addSecs(second));
-        QVERIFY(QDir().mkdir(base));
-        for (int number = 2; number <= 1000; ++number)
-            QVERIFY(QDir().mkdir(base + u'_' + QString::number(number)));
-    }
+    const QDateTime time(QDate(2025, 1, 31), QTime(9, 5, 7));
+    const QString base = BackupLayout::folderFor(target.path(), time);
+    QVERIFY(QDir().mkdir(base));
+    for (int number = 2; number <= 998; ++number)
+        QVERIFY(QDir().mkdir(base + u'_' + QString::number(number)));
+    QCOMPARE(BackupLayout::createFolder(target.path(), time), base + u"_999"_s);
     const auto before = entriesOf(target.path()).size();
-    expectWarning(u"^Backup failed: "_s);
-    const BackupResult result = BackupService().backupTo(target.path());
-    QVERIFY(!result.ok);
-    QVERIFY(
-        result.message.startsWith(u"无法创建备份目录："_s + target.filePath(u"brixa_backup_"_s)));
+    QVERIFY(!BackupLayout::createFolder(target.path(), time));
     QCOMPARE(entriesOf(target.path()).size(), before);
+}
+
+// The path of the parent is as long as the system allows, or nearly so.
+void TestBackup::aFolderThatCannotBeCreatedIsTold()
+{
+#ifdef Q_OS_LINUX
+    const QTemporaryDir root;
+    QString parent = root.path();
+    while (parent.size() < 4'080)
+        parent += u'/' + QString(std::min(qsizetype(200), 4'080 - parent.size()), u'x');
+    QVERIFY(QDir().mkpath(parent));
+    expectWarning(u"^Backup failed: "_s);
+    const BackupResult result = BackupService().backupTo(parent);
+    QVERIFY(!result.ok);
+    QVERIFY(result.message.startsWith(u"无法创建备份目录："_s + parent + u"/brixa_backup_"_s));
+    QCOMPARE(entriesOf(parent), QStringList());
+#endif
 }
 
 void TestBackup::unusableTargetsAreRefused_data()
@@ -274,6 +292,8 @@ void TestBackup::unusableTargetsAreRefused_data()
         << AppPaths::exportsDir() + u"/../voucher_assets/"_s;
     QTest::newRow("inside the voucher folder") << AppPaths::voucherAssetsDir() + u"/2025/01"_s;
     QTest::newRow("inside it by a link") << AppPaths::exportsDir() + u"/link/01"_s;
+    QTest::newRow("inside it by the parent of a link's target")
+        << AppPaths::exportsDir() + u"/link/.."_s;
 }
 
 void TestBackup::unusableTargetsAreRefused()
@@ -348,6 +368,22 @@ void TestBackup::aTimeThatCannotBeNotedDoesNotUndoTheBackup()
     QVERIFY(result.ok);
     QCOMPARE(result.message, u"备份完成但备份时间未能写入档案"_s);
     QVERIFY(BackupService::validateBackup(result.folder).ok);
+}
+
+// The text of the path alone points into the voucher folder.
+void TestBackup::aPathIsTakenAsTheSystemTakesIt()
+{
+#ifdef Q_OS_UNIX
+    const QTemporaryDir elsewhere;
+    QVERIFY(QDir(elsewhere.path()).mkdir(u"inner"_s));
+    const QString link = AppPaths::voucherAssetsDir() + u"/link"_s;
+    QVERIFY(QFile::link(elsewhere.filePath(u"inner"_s), link));
+    expectWarning(u"^Not copied, a link to a folder: "_s);
+    const BackupResult result = BackupService().backupTo(link + u"/.."_s);
+    QVERIFY2(result.ok, qUtf8Printable(result.message));
+    QCOMPARE(QFileInfo(result.folder).path(), elsewhere.path());
+    QCOMPARE(entriesOf(AppPaths::voucherAssetsDir()), QStringList { u"link"_s });
+#endif
 }
 
 void TestBackup::theProgressCountsEveryFile()
@@ -449,6 +485,7 @@ void TestBackup::thePreviewTellsWhatIsInside()
     QVERIFY(BackupSample::fill(u"甲公司"_s));
     const QTemporaryDir target;
     const BackupResult result = BackupService().backupTo(target.path());
+    QVERIFY2(result.ok, qUtf8Printable(result.message));
     const BackupPreview preview = BackupService::inspect(result.folder);
     QVERIFY(preview.ok);
     QCOMPARE(preview.warnings, QStringList());
@@ -472,6 +509,7 @@ void TestBackup::thePreviewLeavesTheFolderAsItIs()
 {
     const QTemporaryDir target;
     const BackupResult result = BackupService().backupTo(target.path());
+    QVERIFY2(result.ok, qUtf8Printable(result.message));
     // A database that asks for a log is the one that could leave one behind.
     const QString database = result.folder + u"/brixa.db"_s;
     QCOMPARE(TestDatabase::rowOfFile(database, u"PRAGMA journal_mode = WAL"_s), u"wal"_s);
@@ -517,4 +555,39 @@ void TestBackup::thePreviewWarns()
     QVERIFY2(
         preview.warnings.value(0).startsWith(warning), qUtf8Printable(preview.warnings.value(0)));
     QCOMPARE(preview.entries.has_value(), soundDatabase);
+}
+
+void TestBackup::thePreviewWarnsOfALog()
+{
+    const QTemporaryDir target;
+    const BackupResult result = BackupService().backupTo(target.path());
+    QVERIFY(result.ok);
+    QVERIFY(put(result.folder + u"/brixa.db-wal"_s, "entries"));
+    QVERIFY(put(result.folder + u"/brixa.db-journal"_s, QByteArray("")));
+    QCOMPARE(BackupService::inspect(result.folder).warnings,
+        QStringList { u"备份中的数据库带有未合并的日志，其中的内容不会被恢复：brixa.db-wal"_s });
+}
+
+void TestBackup::thePreviewWarnsOfOtherDatabases_data()
+{
+    QTest::addColumn<QString>("script");
+    QTest::addColumn<QString>("warning");
+    QTest::newRow("a newer one")
+        << u"PRAGMA user_version = 4"_s
+        << u"备份由更新版本的软件生成，恢复后部分内容可能无法显示或使用。"_s;
+    QTest::newRow("one without a table")
+        << u"DROP TABLE documents"_s << u"备份中的数据库无法使用：不是本软件的数据库"_s;
+    QTest::newRow("an older one without a table")
+        << u"DROP TABLE documents; PRAGMA user_version = 2"_s
+        << u"备份中的部分数据表无法读取，备份可能不完整。"_s;
+}
+
+void TestBackup::thePreviewWarnsOfOtherDatabases()
+{
+    QFETCH(QString, script);
+    const QTemporaryDir target;
+    const BackupResult result = BackupService().backupTo(target.path());
+    QVERIFY(result.ok);
+    QCOMPARE(TestDatabase::runOnFile(result.folder + u"/brixa.db"_s, script), QString());
+    QTEST(BackupService::inspect(result.folder).warnings.join(u'|'), "warning");
 }

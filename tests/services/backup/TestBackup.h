@@ -19,12 +19,14 @@ private slots:
     void theFolderMayHaveAnyName();
     void twoBackupsInOneSecondAreTwo();
     void takenNamesEndTheSearch();
+    void aFolderThatCannotBeCreatedIsTold();
     void unusableTargetsAreRefused_data();
     void unusableTargetsAreRefused();
     void failuresLeaveNothingBehind_data();
     void failuresLeaveNothingBehind();
     void aFullDiskLeavesNothingBehind();
     void aTimeThatCannotBeNotedDoesNotUndoTheBackup();
+    void aPathIsTakenAsTheSystemTakesIt();
     void theProgressCountsEveryFile();
     void foldersAreCopiedOverOthers();
     void whatIsInTheWayIsTold_data();
@@ -35,4 +37,7 @@ private slots:
     void thePreviewLeavesTheFolderAsItIs();
     void thePreviewWarns_data();
     void thePreviewWarns();
+    void thePreviewWarnsOfALog();
+    void thePreviewWarnsOfOtherDatabases_data();
+    void thePreviewWarnsOfOtherDatabases();
 };

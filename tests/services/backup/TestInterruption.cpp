@@ -130,6 +130,26 @@ void TestInterruption::aFailedRestoreLeavesTheOldAndSaysWhy()
     }
 }
 
+void TestInterruption::aDiskThatBreaksLeavesTheOldOrTheNew()
+{
+    REQUIRE_HELPER;
+    const QList<Outcome> outcomes = run(u"break"_s, u"restore"_s);
+    QVERIFY(outcomes.size() > fewestSteps);
+    bool closed = false;
+    for (qsizetype step = 0; step < outcomes.size(); ++step) {
+        const Outcome& outcome = outcomes[step];
+        VERIFY_OUTCOME(outcome.isSound());
+        VERIFY_OUTCOME(outcome.succeeded() ? outcome.isNew() : outcome.isOld());
+        VERIFY_OUTCOME(outcome.succeeded() == outcome.message().isEmpty());
+        if (outcome.afterwards() != u"closed"_s)
+            VERIFY_OUTCOME(outcome.afterwards() == outcome.content());
+        else if (outcome.message().contains(u"/restore_swap/old"_s))
+            closed = true;
+    }
+    QVERIFY2(closed, "the message names the folder that keeps the old data");
+    QVERIFY(outcomes.last().isNew());
+}
+
 void TestInterruption::aKilledBackupIsWholeOrNone()
 {
     REQUIRE_HELPER;

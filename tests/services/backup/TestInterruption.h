@@ -11,6 +11,7 @@ private slots:
     void aRestoreKilledByChanceLeavesTheOldOrTheNew();
     void aKilledRepairIsRepaired();
     void aFailedRestoreLeavesTheOldAndSaysWhy();
+    void aDiskThatBreaksLeavesTheOldOrTheNew();
     void aKilledBackupIsWholeOrNone();
     void aFailedBackupLeavesNothing();
 };

@@ -143,6 +143,19 @@ void TestRestore::aBackupWithoutVoucherFolderGivesAnEmptyOne()
     QCOMPARE(ProfileDao().load().companyName, u"新"_s);
 }
 
+// The folder goes away with the data that the backup replaces.
+void TestRestore::aBackupAmongTheLiveVouchersIsRefused()
+{
+    const QString moved = AppPaths::voucherAssetsDir() + u"/backup"_s;
+    QVERIFY(QFile::rename(m_backup, moved));
+    const auto before = BackupSample::tree(AppPaths::dataDir()).keys();
+    expectWarning(u"^Restore refused: "_s);
+    const RestoreResult result = BackupService().restoreFrom(moved);
+    QVERIFY(!result.ok && result.databaseOpen);
+    QCOMPARE(result.message, u"备份目录位于凭证文件夹内，请先将其移到其他位置："_s + moved);
+    QCOMPARE(BackupSample::tree(AppPaths::dataDir()).keys(), before);
+}
+
 void TestRestore::aLinkedVoucherFolderKeepsItsTarget()
 {
 #ifdef Q_OS_UNIX
@@ -185,6 +198,10 @@ void TestRestore::unfitDatabasesChangeNothing_data()
         << u"PRAGMA user_version = 0"_s << u"：不是本软件的数据库$"_s;
     QTest::newRow("without the profile table")
         << u"DROP TABLE company_profile"_s << u"：不是本软件的数据库$"_s;
+    QTest::newRow("without the ledger")
+        << u"DROP TABLE transactions"_s << u"：不是本软件的数据库$"_s;
+    QTest::newRow("newer and without the ledger")
+        << u"DROP TABLE transactions; PRAGMA user_version = 4"_s << u"：不是本软件的数据库$"_s;
     QTest::newRow("without the profile")
         << u"DELETE FROM company_profile"_s << u"：公司档案无法读取$"_s;
 }

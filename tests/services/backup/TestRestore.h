@@ -15,6 +15,7 @@ private slots:
     void olderVersionsAreBroughtUpToDate_data();
     void olderVersionsAreBroughtUpToDate();
     void aBackupWithoutVoucherFolderGivesAnEmptyOne();
+    void aBackupAmongTheLiveVouchersIsRefused();
     void aLinkedVoucherFolderKeepsItsTarget();
     void anotherReaderDoesNotMixTheData();
     void unfitDatabasesChangeNothing_data();

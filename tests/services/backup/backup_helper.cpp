@@ -2,6 +2,7 @@
 // at each of their system calls in turn, and tells what is found afterwards.
 //
 //   backup_helper kill|fail backup|restore     every step, one line each
+//   backup_helper break restore                from every step on, nothing works any more
 //   backup_helper chance restore               killed at random times
 //   backup_helper repair restore               both the restore and its repair killed
 //
@@ -178,7 +179,9 @@ void reset(const Stage& stage)
 void print(int step, const QByteArray& told, const QByteArray& found)
 {
     static QTextStream out(stdout);
-    out << step << '\t' << QString::fromUtf8(told) << '\t' << QString::fromUtf8(found) << Qt::endl;
+    const auto oneLine
+        = [](const QByteArray& text) { return QString::fromUtf8(text).replace(u'\n', u' '); };
+    out << step << '\t' << oneLine(told) << '\t' << oneLine(found) << Qt::endl;
 }
 
 using Disturbed = QString (*)(const Stage&, Effect, int);
@@ -250,6 +253,8 @@ int main(int argc, char** argv)
         repairToo(stage);
     else
         everyStep(stage, restore ? disturbedRestore : disturbedBackup,
-            mode == u"kill"_s ? Effect::Kill : Effect::Fail);
+            mode == u"kill"_s        ? Effect::Kill
+                : mode == u"break"_s ? Effect::FailFromThere
+                                     : Effect::Fail);
     return 0;
 }
