@@ -31,13 +31,4 @@ private slots:
     void foldersAreCopiedOverOthers();
     void whatIsInTheWayIsTold_data();
     void whatIsInTheWayIsTold();
-    void invalidFoldersAreRefused_data();
-    void invalidFoldersAreRefused();
-    void thePreviewTellsWhatIsInside();
-    void thePreviewLeavesTheFolderAsItIs();
-    void thePreviewWarns_data();
-    void thePreviewWarns();
-    void thePreviewWarnsOfALog();
-    void thePreviewWarnsOfOtherDatabases_data();
-    void thePreviewWarnsOfOtherDatabases();
 };
