@@ -31,10 +31,8 @@ bool writeAndCommit(QSaveFile& file, const QByteArray& bytes)
 bool write(const QString& path, const QByteArray& bytes, QString* error)
 {
     QSaveFile file(path);
-    if (writeAndCommit(file, bytes)) {
-        makeNameDurable(path);
+    if (writeAndCommit(file, bytes))
         return true;
-    }
     if (error)
         *error = file.errorString();
     return false;

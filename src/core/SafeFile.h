@@ -11,8 +11,8 @@ namespace SafeFile {
 [[nodiscard]] bool write(const QString& path, const QByteArray& bytes, QString* error = nullptr);
 
 /// Makes the new name of a file that was created or renamed survive a power failure: some file
-/// systems would keep a row of the database and lose the file that it names. Best effort; nothing
-/// to do on systems whose renames are durable.
+/// systems would keep a row of the database and lose the file that it names. For files that rows
+/// name; an export can simply be made again. Best effort.
 void makeNameDurable(const QString& path);
 
 } // namespace SafeFile

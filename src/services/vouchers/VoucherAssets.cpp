@@ -66,8 +66,11 @@ VoucherCopy::VoucherCopy(const QByteArray& content, const QString& extension)
     // Someone may have tidied the folder away since the start; if it cannot be made, writing fails.
     QDir().mkpath(AppPaths::voucherAssetsDir());
     QString reason;
-    m_written = SafeFile::write(AppPaths::dataDir() + u'/' + m_storedPath, content, &reason);
-    if (!m_written)
+    const QString path = AppPaths::dataDir() + u'/' + m_storedPath;
+    m_written = SafeFile::write(path, content, &reason);
+    if (m_written)
+        SafeFile::makeNameDurable(path);
+    else
         qWarning("The voucher file %s could not be written: %s", qUtf8Printable(m_storedPath),
             qUtf8Printable(reason));
 }
