@@ -11,6 +11,7 @@
 #include <QHash>
 
 #include <algorithm>
+#include <iterator>
 
 namespace TodoList {
 
@@ -26,6 +27,14 @@ QList<Decision> decisionsOf(
     for (const DocumentRecord& document : documents)
         decisions += { document, covered.value(document.id) };
     return decisions;
+}
+
+QList<DocumentRecord> ofType(const QList<DocumentRecord>& documents, DocType type)
+{
+    QList<DocumentRecord> chosen;
+    std::copy_if(documents.begin(), documents.end(), std::back_inserter(chosen),
+        [type](const DocumentRecord& document) { return document.docType == type; });
+    return chosen;
 }
 
 QDate latestDate(const QList<DocumentRecord>& documents)
@@ -61,9 +70,10 @@ Facts readFacts(QDate today)
     facts.coveredIds = links.fundDecisionTransactionIds();
     facts.entriesLastYear = figures.entryCount(lastYear.from, lastYear.to);
     facts.hasAnnualDecisionLastYear = documents.existsAnnualForYear(lastYear.from.year());
-    facts.latestIndependenceStatement = latestDate(documents.list(DocType::IndependenceStatement));
+    const QList<DocumentRecord> archive = documents.listWithoutContent();
+    facts.latestIndependenceStatement = latestDate(ofType(archive, DocType::IndependenceStatement));
     facts.fundDecisions
-        = decisionsOf(documents.list(DocType::FundDecision), figures.fundDecisionSums());
+        = decisionsOf(ofType(archive, DocType::FundDecision), figures.fundDecisionSums());
     facts.ownerBalanceFen = figures.ownerBalanceFen({}, today);
     facts.unlinkedVouchers = vouchers.countUnlinked();
     if (facts.profile.largeAmountFen > 0)
