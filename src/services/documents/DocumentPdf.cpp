@@ -4,7 +4,9 @@
 #include "services/documents/DocumentLayout.h"
 
 #include <QBuffer>
+#include <QCryptographicHash>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QPageLayout>
 #include <QPainter>
@@ -48,6 +50,27 @@ void paintFooter(QPainter& painter, const QSizeF& sheet, int page, int pages)
         Qt::AlignHCenter | Qt::AlignBottom,
         u"本文书由 Brixa本地生成，第 %1 页 / 共 %2 页"_s.arg(
             QString::number(page), QString::number(pages)));
+}
+
+// What a PDF carries to tell which text it shows, in plain bytes.
+QByteArray identityOf(const QString& html)
+{
+    return "DocumentID=\"sha256:"
+        + QCryptographicHash::hash(html.toUtf8(), QCryptographicHash::Sha256).toHex() + '"';
+}
+
+QByteArray metadata(const QString& html, const QString& title)
+{
+    return "<?xpacket begin=\"\" id=\"W5M0MpCehiHzreSzNTczkc9d\"?>"
+           "<x:xmpmeta xmlns:x=\"adobe:ns:meta/\">"
+           "<rdf:RDF xmlns:rdf=\"http://www.w3.org/1999/02/22-rdf-syntax-ns#\">"
+           "<rdf:Description rdf:about=\"\" xmlns:xmpMM=\"http://ns.adobe.com/xap/1.0/mm/\" xmpMM:"
+        + identityOf(html)
+        + " xmlns:dc=\"http://purl.org/dc/elements/1.1/\"><dc:title><rdf:Alt>"
+          "<rdf:li xml:lang=\"x-default\">"
+        + title.toHtmlEscaped().toUtf8()
+        + "</rdf:li></rdf:Alt></dc:title></rdf:Description></rdf:RDF></x:xmpmeta>"
+          "<?xpacket end=\"r\"?>";
 }
 
 // The numbers, from 0, of the pages in the order in which they leave the printer.
@@ -99,6 +122,7 @@ QByteArray render(const QString& html, const QString& title)
     writer.setResolution(dotsPerInch);
     writer.setCreator(u"Brixa"_s);
     writer.setTitle(title);
+    writer.setDocumentXmpMetadata(metadata(html, title));
     writer.setPageLayout(pageLayout());
     QPainter painter;
     if (!buffer.open(QIODevice::WriteOnly) || !painter.begin(&writer))
@@ -125,6 +149,12 @@ bool exportPdf(const QString& html, const QString& path, QString* error)
     if (error)
         *error = cannotWrite(path);
     return false;
+}
+
+bool isOf(const QString& path, const QString& html)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && file.readAll().contains(identityOf(html));
 }
 
 QString titleOf(const QString& path)
