@@ -52,25 +52,12 @@ void paintFooter(QPainter& painter, const QSizeF& sheet, int page, int pages)
             QString::number(page), QString::number(pages)));
 }
 
-// What a PDF carries to tell which text it shows, in plain bytes.
+// The last line of a PDF, a comment: it tells which text the file shows, and stands there only as
+// long as nobody has added a signature or a note.
 QByteArray identityOf(const QString& html)
 {
-    return "DocumentID=\"sha256:"
-        + QCryptographicHash::hash(html.toUtf8(), QCryptographicHash::Sha256).toHex() + '"';
-}
-
-QByteArray metadata(const QString& html, const QString& title)
-{
-    return "<?xpacket begin=\"\" id=\"W5M0MpCehiHzreSzNTczkc9d\"?>"
-           "<x:xmpmeta xmlns:x=\"adobe:ns:meta/\">"
-           "<rdf:RDF xmlns:rdf=\"http://www.w3.org/1999/02/22-rdf-syntax-ns#\">"
-           "<rdf:Description rdf:about=\"\" xmlns:xmpMM=\"http://ns.adobe.com/xap/1.0/mm/\" xmpMM:"
-        + identityOf(html)
-        + " xmlns:dc=\"http://purl.org/dc/elements/1.1/\"><dc:title><rdf:Alt>"
-          "<rdf:li xml:lang=\"x-default\">"
-        + title.toHtmlEscaped().toUtf8()
-        + "</rdf:li></rdf:Alt></dc:title></rdf:Description></rdf:RDF></x:xmpmeta>"
-          "<?xpacket end=\"r\"?>";
+    return "%sha256:" + QCryptographicHash::hash(html.toUtf8(), QCryptographicHash::Sha256).toHex()
+        + '\n';
 }
 
 // The numbers, from 0, of the pages in the order in which they leave the printer.
@@ -122,7 +109,6 @@ QByteArray render(const QString& html, const QString& title)
     writer.setResolution(dotsPerInch);
     writer.setCreator(u"Brixa"_s);
     writer.setTitle(title);
-    writer.setDocumentXmpMetadata(metadata(html, title));
     writer.setPageLayout(pageLayout());
     QPainter painter;
     if (!buffer.open(QIODevice::WriteOnly) || !painter.begin(&writer))
@@ -135,7 +121,7 @@ QByteArray render(const QString& html, const QString& title)
         layout.paint(painter, page);
         paintFooter(painter, sheet, page + 1, layout.pageCount());
     }
-    return painter.end() ? bytes : QByteArray();
+    return painter.end() ? bytes + identityOf(html) : QByteArray();
 }
 
 bool exportPdf(const QString& html, const QString& path, QString* error)
@@ -154,7 +140,7 @@ bool exportPdf(const QString& html, const QString& path, QString* error)
 bool isOf(const QString& path, const QString& html)
 {
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) && file.readAll().contains(identityOf(html));
+    return file.open(QIODevice::ReadOnly) && file.readAll().endsWith(identityOf(html));
 }
 
 QString titleOf(const QString& path)
