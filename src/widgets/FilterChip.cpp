@@ -43,7 +43,8 @@ FilterChip::FilterChip(const QString& text, QWidget* parent)
 
 QSize FilterChip::sizeHint() const
 {
-    const int textWidth = QFontMetrics(chipFont(this)).horizontalAdvance(text());
+    // One more than measured: a width rounded down would shorten the text.
+    const int textWidth = QFontMetrics(chipFont(this)).horizontalAdvance(text()) + 1;
     return { 2 * sidePadding + std::min(textWidth, widestText) + gap + crossSize, chipHeight };
 }
 

@@ -23,15 +23,16 @@ struct Button {
     Action action;
     QStringView icon;
     QStringView toolTip;
-    Token ink;
+    Token hoverInk;
 };
 
 constexpr auto buttons = std::to_array<Button>({
-    { Action::Edit, u"edit", u"编辑该笔流水", Token::TextSecondary },
-    { Action::Document, u"documents", u"生成公私资金往来决定书", Token::TextSecondary },
+    { Action::Edit, u"edit", u"编辑该笔流水", Token::Link },
+    { Action::Document, u"documents", u"生成公私资金往来决定书", Token::Link },
     { Action::Delete, u"trash", u"删除该笔流水", Token::DangerText },
 });
 
+constexpr int buttonSize = 28;
 constexpr int iconSize = 16;
 constexpr int clipSize = 14;
 
@@ -87,11 +88,13 @@ void LedgerCellDelegate::paintActions(
     for (std::size_t i = 0; i < buttons.size(); ++i) {
         const Button& button = buttons.at(i);
         const QRect part = partOf(option.rect, i);
-        if (cellIsHovered && m_hoveredAction == button.action)
+        const bool hovered = cellIsHovered && m_hoveredAction == button.action;
+        if (hovered)
             Painting::drawSurface(
                 *painter, centred(part, buttonSize), Token::BgCard, Token::BorderStrong);
-        painter->drawPixmap(
-            centred(part, iconSize), Icons::pixmap(button.icon, button.ink, iconSize, dpr));
+        painter->drawPixmap(centred(part, iconSize),
+            Icons::pixmap(
+                button.icon, hovered ? button.hoverInk : Token::TextSecondary, iconSize, dpr));
     }
 }
 

@@ -16,8 +16,7 @@ public:
 
     using RowDelegate::RowDelegate;
 
-    static constexpr int buttonSize = 28;
-    static constexpr int actionsWidth = 3 * 32 + 8;
+    static constexpr int actionsWidth = 3 * 28;
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
         const QModelIndex& index) const override;

@@ -18,19 +18,19 @@ struct ColumnWidth {
     int share; // of what is left over
 };
 
-// In the order of the columns, for 13 px text.
+// In the order of the columns, for 13 px text; the heads keep room for the arrow of the sorting.
 constexpr auto widths = std::to_array<ColumnWidth>({
-    { 92, 0 },
-    { 104, 5 },
-    { 52, 0 },
-    { 116, 0 },
-    { 80, 0 },
-    { 84, 4 },
-    { 80, 0 },
-    { 84, 3 },
-    { 76, 3 },
+    { 86, 0 },
+    { 80, 5 },
     { 56, 0 },
-    { 104, 0 },
+    { 108, 0 },
+    { 80, 0 },
+    { 80, 4 },
+    { 80, 0 },
+    { 64, 3 },
+    { 80, 3 },
+    { 56, 0 },
+    { 92, 0 },
     { LedgerCellDelegate::actionsWidth, 0 },
 });
 static_assert(widths.size() == LedgerModel::ColumnCount);

@@ -87,11 +87,16 @@ void LedgerFilterCard::buildFields()
         line->setSpacing(8);
         m_card->body()->addLayout(line);
     }
+    // Wide windows do not need wide fields.
+    m_owner->setMaximumWidth(200);
+    m_category->setMaximumWidth(320);
+    m_keyword->setMaximumWidth(520);
     addField(first, u"交易日期"_s, m_range);
-    addField(first, u"本方账户"_s, m_owner, 2);
-    addField(first, u"分类"_s, m_category, 3);
+    addField(first, u"本方账户"_s, m_owner, 20);
+    addField(first, u"分类"_s, m_category, 30);
+    first->addStretch(1);
     addField(second, u"风险等级"_s, m_risk);
-    addField(second, u"关键字"_s, m_keyword, 1);
+    addField(second, u"关键字"_s, m_keyword, 50);
 
     QPushButton* search = makeButton(u"查询"_s, ButtonRole::Primary, m_card);
     search->setObjectName(u"search"_s);
@@ -100,6 +105,7 @@ void LedgerFilterCard::buildFields()
     second->addSpacing(8);
     second->addWidget(search);
     second->addWidget(reset);
+    second->addStretch(1);
     connect(search, &QPushButton::clicked, this, &LedgerFilterCard::searchRequested);
     connect(reset, &QPushButton::clicked, this, &LedgerFilterCard::resetRequested);
 }

@@ -179,7 +179,8 @@ int LedgerModel::columnCount(const QModelIndex& parent) const
 
 QVariant LedgerModel::data(const QModelIndex& index, int role) const
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+    // Qt's own views ask for cells that are not there.
+    if (!index.isValid())
         return {};
     const Transaction& entry = m_entries.at(index.row());
     switch (role) {

@@ -58,9 +58,9 @@ LedgerPage::LedgerPage(QWidget* parent)
     : IPage(u"公私资金台账"_s, parent)
     , m_model(new LedgerModel(this))
     , m_filters(new LedgerFilterCard(this))
-    , m_chips(new FilterChips(this))
     , m_problem(hiddenBanner(BannerKind::Warning, this))
     , m_unreadable(hiddenBanner(BannerKind::Danger, this))
+    , m_chips(new FilterChips(this))
 {
     setObjectName(u"LedgerPage"_s);
     m_problem->setObjectName(u"filterProblem"_s);

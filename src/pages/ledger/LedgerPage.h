@@ -67,9 +67,9 @@ private:
 
     LedgerModel* m_model;
     LedgerFilterCard* m_filters;
-    FilterChips* m_chips;
     Banner* m_problem;
     Banner* m_unreadable;
+    FilterChips* m_chips;
     QStackedWidget* m_body = nullptr;
     LedgerTable* m_table = nullptr;
     EmptyState* m_empty = nullptr;
