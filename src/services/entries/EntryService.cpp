@@ -12,7 +12,10 @@ namespace EntryService {
 
 namespace {
 
-const QString entryIsGone = u"该流水可能已被删除。"_s;
+QString entryIsGone()
+{
+    return u"该流水可能已被删除。"_s;
+}
 
 // Stores the entry and sets the id of a new one; the reason in Chinese when that fails.
 QString write(Transaction& entry)
@@ -21,7 +24,7 @@ QString write(Transaction& entry)
     const bool isNew = entry.id <= 0;
     // Changing a row that is gone would succeed and write nothing.
     if (!isNew && !entries.findById(entry.id))
-        return entryIsGone;
+        return entryIsGone();
     if (isNew ? entries.insert(entry) : entries.update(entry))
         return {};
     return u"流水写入失败，请重试。\n原因：%1"_s.arg(entries.lastError());
@@ -55,7 +58,6 @@ SaveResult save(const Transaction& entry, const QList<qint64>& addedVoucherIds,
     if (!changeLinks(stored.id, addedVoucherIds, removedVoucherIds))
         return { .message = u"凭证关联写入失败，请重试。"_s };
     if (!transaction.commit()) {
-        qWarning("Transaction commit failed: %s", qUtf8Printable(transaction.lastError()));
         const bool hasLinks = !addedVoucherIds.isEmpty() || !removedVoucherIds.isEmpty();
         return { .message
             = hasLinks ? u"凭证关联提交失败，请重试。"_s : u"事务提交失败，请重试。"_s };
@@ -70,7 +72,7 @@ ReviewResult review(qint64 entryId, std::optional<RiskLevel> level, const QStrin
         return { .message = problem };
     TransactionDao entries;
     if (!entries.findById(entryId))
-        return { .message = entryIsGone };
+        return { .message = entryIsGone() };
     if (!entries.setManualOverride(entryId, level, note.trimmed()))
         return { .message = u"复核结果写入失败，请重试。\n原因：%1"_s.arg(entries.lastError()) };
     return { .ok = true };
