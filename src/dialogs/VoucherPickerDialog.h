@@ -5,6 +5,8 @@
 #include <QList>
 #include <QSet>
 
+class VoucherPickerModel;
+
 /// Lets the user tick archived vouchers that are to be added to something.
 class VoucherPickerDialog final : public FormDialog {
     Q_OBJECT
@@ -15,4 +17,7 @@ public:
 
     /// The ticked vouchers in the order of the table, shown by the search or not.
     QList<qint64> selectedIds() const;
+
+private:
+    VoucherPickerModel* m_model;
 };
