@@ -1,3 +1,4 @@
+#include "core/AppPaths.h"
 #include "db/ProjectDao.h"
 #include "db/TransactionDao.h"
 #include "dialogs/transaction/TransactionDialog.h"
@@ -5,6 +6,7 @@
 #include "support/InputMethod.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
+#include "support/TestFile.h"
 #include "support/TestLedger.h"
 #include "widgets/AmountField.h"
 #include "widgets/Banner.h"
@@ -112,6 +114,8 @@ private slots:
         addCase("date", u"transDate"_s, u"2025-02-30"_s, u"请选择交易日期"_s);
         addCase(
             "amount", u"amount"_s, u"100000000"_s, u"金额必须大于 0 且不超过 99,999,999.99 元"_s);
+        addCase(
+            "emptied amount", u"amount"_s, u""_s, u"金额必须大于 0 且不超过 99,999,999.99 元"_s);
         addCase("summary", u"summary"_s, QString(65, u'款'), u"摘要需 2–64 个字"_s);
         addCase("counterparty", u"counterpartyName"_s, u" "_s, u"请填写对方名称"_s);
         addCase("note", u"note"_s, QString(501, u'备'), u"备注最多 500 个字"_s);
@@ -129,7 +133,7 @@ private slots:
         if (auto* area = part<QPlainTextEdit>(dialog, field))
             area->setPlainText(value);
         else if (auto* amount = part<AmountField>(dialog, field))
-            amount->setValue(value.toDouble());
+            amount->findChild<QLineEdit*>()->setText(value);
         else
             part<QLineEdit>(dialog, field)->setText(value);
         QVERIFY(preview(dialog).endsWith(u"\n（请先完善必填项，预演结果随填写更新）"_s));
@@ -305,26 +309,57 @@ private slots:
                 u"关联项目"_s, u"对方名称"_s, u"对方账户类型"_s, u"摘要"_s, u"备注"_s }));
     }
 
-    void droppedFilesAreTakenByTheVoucherDialog()
+    void pickedVouchersAreAttachedAndMarkedOnesKept()
     {
+        const qint64 id = addLargeEntry();
+        QVERIFY(TestLedger::addVoucher(id) > 0 && TestLedger::addVoucher(0) > 0);
+        QCOMPARE(
+            TestDatabase::run({ u"UPDATE vouchers SET stored_path = 'voucher_assets/a.pdf'"_s }),
+            QString());
+        TransactionDialog dialog(id);
+        dialog.show();
+        press(dialog, u"移除关联"_s);
+        ModalAnswerer answers([](QDialog* picker) {
+            press(*picker, u"全选当前列表"_s);
+            press(*picker, u"确定添加"_s);
+        });
+        press(dialog, u"添加已归档凭证…"_s);
+        const QString line = u"[其他] 回单  2025-01-01|"_s;
+        QCOMPARE(vouchers(dialog),
+            (QStringList { line + u"已关联"_s, line + u"新增关联（保存后生效）"_s }));
+        press(dialog, u"保存"_s);
+        QCOMPARE(linkCount(), 2);
+    }
+
+    void droppedFilesAreArchivedAndStayThereWhenTheEntryIsNot()
+    {
+        const QString file = AppPaths::dataDir() + u"/三月回单.png"_s;
+        QVERIFY(TestFile::put(file, "picture"));
         TransactionDialog dialog(qint64(0));
         dialog.show();
         QVERIFY(QTest::qWaitForWindowActive(&dialog));
-        QSignalSpy offered(dialog.findChild<FileIntake*>(), &FileIntake::offered);
-        ModalAnswerer answers(u"取消"_s);
+        ModalAnswerer answers(u"保存入库"_s);
+        answers.expectButton(u"确定"_s);
+        auto* note = part<QPlainTextEdit>(dialog, u"note"_s);
         QMimeData files;
-        files.setUrls({ QUrl::fromLocalFile(u"/tmp/回单.pdf"_s) });
+        files.setUrls({ QUrl::fromLocalFile(file) });
         const Qt::DropActions actions = Qt::MoveAction | Qt::CopyAction;
         QDragEnterEvent enter({ 20, 8 }, actions, &files, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(part<QWidget>(dialog, u"note"_s), &enter);
+        QApplication::sendEvent(note, &enter);
         QDropEvent drop({ 20, 8 }, actions, &files, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(part<QWidget>(dialog, u"note"_s), &drop);
-        QTRY_COMPARE(offered.size(), 1);
-        QCOMPARE(offered.at(0).at(0).toStringList(), QStringList { u"/tmp/回单.pdf"_s });
-        QCOMPARE(drop.dropAction(), Qt::CopyAction);
-        QCOMPARE(part<QPlainTextEdit>(dialog, u"note"_s)->toPlainText(), QString());
+        QApplication::sendEvent(note, &drop);
+        QVERIFY2(drop.dropAction() == Qt::CopyAction, "the sender keeps its file");
+        QTRY_COMPARE(vouchers(dialog).size(), 1);
+        QVERIFY(vouchers(dialog).at(0).contains(u"三月回单"_s));
+        QCOMPARE(note->toPlainText(), QString());
 
         QTRY_VERIFY(!QApplication::activeModalWidget());
+        answers.expectButton(u"放弃修改"_s);
+        press(dialog, u"取消"_s);
+        QTRY_VERIFY(!dialog.isVisible());
+        QVERIFY(answers.seen().constLast().text.contains(u"刚才入库的 1 个凭证会保留在凭证库中"_s));
+        QCOMPARE(TestDatabase::row(u"SELECT COUNT(*) FROM vouchers"_s), u"1"_s);
+        QCOMPARE(linkCount(), 0);
     }
 
     void aPastedPictureIsTakenByTheVoucherDialogAndTextIsNot()
@@ -340,6 +375,7 @@ private slots:
         QCOMPARE(summary->text(), u"设备款"_s);
 
         ModalAnswerer answers(u"取消"_s);
+        answers.expectButton(u"放弃修改"_s);
         QImage picture(4, 4, QImage::Format_RGB32);
         picture.fill(Qt::red);
         QGuiApplication::clipboard()->setImage(picture);
