@@ -3,6 +3,11 @@
 #include "db/Transaction.h"
 #include "dialogs/FormDialog.h"
 
+class AttachedVouchers;
+class EntryForm;
+class QScrollArea;
+class RiskPreviewPanel;
+
 /// Registers an entry of the fund ledger or edits one, together with its vouchers. Accepted only
 /// after the entry was saved and the ledger was re-evaluated.
 class TransactionDialog final : public FormDialog {
@@ -22,7 +27,25 @@ public slots:
     /// An entry that cannot be loaded is told in a box, and the dialog does not show.
     int exec() override;
 
+protected:
+    bool hasUnsavedInput() const override;
+    QString discardQuestion() const override;
+
 private:
-    Transaction m_entry;
+    TransactionDialog(const QString& title, const Transaction& entry, QWidget* parent);
+
+    QWidget* buildSections();
+    void buildButtons();
+    void onSave();
+    void onAddExistingVoucher();
+    void onAddNewVoucher(const QStringList& files);
+    void updatePreview();
+
+    Transaction m_entry; // what the form makes of the entry as it was opened
     bool m_isLoaded = true;
+    int m_importedVouchers = 0;
+    QScrollArea* m_sections;
+    EntryForm* m_form;
+    AttachedVouchers* m_vouchers;
+    RiskPreviewPanel* m_preview;
 };

@@ -19,16 +19,17 @@ struct ColumnWidth {
 };
 
 // In the order of the columns, for 13 px text; the heads keep room for the arrow of the sorting.
+// Those that give way do so until the buttons fit into the smallest window.
 constexpr auto widths = std::to_array<ColumnWidth>({
     { 86, 0 },
-    { 80, 5 },
+    { 72, 5 },
     { 56, 0 },
     { 108, 0 },
     { 80, 0 },
-    { 80, 4 },
+    { 60, 4 },
     { 80, 0 },
-    { 64, 3 },
-    { 80, 3 },
+    { 52, 3 },
+    { 58, 3 },
     { 56, 0 },
     { 92, 0 },
     { LedgerCellDelegate::actionsWidth, 0 },
