@@ -1,6 +1,8 @@
 #include "pages/PageFactory.h"
 
+#include "pages/dashboard/DashboardPage.h"
 #include "pages/ledger/LedgerPage.h"
+#include "pages/reports/ReportPage.h"
 #include "pages/SettingsPage.h"
 #include "pages/UpcomingPage.h"
 
@@ -13,7 +15,7 @@ IPage* createPage(PageId id, QWidget* parent)
     };
     switch (id) {
     case PageId::Dashboard:
-        return upcoming(u"首页看板"_s, u"风险提醒、待办事项和收支概览将在这里显示。"_s);
+        return new DashboardPage(parent);
     case PageId::Ledger:
         return new LedgerPage(parent);
     case PageId::Documents:
@@ -24,7 +26,7 @@ IPage* createPage(PageId id, QWidget* parent)
     case PageId::Vouchers:
         return upcoming(u"凭证归档"_s, u"银行回单、合同、发票等凭证文件将在这里归档。"_s);
     case PageId::Reports:
-        return upcoming(u"统计报表"_s, u"收支分类汇总和风险分布将在这里统计。"_s);
+        return new ReportPage(parent);
     case PageId::Settings:
         return new SettingsPage(parent);
     }
