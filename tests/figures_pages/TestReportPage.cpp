@@ -8,6 +8,7 @@
 #include "support/TestFile.h"
 #include "support/TestLedger.h"
 #include "widgets/Banner.h"
+#include "widgets/charts/BarChart.h"
 #include "widgets/charts/HBarChart.h"
 #include "widgets/charts/ShareBar.h"
 #include "widgets/SegmentedControl.h"
@@ -121,6 +122,9 @@ private slots:
         QCOMPARE(shown.rows(u"riskTable"_s).size(), 4);
         shown.choose(All);
         QCOMPARE(shown.rows(u"categoryTable"_s).size(), 4);
+        // An open range shows the time from the first entry to the last.
+        QCOMPARE(
+            shown.page.findChild<BarChart*>()->itemCount(), QDate::currentDate().year() - 2019);
         QCOMPARE(shown.card(u"笔数"_s)->foot(), u"时间范围没有起止日期，不作比较"_s);
         shown.choose(LastYear);
         QCOMPARE(shown.rows(u"categoryTable"_s), QStringList { u"合计,0,0.00,0.00,0.00"_s });
