@@ -45,13 +45,13 @@ QHash<qint64, QString> linesOf(TransactionDao& dao, const QList<qint64>& ids)
 
 LinkedEntries::LinkedEntries(QWidget* parent)
     : QWidget(parent)
-    , m_lines(new QListWidget(this))
+    , m_pick(makeButton(u"选择关联流水…"_s, ButtonRole::Default, this))
     , m_clear(makeButton(u"清空流水"_s, ButtonRole::Default, this))
+    , m_lines(new QListWidget(this))
 {
-    QPushButton* pick = makeButton(u"选择关联流水…"_s, ButtonRole::Default, this);
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(8);
-    buttons->addWidget(pick);
+    buttons->addWidget(m_pick);
     buttons->addWidget(m_clear);
     buttons->addStretch();
     m_lines->setObjectName(u"linkedEntries"_s);
@@ -64,7 +64,7 @@ LinkedEntries::LinkedEntries(QWidget* parent)
     column->setSpacing(8);
     column->addLayout(buttons);
     column->addWidget(m_lines, 1);
-    connect(pick, &QPushButton::clicked, this, &LinkedEntries::onPickTx);
+    connect(m_pick, &QPushButton::clicked, this, &LinkedEntries::onPickTx);
     connect(m_clear, &QPushButton::clicked, this, &LinkedEntries::onClearTx);
     setEntryIds({});
 }

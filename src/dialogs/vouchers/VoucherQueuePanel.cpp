@@ -41,10 +41,10 @@ bool takesTime(const QStringList& paths)
 VoucherQueuePanel::VoucherQueuePanel(QWidget* parent)
     : QWidget(parent)
     , m_model(new VoucherQueueModel(this))
-    , m_list(new QListView(this))
-    , m_stack(new QStackedWidget(this))
     , m_choose(makeButton(u"选择文件…（可多选）"_s, ButtonRole::Default, this))
     , m_remove(makeButton(u"移出队列"_s, ButtonRole::Default, this))
+    , m_stack(new QStackedWidget(this))
+    , m_list(new QListView(m_stack))
 {
     m_list->setObjectName(u"voucherQueue"_s);
     m_list->setAccessibleName(u"待入库文件"_s);

@@ -38,8 +38,8 @@ private:
     void update();
 
     VoucherQueueModel* m_model;
-    QListView* m_list;
-    QStackedWidget* m_stack;
     QPushButton* m_choose;
     QPushButton* m_remove;
+    QStackedWidget* m_stack;
+    QListView* m_list;
 };
