@@ -1,0 +1,116 @@
+#include "dialogs/TxPickerDialog.h"
+
+#include "db/TransactionDao.h"
+#include "dialogs/pickers/PickerPane.h"
+#include "dialogs/pickers/TxPickerModel.h"
+#include "widgets/RiskBadge.h"
+#include "widgets/RowDelegate.h"
+#include "widgets/TextRole.h"
+
+#include <QHeaderView>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QTableView>
+#include <QVBoxLayout>
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class RiskDelegate final : public RowDelegate {
+public:
+    RiskDelegate(const TxPickerModel* model, QObject* parent)
+        : RowDelegate(parent)
+        , m_model(model)
+    {
+    }
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+        const QModelIndex& index) const override
+    {
+        QStyleOptionViewItem ground = option;
+        initStyleOption(&ground, index);
+        paintGround(painter, ground);
+        const Transaction& entry = m_model->entryAt(index.row());
+        if (entry.riskLevel == RiskLevel::Normal)
+            return;
+        QFont font = option.font;
+        font.setPixelSize(12);
+        painter->setFont(font);
+        RiskBadge::paint(painter, option.rect.adjusted(padding, 0, -padding, 0), entry.riskLevel,
+            entry.riskManualOverride.has_value());
+    }
+
+private:
+    const TxPickerModel* m_model;
+};
+
+void layOutColumns(QTableView* table, const TxPickerModel* model)
+{
+    struct Width {
+        int column;
+        int pixels;
+    };
+    constexpr auto widths = std::to_array<Width>({
+        { TxPickerModel::Date, 104 },
+        { TxPickerModel::Summary, 240 },
+        { TxPickerModel::Counterparty, 180 },
+        { TxPickerModel::Amount, 130 },
+        { TxPickerModel::CategoryName, 150 },
+    });
+    for (const Width& width : widths)
+        table->setColumnWidth(width.column, width.pixels);
+    table->horizontalHeader()->setSectionResizeMode(TxPickerModel::Summary, QHeaderView::Stretch);
+    table->setColumnWidth(TxPickerModel::Risk, 112);
+    table->setItemDelegateForColumn(TxPickerModel::Risk, new RiskDelegate(model, table));
+}
+
+PickerPane::Texts textsFor(const QString& error)
+{
+    PickerPane::Texts texts { .tableName = u"资金流水"_s,
+        .searchHint = u"搜索摘要、对方名称、日期或金额"_s,
+        .countPattern = u"已选 %1 笔"_s,
+        .iconName = u"ledger"_s,
+        .emptyTitle = u"还没有流水"_s,
+        .emptyText = u"先在资金台账中登记流水，再来关联。"_s };
+    if (!error.isEmpty()) {
+        texts.emptyTitle = u"流水读取失败"_s;
+        texts.emptyText = error;
+    }
+    return texts;
+}
+
+} // namespace
+
+TxPickerDialog::TxPickerDialog(const QList<qint64>& chosen, QWidget* parent)
+    : FormDialog(u"选择关联流水（可多选）"_s, parent)
+{
+    setObjectName(u"TxPickerDialog"_s);
+    TransactionDao entries;
+    m_model = new TxPickerModel(entries.search({}), this);
+    m_model->setTicked({ chosen.begin(), chosen.end() });
+
+    auto* hint = new QLabel(u"勾选需要关联的流水，可跨页全选当前列表："_s, this);
+    hint->setTextFormat(Qt::PlainText);
+    setTextRole(hint, TextRole::Hint);
+    body()->addWidget(hint);
+    auto* pane = new PickerPane(m_model, textsFor(entries.lastError()), this);
+    layOutColumns(pane->table(), m_model);
+    body()->addWidget(pane, 1);
+
+    addRejectButton(u"取消"_s);
+    QPushButton* choose = addPrimaryButton(u"确定选择"_s);
+    // Nothing ticked in a list that could not be read is no choice.
+    choose->setEnabled(entries.lastError().isEmpty());
+    connect(choose, &QPushButton::clicked, this, &QDialog::accept);
+    resize(1040, 640);
+    pane->showFirstTicked();
+}
+
+QList<qint64> TxPickerDialog::selectedIds() const
+{
+    return m_model->tickedIds();
+}
