@@ -1,0 +1,40 @@
+#pragma once
+
+#include "pages/PageId.h"
+#include "Problem.h"
+
+#include <QList>
+
+#include <functional>
+
+class MainWindow;
+class QDialog;
+class QWidget;
+
+/// What the tour shows of the program, in its order. A new page state or dialog is a new row here.
+namespace TourStops {
+
+/// A page, as it is after navigating to it.
+struct PageStop {
+    QString picture; // "page-ledger"
+    PageId page = PageId::Dashboard;
+    NavParams params;
+    /// Brings the page into the state that is to be shown; may be absent.
+    std::function<Problem(QWidget& page)> arrange;
+};
+
+/// A dialog, as it opens from the main window.
+struct DialogStop {
+    QString picture; // "dialog-profile"
+    QString objectName; // of the dialog
+    /// Opens the dialog and returns once it is closed.
+    std::function<Problem(MainWindow& window)> open;
+    /// Brings the dialog into the state that is to be shown; may be absent. The tour closes the
+    /// dialog without saving.
+    std::function<Problem(QDialog& dialog)> arrange;
+};
+
+QList<PageStop> pages();
+QList<DialogStop> dialogs();
+
+} // namespace TourStops
