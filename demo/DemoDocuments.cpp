@@ -56,7 +56,7 @@ Problem DemoDocuments::drawUp(const DemoLedger& ledger)
         return problem;
     DemoClock::set(QDate(2025, 3, 20), 14);
     QStringList items = DocumentTexts::annualReportItems(2024);
-    items += DocumentTexts::profitDistributed(3'000'000, u"以银行转账方式支付至股东个人账户"_s);
+    items += DocumentTexts::profitKept();
     items += DocumentTexts::otherItem(
         u"同意聘请会计师事务所对公司 2024 年度财务会计报告进行审计。"_s);
     if (const Problem problem = keep(documents.generateAnnualDecision(

@@ -136,7 +136,7 @@ void drawInvoice(QPainter& painter, const CompanyProfile& company, const Transac
     drawGrid(painter, { 40, 112, 920, 400 },
         { { u"购买方名称"_s, sold ? entry.counterpartyName : own },
             { u"销售方名称"_s, sold ? own : entry.counterpartyName },
-            { u"项目名称"_s, u"*设计服务*%1"_s.arg(entry.summary) },
+            { u"项目名称"_s, (sold ? u"*设计服务*"_s : u"*现代服务*"_s) + entry.summary },
             { u"金额"_s, Money::format(entry.amountFen - taxFen) },
             { u"税率 / 税额"_s, u"1%　　%1"_s.arg(Money::format(taxFen)) },
             { u"价税合计（小写）"_s, u"¥ %1"_s.arg(Money::format(entry.amountFen)) },
@@ -208,8 +208,8 @@ void drawChat(QPainter& painter, const Transaction& entry)
     setFont(painter, 22, true);
     drawText(painter, { 0, 0, 540, 76 }, entry.counterpartyName, ink, Qt::AlignCenter);
     setFont(painter, 15);
-    drawText(painter, { 0, 92, 540, 24 }, entry.transDate.toString(u"yyyy年M月d日 HH:mm"), faint,
-        Qt::AlignCenter);
+    drawText(painter, { 0, 92, 540, 24 }, entry.transDate.toString(u"yyyy年M月d日") + u" 10:24"_s,
+        faint, Qt::AlignCenter);
 
     struct Message {
         bool own;
@@ -217,7 +217,7 @@ void drawChat(QPainter& painter, const Transaction& entry)
     };
     const QString amount = Money::format(entry.amountFen);
     const QList<Message> messages {
-        { false, u"林老师，尾款我先用微信转您了，您查收一下。"_s },
+        { false, u"林老师，设计费我先用微信转您了，您查收一下。"_s },
         { false, u"转账 ¥%1"_s.arg(amount) },
         { true, u"收到。不过合同约定要付到公司账户，公司账户发您，下次请转对公。"_s },
         { false, u"不好意思，财务不在，我下次注意。"_s },
