@@ -8,6 +8,7 @@
 #include "DemoClock.h"
 #include "Hands.h"
 #include "pages/IPage.h"
+#include "pages/UpcomingPage.h"
 #include "services/ProfileRules.h"
 #include "services/vouchers/VoucherService.h"
 #include "theme/Theme.h"
@@ -116,7 +117,7 @@ QList<DemoTour::Step> DemoTour::fillingSteps()
         { u"levels set by hand"_s, [this] { return m_ledger->review(); } },
         { u"every risk level"_s, [] { return DemoLedger::checkRisks(); } },
         { u"CSV exports"_s, [this] { return m_documents.exportTo(m_folder + u"/csv"_s); } },
-        { u"backup"_s, [this] { return m_documents.backUp(); } },
+        { u"backup"_s, [this] { return backUp(); } },
     };
 }
 
@@ -154,6 +155,7 @@ int DemoTour::conclude(int programStatus)
         m_problem = m_guide.takeProblem().value_or(u"the main window did not show"_s);
     if (!m_problem && programStatus != 0)
         m_problem = u"the program ended with status %1"_s.arg(programStatus);
+    say(u"Folder: "_s + m_folder);
     sayList(u"Pictures"_s, m_pictures.files());
     sayList(u"PDF documents"_s, m_documents.pdfFiles());
     sayList(u"CSV files"_s, m_documents.csvFiles());
@@ -244,6 +246,20 @@ Problem DemoTour::fillArchive()
     return {};
 }
 
+Problem DemoTour::backUp()
+{
+    if (const Problem problem = m_documents.backUp())
+        return problem;
+    m_window->refreshCurrent();
+    const QString expected = u"最近备份：%1"_s.arg(ProfileDao().load().lastBackupAt);
+    for (const auto* label :
+        m_window->findChild<QWidget*>(u"StatusBar"_s)->findChildren<QLabel*>()) {
+        if (label->text() == expected)
+            return {};
+    }
+    return u"the status bar does not tell of the backup"_s;
+}
+
 Problem DemoTour::chooseTheme(ThemeMode theme)
 {
     if (const Problem problem = goTo(PageId::Settings, {}))
@@ -267,21 +283,36 @@ Problem DemoTour::goTo(PageId page, const NavParams& params)
     return {};
 }
 
+bool DemoTour::isUpcoming(PageId page) const
+{
+    const auto* stack = m_window->findChild<QStackedWidget*>(u"PageStack"_s);
+    return qobject_cast<UpcomingPage*>(stack->widget(static_cast<int>(page)));
+}
+
 Problem DemoTour::visitPage(const TourStops::PageStop& stop)
 {
     if (const Problem problem = goTo(stop.page, stop.params))
         return problem;
     auto* page = m_window->findChild<QStackedWidget*>(u"PageStack"_s)->currentWidget();
     Hands::waitForPainting();
-    if (stop.arrange) {
+    if (stop.arrange && !isUpcoming(stop.page)) {
         if (const Problem problem = stop.arrange(*page))
             return problem;
     }
+    // Where the keyboard was left depends on what was visited before.
+    if (QWidget* focused = QApplication::focusWidget())
+        focused->clearFocus();
     return m_pictures.take(*m_window, stop.picture);
 }
 
 Problem DemoTour::visitDialog(const TourStops::DialogStop& stop)
 {
+    if (isUpcoming(stop.page)) {
+        say(u"    not yet: its page is still to come"_s);
+        return {};
+    }
+    if (const Problem problem = goTo(stop.page, {}))
+        return problem;
     m_guide.expect(stop.objectName, [this, stop](QDialog& dialog) -> Problem {
         Hands::waitForPainting();
         if (stop.arrange) {

@@ -51,8 +51,10 @@ private:
     Problem checkFirstStart();
     Problem showEmptyPages();
     Problem fillArchive();
+    Problem backUp();
     Problem chooseTheme(ThemeMode theme);
     Problem goTo(PageId page, const NavParams& params);
+    bool isUpcoming(PageId page) const;
     Problem visitPage(const TourStops::PageStop& stop);
     Problem visitDialog(const TourStops::DialogStop& stop);
     Problem checkStoredData();

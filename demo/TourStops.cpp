@@ -14,13 +14,10 @@ namespace {
 
 using Open = std::function<Problem(MainWindow&)>;
 
-// Goes to a page and presses the button that opens the dialog.
-Open byButton(PageId page, const QString& text)
+// Presses the button of the page, or of its part of the header, that opens the dialog.
+Open byButton(const QString& text)
 {
-    return [=](MainWindow& window) -> Problem {
-        window.onPageNavigateRequested(page, {});
-        return Hands::press(window, text);
-    };
+    return [text](MainWindow& window) { return Hands::press(window, text); };
 }
 
 Problem openLogin(MainWindow& window)
@@ -61,12 +58,12 @@ QList<PageStop> pages()
 QList<DialogStop> dialogs()
 {
     return {
-        { u"dialog-profile"_s, u"ProfileDialog"_s, byButton(PageId::Settings, u"编辑档案"_s), {} },
-        { u"dialog-password"_s, u"PasswordDialog"_s, byButton(PageId::Settings, u"设置密码"_s),
+        { u"dialog-profile"_s, u"ProfileDialog"_s, PageId::Settings, byButton(u"编辑档案"_s), {} },
+        { u"dialog-password"_s, u"PasswordDialog"_s, PageId::Settings, byButton(u"设置密码"_s),
             {} },
-        { u"dialog-disclaimer"_s, u"DisclaimerDialog"_s,
-            byButton(PageId::Settings, u"查看免责声明"_s), {} },
-        { u"dialog-login"_s, u"LoginDialog"_s, openLogin, {} },
+        { u"dialog-disclaimer"_s, u"DisclaimerDialog"_s, PageId::Settings,
+            byButton(u"查看免责声明"_s), {} },
+        { u"dialog-login"_s, u"LoginDialog"_s, PageId::Settings, openLogin, {} },
     };
 }
 

@@ -23,11 +23,12 @@ struct PageStop {
     std::function<Problem(QWidget& page)> arrange;
 };
 
-/// A dialog, as it opens from the main window.
+/// A dialog, as it opens from its page. While the page is still to come its dialogs are left out.
 struct DialogStop {
     QString picture; // "dialog-profile"
     QString objectName; // of the dialog
-    /// Opens the dialog and returns once it is closed.
+    PageId page = PageId::Dashboard; // the one that it opens from
+    /// Opens the dialog from its page and returns once it is closed.
     std::function<Problem(MainWindow& window)> open;
     /// Brings the dialog into the state that is to be shown; may be absent. The tour closes the
     /// dialog without saving.
