@@ -3,7 +3,9 @@
 #include "app/MainWindow.h"
 #include "core/AppPaths.h"
 #include "db/DatabaseManager.h"
+#include "db/DocumentDao.h"
 #include "db/ProfileDao.h"
+#include "db/TransactionDao.h"
 #include "db/VoucherDao.h"
 #include "DemoClock.h"
 #include "Hands.h"
@@ -293,7 +295,8 @@ Problem DemoTour::visitPage(const TourStops::PageStop& stop)
 {
     if (const Problem problem = goTo(stop.page, stop.params))
         return problem;
-    auto* page = m_window->findChild<QStackedWidget*>(u"PageStack"_s)->currentWidget();
+    auto* page = qobject_cast<IPage*>(
+        m_window->findChild<QStackedWidget*>(u"PageStack"_s)->currentWidget());
     Hands::waitForPainting();
     if (stop.arrange && !isUpcoming(stop.page)) {
         if (const Problem problem = stop.arrange(*page))
@@ -313,6 +316,10 @@ Problem DemoTour::visitDialog(const TourStops::DialogStop& stop)
     }
     if (const Problem problem = goTo(stop.page, {}))
         return problem;
+    for (const auto& passage : stop.through) {
+        m_guide.expect(passage.objectName,
+            [passage](QDialog& dialog) { return Hands::press(dialog, passage.button); });
+    }
     m_guide.expect(stop.objectName, [this, stop](QDialog& dialog) -> Problem {
         Hands::waitForPainting();
         if (stop.arrange) {
@@ -326,6 +333,11 @@ Problem DemoTour::visitDialog(const TourStops::DialogStop& stop)
 
 Problem DemoTour::checkStoredData()
 {
+    // The visits open editors and questions, and save nothing.
+    if (TransactionDao().search({}).size() != m_ledger->entries().size()
+        || VoucherDao().countAll() != m_receipts.archived()
+        || DocumentDao().listWithoutContent().size() != m_documents.pdfFiles().size())
+        return u"the visits changed the records"_s;
     QString finding;
     if (!DatabaseManager::instance().integrityCheck(&finding))
         return u"the database is damaged: "_s + finding;

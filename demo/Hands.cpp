@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QAbstractScrollArea>
+#include <QAction>
 #include <QEventLoop>
 #include <QLineEdit>
 #include <QScrollBar>
@@ -34,6 +35,19 @@ Problem press(const QWidget& window, const QString& text)
         return u"\"%1\" has no button \"%2\""_s.arg(window.windowTitle(), text);
     button->click();
     return {};
+}
+
+Problem trigger(const QWidget& window, const QString& text)
+{
+    for (const auto* part : window.findChildren<QWidget*>()) {
+        for (QAction* command : part->actions()) {
+            if (part->isVisible() && command->isEnabled() && command->text() == text) {
+                command->trigger();
+                return {};
+            }
+        }
+    }
+    return u"\"%1\" has no command \"%2\""_s.arg(window.windowTitle(), text);
 }
 
 Problem type(const QWidget& window, const QString& objectName, const QString& text)

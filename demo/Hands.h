@@ -14,6 +14,9 @@ QAbstractButton* buttonIn(const QWidget& window, const QString& text);
 /// Presses that button.
 [[nodiscard]] Problem press(const QWidget& window, const QString& text);
 
+/// Runs the enabled command of that text, of menus and keys, of a visible part of the window.
+[[nodiscard]] Problem trigger(const QWidget& window, const QString& text);
+
 /// Puts a text into the line edit of that object name.
 [[nodiscard]] Problem type(const QWidget& window, const QString& objectName, const QString& text);
 

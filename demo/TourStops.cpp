@@ -4,7 +4,11 @@
 #include "core/Codes.h"
 #include "dialogs/LoginDialog.h"
 #include "Hands.h"
+#include "pages/IPage.h"
 #include "services/Password.h"
+
+#include <QItemSelectionModel>
+#include <QTableView>
 
 using namespace Qt::StringLiterals;
 
@@ -29,41 +33,79 @@ Problem openLogin(MainWindow& window)
     return {};
 }
 
-Problem toEnd(QWidget& page)
+Problem toEnd(IPage& page)
 {
     Hands::scrollToEnd(page);
     return {};
+}
+
+Problem selectRows(const QWidget& window, const QString& tableName, int count)
+{
+    auto* table = window.findChild<QTableView*>(tableName);
+    if (!table || !table->isVisible() || table->model()->rowCount() < count)
+        return u"the table %1 does not show %2 rows"_s.arg(tableName, QString::number(count));
+    const QAbstractItemModel* rows = table->model();
+    table->setCurrentIndex(rows->index(0, 0));
+    table->selectionModel()->select(QItemSelection(rows->index(0, 0), rows->index(count - 1, 0)),
+        QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    return {};
+}
+
+Problem selectThreeEntries(IPage& page)
+{
+    return selectRows(page, u"ledgerTable"_s, 3);
+}
+
+// Runs a command of the ledger's table on the newest entry of high risk.
+Open onHighRiskEntry(const QString& command)
+{
+    return [command](MainWindow& window) -> Problem {
+        window.onPageNavigateRequested(PageId::Ledger, { { u"risk"_s, codeOf(RiskLevel::High) } });
+        if (const Problem problem = selectRows(window, u"ledgerTable"_s, 1))
+            return problem;
+        return Hands::trigger(window, command);
+    };
 }
 
 } // namespace
 
 QList<PageStop> pages()
 {
+    using enum PageId;
     return {
-        { u"page-dashboard"_s, PageId::Dashboard, {}, {} },
-        { u"page-ledger"_s, PageId::Ledger, {}, {} },
-        { u"page-ledger-high-risk"_s, PageId::Ledger, { { u"risk"_s, codeOf(RiskLevel::High) } },
-            {} },
-        { u"page-documents"_s, PageId::Documents, {}, {} },
-        { u"page-documents-fund"_s, PageId::Documents, { { u"fund"_s, true } }, {} },
-        { u"page-projects"_s, PageId::Projects, {}, {} },
-        { u"page-vouchers"_s, PageId::Vouchers, {}, {} },
-        { u"page-vouchers-unlinked"_s, PageId::Vouchers, { { u"linked"_s, u"none"_s } }, {} },
-        { u"page-reports"_s, PageId::Reports, {}, {} },
-        { u"page-settings"_s, PageId::Settings, {}, {} },
-        { u"page-settings-end"_s, PageId::Settings, {}, toEnd },
+        { u"page-dashboard"_s, Dashboard, {}, {} },
+        { u"page-ledger"_s, Ledger, {}, {} },
+        { u"page-ledger-high-risk"_s, Ledger, { { u"risk"_s, codeOf(RiskLevel::High) } }, {} },
+        { u"page-ledger-project"_s, Ledger, { { u"projectId"_s, 2 } }, {} },
+        { u"page-ledger-selection"_s, Ledger,
+            { { u"category"_s, codeOf(Category::ShareholderOut) } }, selectThreeEntries },
+        { u"page-documents"_s, Documents, {}, {} },
+        { u"page-documents-fund"_s, Documents, { { u"fund"_s, true } }, {} },
+        { u"page-projects"_s, Projects, {}, {} },
+        { u"page-vouchers"_s, Vouchers, {}, {} },
+        { u"page-vouchers-unlinked"_s, Vouchers, { { u"linked"_s, u"none"_s } }, {} },
+        { u"page-reports"_s, Reports, {}, {} },
+        { u"page-settings"_s, Settings, {}, {} },
+        { u"page-settings-end"_s, Settings, {}, toEnd },
     };
 }
 
 QList<DialogStop> dialogs()
 {
+    using enum PageId;
     return {
-        { u"dialog-profile"_s, u"ProfileDialog"_s, PageId::Settings, byButton(u"编辑档案"_s), {} },
-        { u"dialog-password"_s, u"PasswordDialog"_s, PageId::Settings, byButton(u"设置密码"_s),
+        { u"dialog-entry-new"_s, u"TransactionDialog"_s, Ledger, {}, byButton(u"＋ 新增流水"_s),
             {} },
-        { u"dialog-disclaimer"_s, u"DisclaimerDialog"_s, PageId::Settings,
-            byButton(u"查看免责声明"_s), {} },
-        { u"dialog-login"_s, u"LoginDialog"_s, PageId::Settings, openLogin, {} },
+        { u"dialog-entry-edit"_s, u"TransactionDialog"_s, Ledger, {}, onHighRiskEntry(u"编辑"_s),
+            {} },
+        { u"dialog-risk-review"_s, u"RiskReviewDialog"_s, Ledger, {},
+            onHighRiskEntry(u"人工复核…"_s), {} },
+        { u"dialog-entry-delete"_s, {}, Ledger, {}, onHighRiskEntry(u"删除"_s), {} },
+        { u"dialog-profile"_s, u"ProfileDialog"_s, Settings, {}, byButton(u"编辑档案"_s), {} },
+        { u"dialog-password"_s, u"PasswordDialog"_s, Settings, {}, byButton(u"设置密码"_s), {} },
+        { u"dialog-disclaimer"_s, u"DisclaimerDialog"_s, Settings, {}, byButton(u"查看免责声明"_s),
+            {} },
+        { u"dialog-login"_s, u"LoginDialog"_s, Settings, {}, openLogin, {} },
     };
 }
 

@@ -7,9 +7,9 @@
 
 #include <functional>
 
+class IPage;
 class MainWindow;
 class QDialog;
-class QWidget;
 
 /// What the tour shows of the program, in its order. A new page state or dialog is a new row here.
 namespace TourStops {
@@ -20,7 +20,7 @@ struct PageStop {
     PageId page = PageId::Dashboard;
     NavParams params;
     /// Brings the page into the state that is to be shown; may be absent.
-    std::function<Problem(QWidget& page)> arrange;
+    std::function<Problem(IPage& page)> arrange;
 };
 
 /// A dialog, as it opens from its page. While the page is still to come its dialogs are left out.
@@ -28,7 +28,14 @@ struct DialogStop {
     QString picture; // "dialog-profile"
     QString objectName; // of the dialog
     PageId page = PageId::Dashboard; // the one that it opens from
-    /// Opens the dialog from its page and returns once it is closed.
+    /// Dialogs that have to be passed on the way, the outermost first: object name, and the button
+    /// that leads on.
+    struct Passage {
+        QString objectName;
+        QString button;
+    };
+    QList<Passage> through;
+    /// Opens the first dialog from the page and returns once it is closed.
     std::function<Problem(MainWindow& window)> open;
     /// Brings the dialog into the state that is to be shown; may be absent. The tour closes the
     /// dialog without saving.
