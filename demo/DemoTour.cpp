@@ -45,8 +45,15 @@ void sayList(const QString& heading, const QStringList& paths)
 QString emptyPictureOf(PageId page)
 {
     static const QStringList names { u"dashboard"_s, u"ledger"_s, u"documents"_s, u"projects"_s,
-        u"vouchers"_s, u"reports"_s, u"settings"_s };
+        u"vouchers"_s, u"reports"_s };
     return u"empty-"_s + names.at(static_cast<int>(page));
+}
+
+// Where the keyboard was left depends on what was visited before.
+void leaveFocus()
+{
+    if (QWidget* focused = QApplication::focusWidget())
+        focused->clearFocus();
 }
 
 } // namespace
@@ -224,8 +231,11 @@ Problem DemoTour::showEmptyPages()
 {
     for (int id = 0; id < pageCount; ++id) {
         const auto page = static_cast<PageId>(id);
+        if (page == PageId::Settings)
+            continue; // holds what the wizard stored, the theme of the picture apart
         if (const Problem problem = goTo(page, {}))
             return problem;
+        leaveFocus();
         if (const Problem problem = m_pictures.takeInEveryTheme(*m_window, emptyPictureOf(page)))
             return problem;
     }
@@ -302,9 +312,7 @@ Problem DemoTour::visitPage(const TourStops::PageStop& stop)
         if (const Problem problem = stop.arrange(*page))
             return problem;
     }
-    // Where the keyboard was left depends on what was visited before.
-    if (QWidget* focused = QApplication::focusWidget())
-        focused->clearFocus();
+    leaveFocus();
     return m_pictures.take(*m_window, stop.picture);
 }
 

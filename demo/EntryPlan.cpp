@@ -24,6 +24,7 @@ struct RegularRow {
     qint64 spreadFen;
     int everyMonths;
     bool invoiced;
+    int firstMonth = 1;
 };
 
 constexpr auto regularRows = std::to_array<RegularRow>({
@@ -51,7 +52,7 @@ constexpr auto regularRows = std::to_array<RegularRow>({
     { 16, u"企业所得税预缴", u"国家税务总局杭州市西湖区税务局", TaxFee, 2'180 * yuan, 900 * yuan, 3,
         false },
     { 20, u"代理记账服务费", u"杭州清算财务咨询有限公司", BusinessExpense, 600 * yuan, 0, 1, true },
-    { 21, u"存款利息", u"示范商业银行杭州文三支行", Other, 86 * yuan, 40 * yuan, 3, false },
+    { 21, u"存款利息", u"示范商业银行杭州文三支行", Other, 86 * yuan, 40 * yuan, 3, false, 3 },
     { 26, u"快递费月结", u"杭州同城速运有限公司", BusinessExpense, 340 * yuan, 160 * yuan, 1,
         false },
 });
@@ -141,6 +142,8 @@ constexpr auto ownerRows = std::to_array<OwnerRow>({
     { u"2025-10-27", u"归还股东借款（部分）", ShareholderOut, 50'000 * yuan, u"repay",
         u"归还二月借款第一笔" },
     { u"2025-11-19", u"转股东备用金", ShareholderOut, 15'000 * yuan, u"", u"" },
+    { u"2025-11-27", u"代收客户款转入公司账户", ShareholderIn, 6'800 * yuan, u"",
+        u"对应十一月二十六日个人微信收款" },
     { u"2025-11-28", u"转股东备用金", ShareholderOut, 20'000 * yuan, u"", u"" },
     { u"2025-12-05", u"股东退回备用金", ShareholderIn, 10'000 * yuan, u"", u"" },
     { u"2025-12-12", u"转股东备用金", ShareholderOut, 18'000 * yuan, u"", u"年底客户礼品采购" },
@@ -228,7 +231,7 @@ QList<DemoEntry> EntryPlan::between(QDate from, QDate to)
 void EntryPlan::addMonth(QDate month)
 {
     for (const RegularRow& row : regularRows) {
-        if (month.month() % row.everyMonths != 0)
+        if ((month.month() - row.firstMonth) % row.everyMonths != 0)
             continue;
         const Direction direction = row.summary == u"存款利息" ? Direction::In : Direction::Out;
         DemoEntry& added = add(month.addDays(row.day - 1), row.summary, row.payee, direction,

@@ -100,7 +100,7 @@ QList<DialogStop> dialogs()
             {} },
         { u"dialog-risk-review"_s, u"RiskReviewDialog"_s, Ledger, {},
             onHighRiskEntry(u"人工复核…"_s), {} },
-        { u"dialog-entry-delete"_s, {}, Ledger, {}, onHighRiskEntry(u"删除"_s), {} },
+        { u"dialog-entry-delete"_s, u"MessageBox"_s, Ledger, {}, onHighRiskEntry(u"删除"_s), {} },
         { u"dialog-profile"_s, u"ProfileDialog"_s, Settings, {}, byButton(u"编辑档案"_s), {} },
         { u"dialog-password"_s, u"PasswordDialog"_s, Settings, {}, byButton(u"设置密码"_s), {} },
         { u"dialog-disclaimer"_s, u"DisclaimerDialog"_s, Settings, {}, byButton(u"查看免责声明"_s),
