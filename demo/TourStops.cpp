@@ -39,6 +39,12 @@ Problem toEnd(IPage& page)
     return {};
 }
 
+// The ledger keeps the filters of the last visit.
+Problem withoutFilters(IPage& page)
+{
+    return Hands::press(page, u"重置"_s);
+}
+
 Problem selectRows(const QWidget& window, const QString& tableName, int count)
 {
     auto* table = window.findChild<QTableView*>(tableName);
@@ -74,9 +80,9 @@ QList<PageStop> pages()
     using enum PageId;
     return {
         { u"page-dashboard"_s, Dashboard, {}, {} },
-        { u"page-ledger"_s, Ledger, {}, {} },
+        { u"page-ledger"_s, Ledger, {}, withoutFilters },
         { u"page-ledger-high-risk"_s, Ledger, { { u"risk"_s, codeOf(RiskLevel::High) } }, {} },
-        { u"page-ledger-project"_s, Ledger, { { u"projectId"_s, 2 } }, {} },
+        { u"page-ledger-project"_s, Ledger, { { u"projectId"_s, 3 } }, {} },
         { u"page-ledger-selection"_s, Ledger,
             { { u"category"_s, codeOf(Category::ShareholderOut) } }, selectThreeEntries },
         { u"page-documents"_s, Documents, {}, {} },
@@ -103,6 +109,8 @@ QList<DialogStop> dialogs()
         { u"dialog-entry-delete"_s, u"MessageBox"_s, Ledger, {}, onHighRiskEntry(u"删除"_s), {} },
         { u"dialog-profile"_s, u"ProfileDialog"_s, Settings, {}, byButton(u"编辑档案"_s), {} },
         { u"dialog-password"_s, u"PasswordDialog"_s, Settings, {}, byButton(u"设置密码"_s), {} },
+        { u"dialog-password-refused"_s, u"MessageBox"_s, Settings,
+            { { u"PasswordDialog"_s, u"设置密码"_s } }, byButton(u"设置密码"_s), {} },
         { u"dialog-disclaimer"_s, u"DisclaimerDialog"_s, Settings, {}, byButton(u"查看免责声明"_s),
             {} },
         { u"dialog-login"_s, u"LoginDialog"_s, Settings, {}, openLogin, {} },
