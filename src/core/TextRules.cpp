@@ -1,5 +1,9 @@
 #include "core/TextRules.h"
 
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
+
 namespace TextRules {
 
 namespace {
@@ -64,6 +68,25 @@ QDate dateFromText(QStringView text)
     if (text.size() != 10 || text.at(4) != u'-' || text.at(7) != u'-')
         return {};
     return QDate(numberOf(text.first(4)), numberOf(text.sliced(5, 2)), numberOf(text.last(2)));
+}
+
+QDate dateFromInput(QStringView text)
+{
+    QString typed = text.trimmed().toString();
+    for (QChar& c : typed) {
+        // The full-width forms of ASCII lie at a fixed distance.
+        if (c >= u'！' && c <= u'～')
+            c = QChar(c.unicode() - 0xfee0);
+        else if (c == u'。')
+            c = u'.';
+    }
+    static const QRegularExpression form(
+        u"^(\\d{4})(?:(\\d{2})(\\d{2})|([-/.])(\\d{1,2})\\4(\\d{1,2}))$"_s);
+    const QRegularExpressionMatch match = form.match(typed);
+    const bool packed = match.hasCaptured(2);
+    const QDate date(numberOf(match.capturedView(1)), numberOf(match.capturedView(packed ? 2 : 5)),
+        numberOf(match.capturedView(packed ? 3 : 6)));
+    return date.year() >= 1900 ? date : QDate();
 }
 
 QString timestampText(const QDateTime& time)

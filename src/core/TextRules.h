@@ -21,6 +21,11 @@ QString dateText(QDate date);
 /// The date of a stored "yyyy-MM-dd" text; an invalid date when the text is anything else.
 QDate dateFromText(QStringView text);
 
+/// The date that a person typed: 2025-02-03, 20250203, 2025/2/3 or 2025.2.3, with white space
+/// around it; full-width digits and separators count as their plain ones. Invalid for anything
+/// else and before the year 1900.
+QDate dateFromInput(QStringView text);
+
 /// "yyyy-MM-dd HH:mm:ss" in local time, the form of every stored time stamp.
 QString timestampText(const QDateTime& time);
 
