@@ -21,6 +21,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// Six whole weeks; the calendar's own hint cuts the last one.
+constexpr QSize calendarSize(272, 244);
+
 // Below the field, or above it where the screen ends, and never beyond the sides.
 QPoint placeFor(const QWidget* field, QSize popup)
 {
@@ -87,6 +90,7 @@ QFrame* DateEditor::buildCalendar()
     auto* calendar = new QCalendarWidget(popup);
     ViewStyle::setUpCalendar(calendar);
     calendar->setAccessibleName(u"日历"_s);
+    calendar->setMinimumSize(calendarSize);
     if (date().isValid())
         calendar->setSelectedDate(date());
     column->addWidget(calendar);
