@@ -12,6 +12,7 @@ build_packages=(
     libssl-dev
     ninja-build
     qt6-base-dev
+    qt6-pdf-dev
     qt6-translations-l10n
     fonts-wqy-microhei
 )
@@ -33,7 +34,7 @@ as_root() {
 install_packages() {
     if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
         say "This system has no apt-get: please see to CMake 3.25, Ninja, a C++20 compiler,"
-        say "Qt 6.4 (Core, Gui, Widgets, Sql with SQLite, PrintSupport, Svg, Test), OpenSSL 3 and a Chinese font."
+        say "Qt 6.4 (Core, Gui, Widgets, Sql with SQLite, PrintSupport, Pdf, Svg, Test), OpenSSL 3 and a Chinese font."
         return 0
     fi
     local package
