@@ -1,5 +1,6 @@
 #include "pages/PageFactory.h"
 
+#include "pages/documents/DocumentPage.h"
 #include "pages/SettingsPage.h"
 #include "pages/UpcomingPage.h"
 
@@ -16,8 +17,7 @@ IPage* createPage(PageId id, QWidget* parent)
     case PageId::Ledger:
         return upcoming(u"公私资金台账"_s, u"对公账户与股东私人账户的每一笔收支将在这里登记。"_s);
     case PageId::Documents:
-        return upcoming(
-            u"文书中心"_s, u"年度股东决定书、公私资金往来决定书和财产独立声明书将在这里生成。"_s);
+        return new DocumentPage(parent);
     case PageId::Projects:
         return upcoming(u"项目合同管理"_s, u"项目及其合同将在这里管理。"_s);
     case PageId::Vouchers:
