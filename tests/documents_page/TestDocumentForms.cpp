@@ -201,6 +201,21 @@ private slots:
         QVERIFY(test.shows(u"没有可选的流水"_s));
     }
 
+    void thePreviewOfALongListWaitsToBeAskedFor()
+    {
+        for (int i = 0; i < 101; ++i)
+            Sample::entry(u"2026-01-01"_s, u"借款"_s, Direction::In, Category::ShareholderIn);
+        PageUnderTest test;
+        test.navigate({ { u"kind"_s, u"fund_decision"_s } });
+        test.button(u"全选"_s)->click();
+        QVERIFY(test.shows(u"预览不自动更新"_s));
+        test.press(u"更新预览"_s);
+        QVERIFY(test.previewSays(u"本次往来共 101 笔"_s));
+        test.button(u"全选"_s)->click();
+        QVERIFY(!test.shows(u"预览不自动更新"_s));
+        QVERIFY(test.previewSays(u"本次往来共 0 笔"_s));
+    }
+
     void aNatureOfTheOtherDirectionIsNotKept()
     {
         PageUnderTest test;

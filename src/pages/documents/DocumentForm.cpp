@@ -98,6 +98,15 @@ QWidget* DocumentForm::buildPreview()
     head->addWidget(natural);
     column->addLayout(head);
     setTabOrder(natural, m_preview);
+    m_held = new Banner(BannerKind::Info, half);
+    m_held->setText(u"所选流水较多，预览不自动更新。"_s);
+    m_held->setAction(u"更新预览"_s);
+    m_held->hide();
+    connect(m_held, &Banner::actionTriggered, this, [this] {
+        const BusyNotice notice(this, u"正在更新预览…"_s);
+        m_preview->showNow();
+    });
+    column->addWidget(m_held);
     column->addWidget(m_preview, 1);
     return half;
 }
@@ -116,7 +125,17 @@ void DocumentForm::showNotice(const QString& text)
 
 void DocumentForm::inputChanged()
 {
-    m_preview->schedule();
+    const bool waits = isLong();
+    m_held->setVisible(waits);
+    if (waits)
+        m_preview->hold();
+    else
+        m_preview->schedule();
+}
+
+bool DocumentForm::isLong() const
+{
+    return false;
 }
 
 bool DocumentForm::confirm()

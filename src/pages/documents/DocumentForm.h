@@ -37,6 +37,8 @@ protected:
 
     /// The first thing that is missing in the input, in Chinese; empty when nothing is.
     virtual QString firstProblem() const = 0;
+    /// Whether drawing up the page takes so long that the preview waits to be asked for.
+    virtual bool isLong() const;
     /// The last question before a document is drawn up.
     virtual bool confirm();
     virtual QString previewHtml() const = 0;
@@ -53,4 +55,5 @@ private:
     ResultStrip* m_result;
     QVBoxLayout* m_body = nullptr;
     DocumentPreview* m_preview = nullptr;
+    Banner* m_held = nullptr;
 };

@@ -36,7 +36,7 @@ DocumentPreview::DocumentPreview(Composer compose, QWidget* parent)
     setMinimumWidth(320);
     m_timer.setSingleShot(true);
     m_timer.setInterval(delayMs);
-    connect(&m_timer, &QTimer::timeout, this, &DocumentPreview::compose);
+    connect(&m_timer, &QTimer::timeout, this, &DocumentPreview::showNow);
 }
 
 void DocumentPreview::schedule()
@@ -44,6 +44,12 @@ void DocumentPreview::schedule()
     m_outdated = true;
     if (isVisible())
         m_timer.start();
+}
+
+void DocumentPreview::hold()
+{
+    m_timer.stop();
+    m_outdated = false;
 }
 
 void DocumentPreview::setNaturalSize(bool natural)
@@ -57,10 +63,10 @@ void DocumentPreview::showEvent(QShowEvent* event)
 {
     QAbstractScrollArea::showEvent(event);
     if (m_outdated)
-        compose();
+        showNow();
 }
 
-void DocumentPreview::compose()
+void DocumentPreview::showNow()
 {
     m_timer.stop();
     m_outdated = false;

@@ -24,6 +24,10 @@ public:
     /// Shows the present input soon; once for any number of changes in a row, and not before it
     /// can be seen.
     void schedule();
+    /// Shows the present input at once.
+    void showNow();
+    /// Leaves what is shown as it is until it is asked for again.
+    void hold();
 
     /// In the size of the paper instead of as wide as there is room.
     void setNaturalSize(bool natural);
@@ -34,7 +38,6 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    void compose();
     void updateScrollRange();
     QPoint scrolled() const;
     /// Of the sheet, counted from 0, in the scrolled viewport.

@@ -20,6 +20,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int extraHeight = 72;
+constexpr qsizetype longList = 100; // entries; three times as many take a second to lay out
 
 QList<qint64> idsOf(const QList<Transaction>& entries)
 {
@@ -172,6 +173,11 @@ QString FundForm::firstProblem() const
     if (!problem.isEmpty() || m_settleDate->isAcceptable())
         return problem;
     return u"结清日期无效，请填写日期或留空。"_s;
+}
+
+bool FundForm::isLong() const
+{
+    return m_entries->chosen().size() > longList;
 }
 
 FundDecisionInput FundForm::input() const

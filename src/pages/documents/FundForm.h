@@ -24,6 +24,7 @@ public:
 
 protected:
     QString firstProblem() const override;
+    bool isLong() const override;
     QString previewHtml() const override;
     DocumentResult generate() override;
     void prepareNext() override;
