@@ -1,5 +1,6 @@
 #include "pages/PageFactory.h"
 
+#include "pages/documents/DocumentPage.h"
 #include "pages/ledger/LedgerPage.h"
 #include "pages/SettingsPage.h"
 #include "pages/UpcomingPage.h"
@@ -17,8 +18,7 @@ IPage* createPage(PageId id, QWidget* parent)
     case PageId::Ledger:
         return new LedgerPage(parent);
     case PageId::Documents:
-        return upcoming(
-            u"文书中心"_s, u"年度股东决定书、公私资金往来决定书和财产独立声明书将在这里生成。"_s);
+        return new DocumentPage(parent);
     case PageId::Projects:
         return upcoming(u"项目合同管理"_s, u"项目及其合同将在这里管理。"_s);
     case PageId::Vouchers:
