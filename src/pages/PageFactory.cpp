@@ -1,5 +1,6 @@
 #include "pages/PageFactory.h"
 
+#include "pages/documents/DocumentPage.h"
 #include "pages/ledger/LedgerPage.h"
 #include "pages/projects/ProjectPage.h"
 #include "pages/SettingsPage.h"
@@ -18,8 +19,7 @@ IPage* createPage(PageId id, QWidget* parent)
     case PageId::Ledger:
         return new LedgerPage(parent);
     case PageId::Documents:
-        return upcoming(
-            u"文书中心"_s, u"年度股东决定书、公私资金往来决定书和财产独立声明书将在这里生成。"_s);
+        return new DocumentPage(parent);
     case PageId::Projects:
         return new ProjectPage(parent);
     case PageId::Vouchers:
