@@ -106,7 +106,7 @@ TxPickerDialog::TxPickerDialog(const QList<qint64>& chosen, QWidget* parent)
     // Nothing ticked in a list that could not be read is no choice.
     choose->setEnabled(entries.lastError().isEmpty());
     connect(choose, &QPushButton::clicked, this, &QDialog::accept);
-    resize(960, 620);
+    resize(1040, 640);
     pane->showFirstTicked();
 }
 

@@ -75,6 +75,10 @@ VoucherAddDialog::VoucherAddDialog(const Preset& preset, QWidget* parent)
         { .voucherType = VoucherType::BankReceipt, .voucherDate = QDate::currentDate() });
     m_links->show(preset.projectId, preset.transactionIds);
     m_queue->add(preset.files);
+    if (preset.files.isEmpty())
+        m_queue->focusChooser();
+    else
+        m_fields->focus(VoucherRules::Field::Name);
     resize(1000, 640);
 }
 

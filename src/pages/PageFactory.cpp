@@ -1,7 +1,9 @@
 #include "pages/PageFactory.h"
 
 #include "pages/dashboard/DashboardPage.h"
+#include "pages/documents/DocumentPage.h"
 #include "pages/ledger/LedgerPage.h"
+#include "pages/projects/ProjectPage.h"
 #include "pages/reports/ReportPage.h"
 #include "pages/SettingsPage.h"
 #include "pages/UpcomingPage.h"
@@ -19,10 +21,9 @@ IPage* createPage(PageId id, QWidget* parent)
     case PageId::Ledger:
         return new LedgerPage(parent);
     case PageId::Documents:
-        return upcoming(
-            u"文书中心"_s, u"年度股东决定书、公私资金往来决定书和财产独立声明书将在这里生成。"_s);
+        return new DocumentPage(parent);
     case PageId::Projects:
-        return upcoming(u"项目合同管理"_s, u"项目及其合同将在这里管理。"_s);
+        return new ProjectPage(parent);
     case PageId::Vouchers:
         return upcoming(u"凭证归档"_s, u"银行回单、合同、发票等凭证文件将在这里归档。"_s);
     case PageId::Reports:

@@ -100,7 +100,8 @@ QAbstractButton* ModalAnswerer::buttonOf(const QDialog* dialog, const QString& t
 void ModalAnswerer::look()
 {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (!dialog || !dialog->isVisible())
+    // A notice of work in progress asks nothing and goes by itself.
+    if (!dialog || !dialog->isVisible() || dialog->objectName() == u"BusyNotice")
         return;
     if (dialog != m_answered) {
         answer(dialog);

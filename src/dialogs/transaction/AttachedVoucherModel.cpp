@@ -121,7 +121,7 @@ QVariant AttachedVoucherModel::colourOf(State state, int column)
 {
     const Theme& theme = Theme::instance();
     if (column == Description)
-        return theme.color(state == State::Removed ? Token::TextTertiary : Token::TextPrimary);
+        return theme.color(state == State::Removed ? Token::TextSecondary : Token::TextPrimary);
     switch (state) {
     case State::Removed:
         return theme.color(Token::DangerText);

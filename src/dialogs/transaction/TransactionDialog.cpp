@@ -14,15 +14,23 @@
 #include "widgets/SectionTitle.h"
 
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollArea>
 #include <QShortcut>
+#include <QShowEvent>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr QSize usualSize { 940, 690 };
+constexpr int footerHeight = 57;
+
+// Of the screen's height, for the title bar and some of the window behind.
+constexpr int spared = 100;
 
 // Re-evaluating this many entries takes a noticeable while.
 constexpr qint64 largeLedger = 5'000;
@@ -108,6 +116,20 @@ QWidget* TransactionDialog::buildSections()
     section(u"③ 风险预演（随填写内容即时更新，以保存后完整判定为准）"_s, m_preview);
     column->addStretch();
     return content;
+}
+
+void TransactionDialog::showEvent(QShowEvent* event)
+{
+    FormDialog::showEvent(event);
+    if (event->spontaneous() || m_wasShown)
+        return;
+    m_wasShown = true;
+    // So that the preview of an entry with many vouchers shows without scrolling where the screen
+    // has room for it. Not earlier: the style has just given the fields their height.
+    const int content = m_sections->widget()->sizeHint().height() + footerHeight;
+    const int room = screen()->availableGeometry().height() - spared;
+    if (content > height() && room > height())
+        resize(width(), std::min(content, room));
 }
 
 void TransactionDialog::buildButtons()

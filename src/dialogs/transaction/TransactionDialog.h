@@ -28,6 +28,7 @@ public slots:
     int exec() override;
 
 protected:
+    void showEvent(QShowEvent* event) override;
     bool hasUnsavedInput() const override;
     QString discardQuestion() const override;
 
@@ -43,6 +44,7 @@ private:
 
     Transaction m_entry; // what the form makes of the entry as it was opened
     bool m_isLoaded = true;
+    bool m_wasShown = false;
     int m_importedVouchers = 0;
     QScrollArea* m_sections;
     EntryForm* m_form;

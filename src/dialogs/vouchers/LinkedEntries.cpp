@@ -5,6 +5,7 @@
 #include "db/TransactionDao.h"
 #include "dialogs/TxPickerDialog.h"
 #include "widgets/ButtonRole.h"
+#include "widgets/RowDelegate.h"
 
 #include <QHash>
 #include <QHBoxLayout>
@@ -45,17 +46,18 @@ QHash<qint64, QString> linesOf(TransactionDao& dao, const QList<qint64>& ids)
 
 LinkedEntries::LinkedEntries(QWidget* parent)
     : QWidget(parent)
-    , m_lines(new QListWidget(this))
+    , m_pick(makeButton(u"选择关联流水…"_s, ButtonRole::Default, this))
     , m_clear(makeButton(u"清空流水"_s, ButtonRole::Default, this))
+    , m_lines(new QListWidget(this))
 {
-    QPushButton* pick = makeButton(u"选择关联流水…"_s, ButtonRole::Default, this);
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(8);
-    buttons->addWidget(pick);
+    buttons->addWidget(m_pick);
     buttons->addWidget(m_clear);
     buttons->addStretch();
     m_lines->setObjectName(u"linkedEntries"_s);
     m_lines->setAccessibleName(u"关联流水"_s);
+    m_lines->setItemDelegate(new RowDelegate(m_lines));
     m_lines->setUniformItemSizes(true);
     m_lines->setTabKeyNavigation(false);
     m_lines->setMinimumHeight(72);
@@ -64,7 +66,7 @@ LinkedEntries::LinkedEntries(QWidget* parent)
     column->setSpacing(8);
     column->addLayout(buttons);
     column->addWidget(m_lines, 1);
-    connect(pick, &QPushButton::clicked, this, &LinkedEntries::onPickTx);
+    connect(m_pick, &QPushButton::clicked, this, &LinkedEntries::onPickTx);
     connect(m_clear, &QPushButton::clicked, this, &LinkedEntries::onClearTx);
     setEntryIds({});
 }
@@ -83,8 +85,7 @@ void LinkedEntries::setEntryIds(const QList<qint64>& ids)
             continue;
         seen += id;
         m_ids += id;
-        auto* item = new QListWidgetItem(lines.value(id, u"#%1"_s.arg(id)), m_lines);
-        item->setToolTip(item->text().toHtmlEscaped());
+        m_lines->addItem(lines.value(id, u"#%1"_s.arg(id)));
     }
     m_clear->setEnabled(!m_ids.isEmpty());
 }

@@ -23,6 +23,7 @@ private:
     void onClearTx();
 
     QList<qint64> m_ids;
-    QListWidget* m_lines;
+    QPushButton* m_pick;
     QPushButton* m_clear;
+    QListWidget* m_lines;
 };

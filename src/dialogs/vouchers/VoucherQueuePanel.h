@@ -33,13 +33,14 @@ signals:
 
 private:
     void buildLayout();
+    QWidget* buildDropZone();
     void onChooseFiles();
     void removeSelected();
     void update();
 
     VoucherQueueModel* m_model;
-    QListView* m_list;
-    QStackedWidget* m_stack;
     QPushButton* m_choose;
     QPushButton* m_remove;
+    QStackedWidget* m_stack;
+    QListView* m_list;
 };
