@@ -183,11 +183,12 @@ private:
     LedgerLine m_line;
 };
 
-QString shareholderFlowStatement()
+QString shareholderFlowStatement(const QString& columns = u"*"_s)
 {
-    return u"SELECT * FROM transactions WHERE category IN "
-           "('shareholder_in','shareholder_out','expense_reimburse') ORDER BY trans_date ASC, id "
-           "ASC"_s;
+    return u"SELECT "_s + columns
+        + u" FROM transactions WHERE category IN "
+          "('shareholder_in','shareholder_out','expense_reimburse') ORDER BY trans_date ASC, id "
+          "ASC"_s;
 }
 
 // The column's value for each level, in the order of the levels.
@@ -280,8 +281,8 @@ QList<Transaction> TransactionDao::shareholderFlowsToReview()
 {
     // Named columns: of a star the driver would copy every text of every row.
     return readAll<Transaction>(reviewedColumns,
-        shareholderFlowStatement().replace(
-            u"*"_s, u"id, trans_date, direction, category, amount_fen, risk_manual_override"_s),
+        shareholderFlowStatement(
+            u"id, trans_date, direction, category, amount_fen, risk_manual_override"_s),
         {});
 }
 
