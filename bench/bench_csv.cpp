@@ -1,7 +1,6 @@
 // The ledger as CSV, search included, beside SQLite's C interface writing the same bytes.
 
 #include "core/AppPaths.h"
-#include "db/TransactionDao.h"
 #include "services/csv/CsvExport.h"
 #include "support/BenchLedger.h"
 #include "support/PairedTiming.h"
@@ -184,7 +183,7 @@ void exportLedger(benchmark::State& state)
     measurePair(
         state,
         [&] {
-            if (!CsvExport::exportLedger(TransactionDao().search({}), ourPath).ok)
+            if (!CsvExport::exportSearch({}, ourPath).ok)
                 qFatal("The export failed");
         },
         [&] { writeRaw(database, rawPathBytes); });

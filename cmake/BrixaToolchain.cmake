@@ -4,9 +4,15 @@ include(CheckLinkerFlag)
 
 find_program(BRIXA_CCACHE ccache)
 if(BRIXA_CCACHE)
-    # A precompiled header carries time stamps, which would make every cached object a miss.
+    # A precompiled header carries time stamps, which would make every cached object a miss. Paths
+    # are taken relative to the tree, so that another clone of it finds the objects too.
     set(CMAKE_CXX_COMPILER_LAUNCHER
-        ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime
+        ${CMAKE_COMMAND}
+        -E
+        env
+        CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+        CCACHE_BASEDIR=${CMAKE_SOURCE_DIR}
+        CCACHE_NOHASHDIR=1
         ${BRIXA_CCACHE})
 endif()
 

@@ -4,6 +4,9 @@
 
 #include <QHash>
 
+#include <algorithm>
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -69,6 +72,102 @@ constexpr auto levelColumns = std::to_array<Column<LevelCount>>({
     column<&LevelCount::level>(u"risk_level"),
     column<&LevelCount::count>(u"cnt"),
 });
+
+// Texts as they are stored: Qt reads text columns as UTF-16, which a file in UTF-8 would undo.
+// The order is that of `LineCells`.
+constexpr QStringView lineColumns
+    = u"t.id, CAST(t.trans_date AS BLOB), CAST(t.summary AS BLOB), CAST(t.direction AS BLOB), "
+      "t.amount_fen, CAST(t.owner_account_type AS BLOB), CAST(t.counterparty_name AS BLOB), "
+      "CAST(t.counterparty_account_type AS BLOB), CAST(t.category AS BLOB), "
+      "t.project_id IS NOT NULL, CAST(p.name AS BLOB), "
+      "CAST(t.risk_level AS BLOB), t.risk_manual_override IS NOT NULL, "
+      "CAST(t.risk_reasons AS BLOB), CAST(t.note AS BLOB), ";
+
+/// The cells of a row of `lineColumns`, which the views of its line look into.
+class LineCells final {
+public:
+    const LedgerLine& read(const QSqlQuery& query)
+    {
+        for (std::size_t i = 0; i < m_cells.size(); ++i)
+            m_cells[i] = query.value(static_cast<int>(i));
+        m_line.id = number(0);
+        m_line.date = date(1);
+        m_line.summary = text(2);
+        m_line.direction = value<Direction>(3);
+        m_line.amountFen = number(4);
+        m_line.ownerAccountType = value<AccountType>(5);
+        m_line.counterpartyName = text(6);
+        m_line.counterpartyAccountType = value<AccountType>(7);
+        m_line.category = value<Category>(8);
+        m_line.hasProject = number(9) == 1;
+        m_line.projectName = text(10);
+        m_line.riskLevel = value<RiskLevel>(11);
+        m_line.riskIsManual = number(12) == 1;
+        m_line.riskReasons = reasons(13);
+        m_line.note = text(14);
+        m_line.voucherCount = number(15);
+        return m_line;
+    }
+
+private:
+    qint64 number(std::size_t cell) const { return m_cells[cell].toLongLong(); }
+
+    QByteArrayView bytes(std::size_t cell) const
+    {
+        const QVariant& value = m_cells[cell];
+        return value.typeId() == QMetaType::QByteArray
+            ? QByteArrayView(*static_cast<const QByteArray*>(value.constData()))
+            : QByteArrayView();
+    }
+
+    QByteArrayView text(std::size_t cell)
+    {
+        if (!bytes(cell).isValidUtf8())
+            m_cells[cell] = QString::fromUtf8(bytes(cell)).toUtf8();
+        return bytes(cell);
+    }
+
+    // Nothing for what is not a date, as in records.
+    QByteArrayView date(std::size_t cell) const
+    {
+        std::array<char16_t, 10> digits;
+        const QByteArrayView stored = bytes(cell);
+        if (stored.size() != static_cast<qsizetype>(digits.size()))
+            return {};
+        std::transform(stored.begin(), stored.end(), digits.begin(),
+            [](char c) { return static_cast<unsigned char>(c); });
+        return TextRules::dateFromText(digits).isValid() ? stored : QByteArrayView();
+    }
+
+    template <typename Enum> Enum value(std::size_t cell) const
+    {
+        const QLatin1String code(bytes(cell));
+        for (const auto& row : codeTable<Enum>) {
+            if (row.code == code)
+                return row.value;
+        }
+        return codeFallback<Enum>;
+    }
+
+    // The same few reasons stand under most entries that have any.
+    QStringList reasons(std::size_t cell)
+    {
+        if (bytes(cell).isEmpty())
+            return {};
+        const auto& json = *static_cast<const QByteArray*>(m_cells[cell].constData());
+        auto known = m_reasons.constFind(json);
+        if (known == m_reasons.cend()) {
+            QStringList texts;
+            CellValue::read(m_cells[cell], texts);
+            known = m_reasons.insert(json, texts);
+        }
+        return *known;
+    }
+
+    std::array<QVariant, 16> m_cells;
+    QHash<QByteArray, QStringList> m_reasons;
+    LedgerLine m_line;
+};
 
 QString shareholderFlowStatement()
 {
@@ -137,10 +236,20 @@ std::optional<Transaction> TransactionDao::findById(qint64 id)
 
 QList<Transaction> TransactionDao::search(const TransactionFilter& filter)
 {
-    Bindings bindings = conditionsOf(filter).bindings;
-    if (filter.limit > 0)
-        bindings += { u":limit"_s, filter.limit };
-    return readAll<Transaction>(transactionColumns, searchStatement(filter), bindings);
+    return readAll<Transaction>(
+        transactionColumns, searchStatement(filter), searchBindings(filter));
+}
+
+bool TransactionDao::visitLines(
+    const TransactionFilter& filter, const std::function<void(const LedgerLine&)>& visit)
+{
+    QSqlQuery query = newQuery();
+    if (!run(query, searchStatement(lineColumns, filter), searchBindings(filter)))
+        return false;
+    LineCells cells;
+    while (query.next())
+        visit(cells.read(query));
+    return readToTheEnd(query);
 }
 
 QList<Transaction> TransactionDao::entriesToEvaluate()
@@ -236,18 +345,28 @@ bool TransactionDao::setManualOverride(
 
 QString TransactionDao::searchStatement(const TransactionFilter& filter)
 {
-    QString sql
-        = u"SELECT t.*, p.name AS x_project_name,  (SELECT COUNT(*) FROM entity_links l    WHERE "
-          "l.source_type = 'voucher' AND l.target_type = 'transaction'      AND l.target_id = "
-          "t.id) "
-          "AS x_voucher_count FROM transactions t LEFT JOIN projects p ON p.id = t.project_id "
-          "WHERE "
-          "1=1"_s;
+    return searchStatement(u"t.*, p.name AS x_project_name,  ", filter);
+}
+
+QString TransactionDao::searchStatement(QStringView columns, const TransactionFilter& filter)
+{
+    QString sql = u"SELECT "_s + columns.toString()
+        + u"(SELECT COUNT(*) FROM entity_links l    WHERE l.source_type = 'voucher' AND "
+          "l.target_type = 'transaction'      AND l.target_id = t.id) AS x_voucher_count FROM "
+          "transactions t LEFT JOIN projects p ON p.id = t.project_id WHERE 1=1"_s;
     sql += conditionsOf(filter).sql;
     sql += u" ORDER BY t.trans_date DESC, t.id DESC"_s;
     if (filter.limit > 0)
         sql += u" LIMIT :limit"_s;
     return sql;
+}
+
+BaseDao::Bindings TransactionDao::searchBindings(const TransactionFilter& filter)
+{
+    Bindings bindings = conditionsOf(filter).bindings;
+    if (filter.limit > 0)
+        bindings += { u":limit"_s, filter.limit };
+    return bindings;
 }
 
 BaseDao::Conditions TransactionDao::conditionsOf(const TransactionFilter& filter)

@@ -1,7 +1,10 @@
 #pragma once
 
 #include "db/BaseDao.h"
+#include "db/LedgerLine.h"
 #include "db/Transaction.h"
+
+#include <functional>
 
 /// The fund ledger, table `transactions`.
 class TransactionDao final : public BaseDao {
@@ -17,6 +20,10 @@ public:
     std::optional<Transaction> findById(qint64 id);
     /// Newest date first, within a date the entry stored last.
     QList<Transaction> search(const TransactionFilter& filter);
+    /// The entries of a search in its order, one after the other and without records of them. A
+    /// line is gone after its visit. False when the statement failed, maybe after some lines.
+    [[nodiscard]] bool visitLines(
+        const TransactionFilter& filter, const std::function<void(const LedgerLine&)>& visit);
     /// Every entry in the order of `search`, with only those fields filled that the risk rules
     /// look at: id, direction, amount, owner's account, category, note and the voucher count.
     QList<Transaction> entriesToEvaluate();
@@ -43,6 +50,8 @@ public:
     static QString searchStatement(const TransactionFilter& filter);
 
 private:
+    static QString searchStatement(QStringView columns, const TransactionFilter& filter);
+    static Bindings searchBindings(const TransactionFilter& filter);
     static Conditions conditionsOf(const TransactionFilter& filter);
     static Bindings bindingsOf(const Transaction& entry);
 };

@@ -1,17 +1,13 @@
 #include "core/AppPaths.h"
 #include "core/InstanceLock.h"
 #include "core/SafeFile.h"
+#include "support/FileSizeLimit.h"
 #include "support/TestCase.h"
 #include "support/TestFile.h"
 
 #include <QDir>
 #include <QFile>
 #include <QProcess>
-
-#include <csignal>
-#ifdef Q_OS_UNIX
-#include <sys/resource.h>
-#endif
 
 using namespace Qt::StringLiterals;
 
@@ -115,19 +111,14 @@ private slots:
         const QString path = AppPaths::exportsDir() + u"/ledger.csv"_s;
         QVERIFY(SafeFile::write(path, "old"));
 
-        // A limit on file sizes makes write() fail the way a full disk does.
-        rlimit before {};
-        QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
-        const auto previousHandler = std::signal(SIGXFSZ, SIG_IGN);
-        rlimit small = before;
-        small.rlim_cur = 4096;
-        QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
         QString error;
-        const bool written = SafeFile::write(path, QByteArray(20'000, 'x'), &error);
-        const bool smallWritten = SafeFile::write(path + u".small"_s, "fits");
-        setrlimit(RLIMIT_FSIZE, &before);
-        std::signal(SIGXFSZ, previousHandler);
-
+        bool written = true;
+        bool smallWritten = false;
+        {
+            const FileSizeLimit limit(4096);
+            written = SafeFile::write(path, QByteArray(20'000, 'x'), &error);
+            smallWritten = SafeFile::write(path + u".small"_s, "fits");
+        }
         QVERIFY(!written);
         QVERIFY(!error.isEmpty());
         QVERIFY2(smallWritten, "the next file that fits is written");

@@ -1,9 +1,8 @@
-#include "db/TestLedgerFiguresDao.h"
-
 #include "core/TextRules.h"
 #include "db/LedgerFiguresDao.h"
 #include "db/LinkDao.h"
 #include "db/TransactionDao.h"
+#include "support/DatabaseTestCase.h"
 #include "support/TestDatabase.h"
 #include "support/TestLedger.h"
 
@@ -47,124 +46,125 @@ QString accountText(QDate from, QDate to)
 
 } // namespace
 
-void TestLedgerFiguresDao::accountsAddUp_data()
-{
-    QTest::addColumn<QDate>("from");
-    QTest::addColumn<QDate>("to");
-    QTest::addColumn<QString>("sums");
-    QTest::newRow("everything") << QDate() << QDate()
-                                << u"company in 2 9000000050; company out 2 720; private in 1 300; "
-                                   "private out 1 4"_s;
-    QTest::newRow("a month, both ends included") << QDate(2025, 1,
-        1) << QDate(2025, 1, 31) << u"company in 1 50; company out 1 700; private in 1 300"_s;
-    QTest::newRow("without end") << QDate(2025, 2, 1) << QDate()
-                                 << u"company out 1 20; private out 1 4"_s;
-    QTest::newRow("without beginning")
-        << QDate() << QDate(2024, 12, 31) << u"company in 1 9000000000"_s;
-    QTest::newRow("a range without entries")
-        << QDate(2023, 1, 1) << QDate(2023, 12, 31) << QString();
-}
+class TestLedgerFiguresDao final : public DatabaseTestCase {
+    Q_OBJECT
 
-void TestLedgerFiguresDao::accountsAddUp()
-{
-    QFETCH(QDate, from);
-    QFETCH(QDate, to);
-    QVERIFY(addLedger());
-    QTEST(accountText(from, to), "sums");
-}
+private slots:
+    void accountsAddUp_data()
+    {
+        addColumns<QDate, QDate, QString>("from", "to", "sums");
+        addCase("everything", QDate(), QDate(),
+            u"company in 2 9000000050; company out 2 720; private in 1 300; "
+            "private out 1 4"_s);
+        addCase("a month, both ends included", QDate(2025, 1, 1), QDate(2025, 1, 31),
+            u"company in 1 50; company out 1 700; private in 1 300"_s);
+        addCase("without end", QDate(2025, 2, 1), QDate(), u"company out 1 20; private out 1 4"_s);
+        addCase("without beginning", QDate(), QDate(2024, 12, 31), u"company in 1 9000000000"_s);
+        addCase("a range without entries", QDate(2023, 1, 1), QDate(2023, 12, 31), QString());
+    }
 
-void TestLedgerFiguresDao::monthsAddUp()
-{
-    QVERIFY(addLedger());
-    QStringList texts;
-    for (const MonthSum& sum : LedgerFiguresDao().monthSums(QDate(2025, 1, 1), {}))
-        texts += QStringList { sum.month, QString::number(sum.incomeFen),
-            QString::number(sum.expenseFen) }
-                     .join(u' ');
-    QCOMPARE(texts, (QStringList { u"2025-01 350 700"_s, u"2025-03 0 24"_s }));
-}
+    void accountsAddUp()
+    {
+        QFETCH(QDate, from);
+        QFETCH(QDate, to);
+        QVERIFY(addLedger());
+        QTEST(accountText(from, to), "sums");
+    }
 
-void TestLedgerFiguresDao::theOwnersBalanceCountsTransfersOnly_data()
-{
-    QTest::addColumn<QDate>("from");
-    QTest::addColumn<QDate>("to");
-    QTest::addColumn<qint64>("fen");
-    QTest::newRow("everything") << QDate() << QDate() << qint64 { 9'000'000'000 - 700 + 50 - 4 };
-    QTest::newRow("the owner owes the company")
-        << QDate(2025, 1, 1) << QDate(2025, 12, 31) << qint64 { -654 };
-    QTest::newRow("reimbursements and income do not count")
-        << QDate(2025, 3, 1) << QDate(2025, 3, 1) << qint64 { 0 };
-    QTest::newRow("a range without entries")
-        << QDate(2023, 1, 1) << QDate(2023, 12, 31) << qint64 { 0 };
-}
+    void monthsAddUp()
+    {
+        QVERIFY(addLedger());
+        QStringList texts;
+        for (const MonthSum& sum : LedgerFiguresDao().monthSums(QDate(2025, 1, 1), {}))
+            texts += QStringList { sum.month, QString::number(sum.incomeFen),
+                QString::number(sum.expenseFen) }
+                         .join(u' ');
+        QCOMPARE(texts, (QStringList { u"2025-01 350 700"_s, u"2025-03 0 24"_s }));
+    }
 
-void TestLedgerFiguresDao::theOwnersBalanceCountsTransfersOnly()
-{
-    QFETCH(QDate, from);
-    QFETCH(QDate, to);
-    QVERIFY(addLedger());
-    QTEST(LedgerFiguresDao().ownerBalanceFen(from, to), "fen");
-}
+    void theOwnersBalanceCountsTransfersOnly_data()
+    {
+        addColumns<QDate, QDate, qint64>("from", "to", "fen");
+        addCase("everything", QDate(), QDate(), qint64 { 9'000'000'000 - 700 + 50 - 4 });
+        addCase(
+            "the owner owes the company", QDate(2025, 1, 1), QDate(2025, 12, 31), qint64 { -654 });
+        addCase("reimbursements and income do not count", QDate(2025, 3, 1), QDate(2025, 3, 1),
+            qint64 { 0 });
+        addCase("a range without entries", QDate(2023, 1, 1), QDate(2023, 12, 31), qint64 { 0 });
+    }
 
-void TestLedgerFiguresDao::fundDecisionsAddUp()
-{
-    QVERIFY(addLedger());
-    const qint64 first = TestLedger::addFundDecision({ 3, 2 });
-    const qint64 second = TestLedger::addFundDecision({ 5 });
-    const qint64 other = TestLedger::addFundDecision({ 1 });
-    QVERIFY(first && second && other);
-    QCOMPARE(run({ u"UPDATE documents SET doc_type = 'independence_statement' WHERE id = 3"_s }),
-        QString());
-    // A voucher of the same number covers nothing.
-    QVERIFY(LinkDao().link(SourceType::Voucher, first, TargetType::Transaction, 1));
-    QVERIFY(LinkDao().link(SourceType::Document, first, TargetType::Project, 1));
-    auto sums = LedgerFiguresDao().fundDecisionSums();
-    QCOMPARE(sums.size(), 2);
-    QCOMPARE(sums.first().documentId, first);
-    QCOMPARE(sums.first().count, qint64 { 2 });
-    QCOMPARE(sums.first().sumFen, qint64 { 750 });
-    QCOMPARE(sums.first().firstDate, QDate(2025, 1, 1));
-    QCOMPARE(sums.last().sumFen, qint64 { 20 });
+    void theOwnersBalanceCountsTransfersOnly()
+    {
+        QFETCH(QDate, from);
+        QFETCH(QDate, to);
+        QVERIFY(addLedger());
+        QTEST(LedgerFiguresDao().ownerBalanceFen(from, to), "fen");
+    }
 
-    QVERIFY(TransactionDao().remove(5));
-    sums = LedgerFiguresDao().fundDecisionSums();
-    QCOMPARE(sums.size(), 1);
-}
+    void fundDecisionsAddUp()
+    {
+        QVERIFY(addLedger());
+        const qint64 first = TestLedger::addFundDecision({ 3, 2 });
+        const qint64 second = TestLedger::addFundDecision({ 5 });
+        const qint64 other = TestLedger::addFundDecision({ 1 });
+        QVERIFY(first && second && other);
+        QCOMPARE(
+            run({ u"UPDATE documents SET doc_type = 'independence_statement' WHERE id = 3"_s }),
+            QString());
+        // A voucher of the same number covers nothing.
+        QVERIFY(LinkDao().link(SourceType::Voucher, first, TargetType::Transaction, 1));
+        QVERIFY(LinkDao().link(SourceType::Document, first, TargetType::Project, 1));
+        auto sums = LedgerFiguresDao().fundDecisionSums();
+        QCOMPARE(sums.size(), 2);
+        QCOMPARE(sums.first().documentId, first);
+        QCOMPARE(sums.first().count, qint64 { 2 });
+        QCOMPARE(sums.first().sumFen, qint64 { 750 });
+        QCOMPARE(sums.first().firstDate, QDate(2025, 1, 1));
+        QCOMPARE(sums.last().sumFen, qint64 { 20 });
 
-void TestLedgerFiguresDao::largeEntriesWithoutVoucherAreFound()
-{
-    QVERIFY(addLedger());
-    QVERIFY(TestLedger::addVoucher(4));
-    QVERIFY(TestLedger::addFundDecision({ 1 }));
-    LedgerFiguresDao figures;
-    QCOMPARE(figures.largeEntriesWithoutVoucher(300), (QList<qint64> { 2, 1 }));
-    QCOMPARE(figures.largeEntriesWithoutVoucher(700), (QList<qint64> { 2, 1 }));
-    QCOMPARE(figures.largeEntriesWithoutVoucher(701), (QList<qint64> { 1 }));
-    QCOMPARE(figures.largeEntriesWithoutVoucher(0).size(), 5);
-}
+        QVERIFY(TransactionDao().remove(5));
+        sums = LedgerFiguresDao().fundDecisionSums();
+        QCOMPARE(sums.size(), 1);
+    }
 
-void TestLedgerFiguresDao::entriesAreCounted()
-{
-    QVERIFY(addLedger());
-    LedgerFiguresDao figures;
-    QCOMPARE(figures.entryCount({}, {}), qint64 { 6 });
-    QCOMPARE(figures.entryCount(QDate(2024, 1, 1), QDate(2024, 12, 31)), qint64 { 1 });
-    QCOMPARE(figures.entryCount(QDate(2023, 1, 1), QDate(2023, 12, 31)), qint64 { 0 });
-    QCOMPARE(figures.lastError(), QString());
-}
+    void largeEntriesWithoutVoucherAreFound()
+    {
+        QVERIFY(addLedger());
+        QVERIFY(TestLedger::addVoucher(4));
+        QVERIFY(TestLedger::addFundDecision({ 1 }));
+        LedgerFiguresDao figures;
+        QCOMPARE(figures.largeEntriesWithoutVoucher(300), (QList<qint64> { 2, 1 }));
+        QCOMPARE(figures.largeEntriesWithoutVoucher(700), (QList<qint64> { 2, 1 }));
+        QCOMPARE(figures.largeEntriesWithoutVoucher(701), (QList<qint64> { 1 }));
+        QCOMPARE(figures.largeEntriesWithoutVoucher(0).size(), 5);
+    }
 
-void TestLedgerFiguresDao::failuresLeaveNothingAndAReason()
-{
-    QCOMPARE(run({ u"ALTER TABLE transactions RENAME TO hidden"_s }), QString());
-    const QRegularExpression error(u"^SQL error: no such table: (main\\.)?transactions"_s);
-    for (int i = 0; i < 6; ++i)
-        QTest::ignoreMessage(QtWarningMsg, error);
-    LedgerFiguresDao figures;
-    QVERIFY(figures.accountSums({}, {}).isEmpty() && figures.monthSums({}, {}).isEmpty()
-        && figures.fundDecisionSums().isEmpty() && figures.largeEntriesWithoutVoucher(0).isEmpty());
-    QCOMPARE(figures.ownerBalanceFen({}, {}), qint64 { 0 });
-    QCOMPARE(figures.entryCount({}, {}), qint64 { 0 });
-    QVERIFY(!figures.lastError().isEmpty());
-}
+    void entriesAreCounted()
+    {
+        QVERIFY(addLedger());
+        LedgerFiguresDao figures;
+        QCOMPARE(figures.entryCount({}, {}), qint64 { 6 });
+        QCOMPARE(figures.entryCount(QDate(2024, 1, 1), QDate(2024, 12, 31)), qint64 { 1 });
+        QCOMPARE(figures.entryCount(QDate(2023, 1, 1), QDate(2023, 12, 31)), qint64 { 0 });
+        QCOMPARE(figures.lastError(), QString());
+    }
+
+    void failuresLeaveNothingAndAReason()
+    {
+        QCOMPARE(run({ u"ALTER TABLE transactions RENAME TO hidden"_s }), QString());
+        const QRegularExpression error(u"^SQL error: no such table: (main\\.)?transactions"_s);
+        for (int i = 0; i < 6; ++i)
+            QTest::ignoreMessage(QtWarningMsg, error);
+        LedgerFiguresDao figures;
+        QVERIFY(figures.accountSums({}, {}).isEmpty() && figures.monthSums({}, {}).isEmpty()
+            && figures.fundDecisionSums().isEmpty()
+            && figures.largeEntriesWithoutVoucher(0).isEmpty());
+        QCOMPARE(figures.ownerBalanceFen({}, {}), qint64 { 0 });
+        QCOMPARE(figures.entryCount({}, {}), qint64 { 0 });
+        QVERIFY(!figures.lastError().isEmpty());
+    }
+};
 
 static const RegisteredTest<TestLedgerFiguresDao> registered;
+
+#include "TestLedgerFiguresDao.moc"

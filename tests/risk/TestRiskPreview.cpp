@@ -1,6 +1,5 @@
-#include "risk/TestRiskPreview.h"
-
 #include "services/risk/RiskPreview.h"
+#include "support/TestCase.h"
 
 using namespace Qt::StringLiterals;
 using RiskRules::RiskResult;
@@ -16,50 +15,56 @@ const QString nothingFound = u"当前关键字段未触发即时风险规则（R
 
 } // namespace
 
-void TestRiskPreview::theLevelChoosesBannerAndHeading_data()
-{
-    QTest::addColumn<RiskResult>("result");
-    QTest::addColumn<NoticeLevel>("level");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("high") << RiskResult { RiskLevel::High, { u"甲 %1"_s, u"乙"_s } }
-                          << NoticeLevel::Danger << u"保存后将标记为【高风险】：\n甲 %1\n乙"_s;
-    QTest::newRow("low") << RiskResult { RiskLevel::Low, { u"丙"_s } } << NoticeLevel::Warning
-                         << u"保存后将标记为【预警】：\n丙"_s;
-    QTest::newRow("normal") << RiskResult() << NoticeLevel::Info << nothingFound;
-}
+class TestRiskPreview final : public TestCase {
+    Q_OBJECT
 
-void TestRiskPreview::theLevelChoosesBannerAndHeading()
-{
-    QFETCH(RiskResult, result);
-    const RiskPreview preview = riskPreview(result, Category::Other, true);
-    QTEST(preview.level, "level");
-    QTEST(preview.text, "text");
-    const RiskPreview incomplete = riskPreview(result, Category::Other, false);
-    QCOMPARE(incomplete.level, preview.level);
-    QCOMPARE(incomplete.text, preview.text + incompleteHint);
-}
+private slots:
+    void theLevelChoosesBannerAndHeading_data()
+    {
+        addColumns<RiskResult, NoticeLevel, QString>("result", "level", "text");
+        addCase("high", RiskResult { RiskLevel::High, { u"甲 %1"_s, u"乙"_s } },
+            NoticeLevel::Danger, u"保存后将标记为【高风险】：\n甲 %1\n乙"_s);
+        addCase("low", RiskResult { RiskLevel::Low, { u"丙"_s } }, NoticeLevel::Warning,
+            u"保存后将标记为【预警】：\n丙"_s);
+        addCase("normal", RiskResult(), NoticeLevel::Info, nothingFound);
+    }
 
-void TestRiskPreview::transfersAreToldOfTheFullEvaluation_data()
-{
-    QTest::addColumn<Category>("category");
-    QTest::addColumn<bool>("told");
-    for (const Category category : allValues<Category>())
-        QTest::newRow(qPrintable(codeOf(category)))
-            << category
-            << (QStringList { u"expense_reimburse"_s, u"shareholder_in"_s, u"shareholder_out"_s }
-                       .contains(codeOf(category)));
-}
+    void theLevelChoosesBannerAndHeading()
+    {
+        QFETCH(RiskResult, result);
+        const RiskPreview preview = riskPreview(result, Category::Other, true);
+        QTEST(preview.level, "level");
+        QTEST(preview.text, "text");
+        const RiskPreview incomplete = riskPreview(result, Category::Other, false);
+        QCOMPARE(incomplete.level, preview.level);
+        QCOMPARE(incomplete.text, preview.text + incompleteHint);
+    }
 
-void TestRiskPreview::transfersAreToldOfTheFullEvaluation()
-{
-    QFETCH(Category, category);
-    QFETCH(bool, told);
-    QCOMPARE(riskPreview({}, category, true).text, nothingFound + (told ? frequencyHint : u""_s));
-}
+    void transfersAreToldOfTheFullEvaluation_data()
+    {
+        addColumns<Category, bool>("category", "told");
+        for (const Category category : allValues<Category>())
+            addCase(qPrintable(codeOf(category)), category,
+                QStringList { u"expense_reimburse"_s, u"shareholder_in"_s, u"shareholder_out"_s }
+                    .contains(codeOf(category)));
+    }
 
-void TestRiskPreview::remarksFollowEachOther()
-{
-    const RiskResult low { RiskLevel::Low, { u"丙"_s } };
-    QCOMPARE(riskPreview(low, Category::ShareholderOut, false).text,
-        u"保存后将标记为【预警】：\n丙"_s + frequencyHint + incompleteHint);
-}
+    void transfersAreToldOfTheFullEvaluation()
+    {
+        QFETCH(Category, category);
+        QFETCH(bool, told);
+        QCOMPARE(
+            riskPreview({}, category, true).text, nothingFound + (told ? frequencyHint : u""_s));
+    }
+
+    void remarksFollowEachOther()
+    {
+        const RiskResult low { RiskLevel::Low, { u"丙"_s } };
+        QCOMPARE(riskPreview(low, Category::ShareholderOut, false).text,
+            u"保存后将标记为【预警】：\n丙"_s + frequencyHint + incompleteHint);
+    }
+};
+
+static const RegisteredTest<TestRiskPreview> registered;
+
+#include "TestRiskPreview.moc"

@@ -1,9 +1,6 @@
-#include "risk/TestRiskRules.h"
-
 #include "services/risk/RiskRules.h"
+#include "support/TestCase.h"
 #include "support/TestLedger.h"
-
-#include <random>
 
 using namespace Qt::StringLiterals;
 using RiskRules::Circumstances;
@@ -28,279 +25,205 @@ Circumstances usual()
     return { .largeAmountFen = 5'000'000, .windowDays = 30 };
 }
 
-using Sizes = QMap<qint64, int>;
-
-Sizes sorted(const QHash<qint64, int>& sizes)
-{
-    Sizes map;
-    for (const auto& [id, size] : sizes.asKeyValueRange())
-        map.insert(id, size);
-    return map;
-}
-
-// The rule as a person would apply it: look at every flow's window and count.
-Sizes countedOneByOne(
-    const QList<Flow>& flows, const QSet<qint64>& covered, const RiskRules::Frequency& frequency)
-{
-    Sizes sizes;
-    for (qsizetype i = 0; i < flows.size(); ++i) {
-        QList<qint64> group;
-        for (qsizetype j = 0; j <= i; ++j) {
-            const qint64 daysBefore = flows.at(j).date.daysTo(flows.at(i).date);
-            if (daysBefore >= 0 && daysBefore <= frequency.windowDays - 1)
-                group += flows.at(j).id;
-        }
-        if (group.size() < frequency.count)
-            continue;
-        for (const qint64 id : group) {
-            if (!covered.contains(id))
-                sizes[id] = std::max(sizes.value(id), static_cast<int>(group.size()));
-        }
-    }
-    return sizes;
-}
-
-QString described(const QList<Flow>& flows, const QSet<qint64>& covered)
-{
-    QStringList texts;
-    for (const Flow& flow : flows)
-        texts += flow.date.toString(Qt::ISODate) + (covered.contains(flow.id) ? u"+"_s : u""_s);
-    return texts.join(u' ');
-}
-
 } // namespace
 
-void TestRiskRules::businessThroughThePrivateAccountIsHigh_data()
-{
-    QTest::addColumn<Category>("category");
-    QTest::addColumn<Direction>("direction");
-    QTest::addColumn<AccountType>("owner");
-    QTest::addColumn<QStringList>("reasons");
-    const auto in = Direction::In;
-    const auto out = Direction::Out;
-    const auto priv = AccountType::Private;
-    QTest::newRow("income into it")
-        << Category::BusinessIncome << in << priv << QStringList { privateIncome };
-    QTest::newRow("expense out of it")
-        << Category::BusinessExpense << out << priv << QStringList { privateExpense };
-    QTest::newRow("income paid back") << Category::BusinessIncome << out << priv << QStringList();
-    QTest::newRow("expense paid back") << Category::BusinessExpense << in << priv << QStringList();
-    QTest::newRow("income into the company's")
-        << Category::BusinessIncome << in << AccountType::Company << QStringList();
-    QTest::newRow("expense out of an unknown one")
-        << Category::BusinessExpense << out << AccountType::Unknown << QStringList();
-    QTest::newRow("salary out of it") << Category::Salary << out << priv << QStringList();
-    QTest::newRow("owner's loan into it") << Category::ShareholderIn << in << priv << QStringList();
-}
+class TestRiskRules final : public TestCase {
+    Q_OBJECT
 
-void TestRiskRules::businessThroughThePrivateAccountIsHigh()
-{
-    QFETCH(Category, category);
-    QFETCH(Direction, direction);
-    QFETCH(AccountType, owner);
-    QFETCH(QStringList, reasons);
-    Transaction entry = entryOf(category, direction, owner);
-    const auto level = reasons.isEmpty() ? RiskLevel::Normal : RiskLevel::High;
-    // Neither the other side's account nor vouchers change what happened.
-    for (const AccountType counterparty : allValues<AccountType>()) {
-        entry.counterpartyAccountType = counterparty;
-        Circumstances circumstances = usual();
-        circumstances.voucherCount = 3;
-        const auto result = RiskRules::evaluate(entry, circumstances);
-        QCOMPARE(result.level, level);
-        QCOMPARE(result.reasons, reasons);
+private slots:
+    void businessThroughThePrivateAccountIsHigh_data()
+    {
+        addColumns<Category, Direction, AccountType, QStringList>(
+            "category", "direction", "owner", "reasons");
+        const auto in = Direction::In;
+        const auto out = Direction::Out;
+        const auto priv = AccountType::Private;
+        addCase(
+            "income into it", Category::BusinessIncome, in, priv, QStringList { privateIncome });
+        addCase("expense out of it", Category::BusinessExpense, out, priv,
+            QStringList { privateExpense });
+        addCase("income paid back", Category::BusinessIncome, out, priv, QStringList());
+        addCase("expense paid back", Category::BusinessExpense, in, priv, QStringList());
+        addCase("income into the company's", Category::BusinessIncome, in, AccountType::Company,
+            QStringList());
+        addCase("expense out of an unknown one", Category::BusinessExpense, out,
+            AccountType::Unknown, QStringList());
+        addCase("salary out of it", Category::Salary, out, priv, QStringList());
+        addCase("owner's loan into it", Category::ShareholderIn, in, priv, QStringList());
     }
-}
 
-void TestRiskRules::largeAmountsNeedAnExplanation_data()
-{
-    QTest::addColumn<qint64>("fen");
-    QTest::addColumn<QString>("note");
-    QTest::addColumn<int>("vouchers");
-    QTest::addColumn<bool>("flagged");
-    QTest::newRow("at the threshold, no note") << qint64 { 5'000'000 } << QString() << 0 << true;
-    QTest::newRow("one fen below") << qint64 { 4'999'999 } << QString() << 0 << false;
-    QTest::newRow("far above") << qint64 { 9'999'999'999 } << u""_s << 0 << true;
-    QTest::newRow("one voucher") << qint64 { 5'000'000 } << QString() << 1 << false;
-    QTest::newRow("note of four characters") << qint64 { 5'000'000 } << u"采购款项"_s << 0 << true;
-    QTest::newRow("note of five characters")
-        << qint64 { 5'000'000 } << u"采购服务器"_s << 0 << false;
-    QTest::newRow("four characters and blanks")
-        << qint64 { 5'000'000 } << u" 　采购款项\n\t　"_s << 0 << true;
-    QTest::newRow("blanks inside count") << qint64 { 5'000'000 } << u"采 购 款"_s << 0 << false;
-    QTest::newRow("four characters of two units each")
-        << qint64 { 5'000'000 } << u"𠮷𠮷𠮷𠮷"_s << 0 << true;
-}
-
-void TestRiskRules::largeAmountsNeedAnExplanation()
-{
-    QFETCH(qint64, fen);
-    QFETCH(QString, note);
-    QFETCH(int, vouchers);
-    QFETCH(bool, flagged);
-    for (const Category category : allValues<Category>()) {
-        for (const Direction direction : allValues<Direction>()) {
-            Transaction entry = entryOf(category, direction, AccountType::Company, fen);
-            entry.note = note;
+    void businessThroughThePrivateAccountIsHigh()
+    {
+        QFETCH(Category, category);
+        QFETCH(Direction, direction);
+        QFETCH(AccountType, owner);
+        QFETCH(QStringList, reasons);
+        Transaction entry = entryOf(category, direction, owner);
+        const auto level = reasons.isEmpty() ? RiskLevel::Normal : RiskLevel::High;
+        // Neither the other side's account nor vouchers change what happened.
+        for (const AccountType counterparty : allValues<AccountType>()) {
+            entry.counterpartyAccountType = counterparty;
             Circumstances circumstances = usual();
-            circumstances.voucherCount = vouchers;
+            circumstances.voucherCount = 3;
             const auto result = RiskRules::evaluate(entry, circumstances);
-            QCOMPARE(result.level, flagged ? RiskLevel::Low : RiskLevel::Normal);
-            QCOMPARE(result.reasons.size(), flagged ? 1 : 0);
+            QCOMPARE(result.level, level);
+            QCOMPARE(result.reasons, reasons);
         }
     }
-}
 
-void TestRiskRules::thresholdsAreNamedInYuan_data()
-{
-    QTest::addColumn<qint64>("threshold");
-    QTest::addColumn<QString>("yuan");
-    QTest::newRow("whole yuan") << qint64 { 5'000'000 } << u"50000"_s;
-    QTest::newRow("fen") << qint64 { 5'000'050 } << u"50000.50"_s;
-    QTest::newRow("one fen") << qint64 { 1 } << u"0.01"_s;
-    QTest::newRow("zero: every entry") << qint64 { 0 } << u"0"_s;
-    QTest::newRow("no separators") << qint64 { 123'456'789'00 } << u"123456789"_s;
-}
-
-void TestRiskRules::thresholdsAreNamedInYuan()
-{
-    QFETCH(qint64, threshold);
-    QFETCH(QString, yuan);
-    const Transaction entry
-        = entryOf(Category::Other, Direction::In, AccountType::Company, qMax(threshold, 1LL));
-    QCOMPARE(RiskRules::evaluate(entry, { .largeAmountFen = threshold }).reasons,
-        QStringList { u"大额转账（≥"_s + yuan
-            + u"元）缺少书面说明或原始凭证，诉讼中难以证明款项用途与真实性。"_s });
-}
-
-void TestRiskRules::frequentTransfersNameWindowAndSize()
-{
-    Circumstances circumstances = usual();
-    circumstances.inFrequentGroup = true;
-    circumstances.groupSize = 12;
-    circumstances.windowDays = 45;
-    const auto result = RiskRules::evaluate(
-        entryOf(Category::ShareholderOut, Direction::Out, AccountType::Company), circumstances);
-    QCOMPARE(result.level, RiskLevel::Medium);
-    QCOMPARE(result.reasons,
-        QStringList {
-            u"近45天内公私账户互转达12笔，该笔未列入资金往来决定书明细，资金性质（借款/备用金/报销）不明，存在混同风险。"_s });
-}
-
-void TestRiskRules::everyRuleThatFiresIsNamedUnderTheGravestLevel()
-{
-    Circumstances circumstances = usual();
-    const Transaction entry
-        = entryOf(Category::BusinessIncome, Direction::In, AccountType::Private, 5'000'000);
-    auto result = RiskRules::evaluate(entry, circumstances);
-    QCOMPARE(result.level, RiskLevel::High);
-    QCOMPARE(result.reasons.size(), 2);
-    QCOMPARE(result.reasons.first(), privateIncome);
-    QVERIFY(result.reasons.last().startsWith(u"大额转账（≥50000元）"_s));
-
-    circumstances.inFrequentGroup = true;
-    result = RiskRules::evaluate(entry, circumstances);
-    QCOMPARE(result.level, RiskLevel::High);
-    QCOMPARE(result.reasons.size(), 3);
-    QVERIFY(result.reasons.at(1).startsWith(u"近30天内"_s));
-
-    result = RiskRules::evaluate(
-        entryOf(Category::ShareholderIn, Direction::In, AccountType::Company, 5'000'000),
-        circumstances);
-    QCOMPARE(result.level, RiskLevel::Medium);
-    QCOMPARE(result.reasons.size(), 2);
-}
-
-void TestRiskRules::thresholdsThatMakeNoSenseGiveWay_data()
-{
-    QTest::addColumn<int>("days");
-    QTest::addColumn<int>("count");
-    QTest::addColumn<int>("daysInForce");
-    QTest::addColumn<int>("countInForce");
-    QTest::newRow("as stored") << 7 << 2 << 7 << 2;
-    QTest::newRow("one day, one flow") << 1 << 1 << 1 << 1;
-    QTest::newRow("zero") << 0 << 0 << 30 << 3;
-    QTest::newRow("negative") << -5 << -1 << 30 << 3;
-    QTest::newRow("each on its own") << 0 << 5 << 30 << 5;
-}
-
-void TestRiskRules::thresholdsThatMakeNoSenseGiveWay()
-{
-    QFETCH(int, days);
-    QFETCH(int, count);
-    CompanyProfile profile;
-    profile.frequentWindowDays = days;
-    profile.frequentCount = count;
-    const auto frequency = RiskRules::frequencyOf(profile);
-    QTEST(frequency.windowDays, "daysInForce");
-    QTEST(frequency.count, "countInForce");
-}
-
-void TestRiskRules::groupsSpanTheWindow_data()
-{
-    QTest::addColumn<QList<int>>("days"); // of 2025
-    QTest::addColumn<QList<int>>("coveredPlaces");
-    QTest::addColumn<QList<int>>("sizes"); // 0: not flagged
-    using Days = QList<int>;
-    QTest::newRow("first and last 29 days apart")
-        << Days { 1, 15, 30 } << Days {} << Days { 3, 3, 3 };
-    QTest::newRow("30 days apart") << Days { 1, 15, 31 } << Days {} << Days { 0, 0, 0 };
-    QTest::newRow("two on a day") << Days { 5, 5 } << Days {} << Days { 0, 0 };
-    QTest::newRow("three on a day") << Days { 5, 5, 5 } << Days {} << Days { 3, 3, 3 };
-    QTest::newRow("half of four covered")
-        << Days { 1, 2, 3, 4 } << Days { 0, 2 } << Days { 0, 4, 0, 4 };
-    QTest::newRow("all covered") << Days { 1, 2, 3, 4 } << Days { 0, 1, 2, 3 }
-                                 << Days { 0, 0, 0, 0 };
-    QTest::newRow("the largest of its groups counts")
-        << Days { 1, 20, 30, 31, 32, 33 } << Days {} << Days { 3, 5, 5, 5, 5, 5 };
-    QTest::newRow("two clusters apart")
-        << Days { 1, 2, 3, 100, 101, 102, 103 } << Days {} << Days { 3, 3, 3, 4, 4, 4, 4 };
-    QTest::newRow("no flow") << Days {} << Days {} << Days {};
-}
-
-void TestRiskRules::groupsSpanTheWindow()
-{
-    QFETCH(QList<int>, days);
-    QFETCH(QList<int>, coveredPlaces);
-    QFETCH(QList<int>, sizes);
-    QList<Flow> flows;
-    QSet<qint64> covered;
-    for (qsizetype i = 0; i < days.size(); ++i) {
-        flows += { i + 1, QDate(2024, 12, 31).addDays(days.at(i)) };
-        if (coveredPlaces.contains(i))
-            covered += i + 1;
+    void largeAmountsNeedAnExplanation_data()
+    {
+        addColumns<qint64, QString, int, bool>("fen", "note", "vouchers", "flagged");
+        addCase("at the threshold, no note", qint64 { 5'000'000 }, QString(), 0, true);
+        addCase("one fen below", qint64 { 4'999'999 }, QString(), 0, false);
+        addCase("far above", qint64 { 9'999'999'999 }, u""_s, 0, true);
+        addCase("one voucher", qint64 { 5'000'000 }, QString(), 1, false);
+        addCase("note of four characters", qint64 { 5'000'000 }, u"采购款项"_s, 0, true);
+        addCase("note of five characters", qint64 { 5'000'000 }, u"采购服务器"_s, 0, false);
+        addCase(
+            "four characters and blanks", qint64 { 5'000'000 }, u" 　采购款项\n\t　"_s, 0, true);
+        addCase("blanks inside count", qint64 { 5'000'000 }, u"采 购 款"_s, 0, false);
+        addCase("four characters of two units each", qint64 { 5'000'000 }, u"𠮷𠮷𠮷𠮷"_s, 0, true);
     }
-    const auto groups = RiskRules::frequentGroups(flows, covered, {});
-    QList<int> found;
-    for (const Flow& flow : flows)
-        found += groups.value(flow.id, 0);
-    QCOMPARE(found, sizes);
-    QCOMPARE(groups.size(), sizes.size() - sizes.count(0));
-}
 
-void TestRiskRules::groupsAgreeWithCountingThemOneByOne()
-{
-    std::mt19937 random(7);
-    const auto pick = [&random](int below) { return static_cast<int>(random() % unsigned(below)); };
-    for (int round = 0; round < 5'000; ++round) {
-        QList<QDate> dates;
-        const int spread = 1 + pick(40);
-        for (int i = pick(16); i > 0; --i)
-            dates += QDate(2024, 2, 20).addDays(pick(spread));
-        std::sort(dates.begin(), dates.end());
+    void largeAmountsNeedAnExplanation()
+    {
+        QFETCH(qint64, fen);
+        QFETCH(QString, note);
+        QFETCH(int, vouchers);
+        QFETCH(bool, flagged);
+        for (const Category category : allValues<Category>()) {
+            for (const Direction direction : allValues<Direction>()) {
+                Transaction entry = entryOf(category, direction, AccountType::Company, fen);
+                entry.note = note;
+                Circumstances circumstances = usual();
+                circumstances.voucherCount = vouchers;
+                const auto result = RiskRules::evaluate(entry, circumstances);
+                QCOMPARE(result.level, flagged ? RiskLevel::Low : RiskLevel::Normal);
+                QCOMPARE(result.reasons.size(), flagged ? 1 : 0);
+            }
+        }
+    }
+
+    void thresholdsAreNamedInYuan_data()
+    {
+        addColumns<qint64, QString>("threshold", "yuan");
+        addCase("whole yuan", qint64 { 5'000'000 }, u"50000"_s);
+        addCase("fen", qint64 { 5'000'050 }, u"50000.50"_s);
+        addCase("one fen", qint64 { 1 }, u"0.01"_s);
+        addCase("zero: every entry", qint64 { 0 }, u"0"_s);
+        addCase("no separators", qint64 { 123'456'789'00 }, u"123456789"_s);
+    }
+
+    void thresholdsAreNamedInYuan()
+    {
+        QFETCH(qint64, threshold);
+        QFETCH(QString, yuan);
+        const Transaction entry
+            = entryOf(Category::Other, Direction::In, AccountType::Company, qMax(threshold, 1LL));
+        QCOMPARE(RiskRules::evaluate(entry, { .largeAmountFen = threshold }).reasons,
+            QStringList { u"大额转账（≥"_s + yuan
+                + u"元）缺少书面说明或原始凭证，诉讼中难以证明款项用途与真实性。"_s });
+    }
+
+    void frequentTransfersNameWindowAndSize()
+    {
+        Circumstances circumstances = usual();
+        circumstances.inFrequentGroup = true;
+        circumstances.groupSize = 12;
+        circumstances.windowDays = 45;
+        const auto result = RiskRules::evaluate(
+            entryOf(Category::ShareholderOut, Direction::Out, AccountType::Company), circumstances);
+        QCOMPARE(result.level, RiskLevel::Medium);
+        QCOMPARE(result.reasons,
+            QStringList {
+                u"近45天内公私账户互转达12笔，该笔未列入资金往来决定书明细，资金性质（借款/备用金/报销）不明，存在混同风险。"_s });
+    }
+
+    void everyRuleThatFiresIsNamedUnderTheGravestLevel()
+    {
+        Circumstances circumstances = usual();
+        const Transaction entry
+            = entryOf(Category::BusinessIncome, Direction::In, AccountType::Private, 5'000'000);
+        auto result = RiskRules::evaluate(entry, circumstances);
+        QCOMPARE(result.level, RiskLevel::High);
+        QCOMPARE(result.reasons.size(), 2);
+        QCOMPARE(result.reasons.first(), privateIncome);
+        QVERIFY(result.reasons.last().startsWith(u"大额转账（≥50000元）"_s));
+
+        circumstances.inFrequentGroup = true;
+        result = RiskRules::evaluate(entry, circumstances);
+        QCOMPARE(result.level, RiskLevel::High);
+        QCOMPARE(result.reasons.size(), 3);
+        QVERIFY(result.reasons.at(1).startsWith(u"近30天内"_s));
+
+        result = RiskRules::evaluate(
+            entryOf(Category::ShareholderIn, Direction::In, AccountType::Company, 5'000'000),
+            circumstances);
+        QCOMPARE(result.level, RiskLevel::Medium);
+        QCOMPARE(result.reasons.size(), 2);
+    }
+
+    void thresholdsThatMakeNoSenseGiveWay_data()
+    {
+        addColumns<int, int, int, int>("days", "count", "daysInForce", "countInForce");
+        addCase("as stored", 7, 2, 7, 2);
+        addCase("one day, one flow", 1, 1, 1, 1);
+        addCase("zero", 0, 0, 30, 3);
+        addCase("negative", -5, -1, 30, 3);
+        addCase("each on its own", 0, 5, 30, 5);
+    }
+
+    void thresholdsThatMakeNoSenseGiveWay()
+    {
+        QFETCH(int, days);
+        QFETCH(int, count);
+        CompanyProfile profile;
+        profile.frequentWindowDays = days;
+        profile.frequentCount = count;
+        const auto frequency = RiskRules::frequencyOf(profile);
+        QTEST(frequency.windowDays, "daysInForce");
+        QTEST(frequency.count, "countInForce");
+    }
+
+    void groupsSpanTheWindow_data()
+    {
+        addColumns<QList<int>, QList<int>, QList<int>>("days", "coveredPlaces", "sizes");
+        using Days = QList<int>;
+        addCase("first and last 29 days apart", Days { 1, 15, 30 }, Days {}, Days { 3, 3, 3 });
+        addCase("30 days apart", Days { 1, 15, 31 }, Days {}, Days { 0, 0, 0 });
+        addCase("two on a day", Days { 5, 5 }, Days {}, Days { 0, 0 });
+        addCase("three on a day", Days { 5, 5, 5 }, Days {}, Days { 3, 3, 3 });
+        addCase("half of four covered", Days { 1, 2, 3, 4 }, Days { 0, 2 }, Days { 0, 4, 0, 4 });
+        addCase("all covered", Days { 1, 2, 3, 4 }, Days { 0, 1, 2, 3 }, Days { 0, 0, 0, 0 });
+        addCase("the largest of its groups counts", Days { 1, 20, 30, 31, 32, 33 }, Days {},
+            Days { 3, 5, 5, 5, 5, 5 });
+        addCase("two clusters apart", Days { 1, 2, 3, 100, 101, 102, 103 }, Days {},
+            Days { 3, 3, 3, 4, 4, 4, 4 });
+        addCase("no flow", Days {}, Days {}, Days {});
+    }
+
+    void groupsSpanTheWindow()
+    {
+        QFETCH(QList<int>, days);
+        QFETCH(QList<int>, coveredPlaces);
+        QFETCH(QList<int>, sizes);
         QList<Flow> flows;
-        QSet<qint64> covered { 999 }; // an entry that is no flow
-        qint64 id = 0;
-        for (const QDate date : dates) {
-            flows += { ++id, date };
-            if (pick(4) == 0)
-                covered += id;
+        QSet<qint64> covered;
+        for (qsizetype i = 0; i < days.size(); ++i) {
+            flows += { i + 1, QDate(2024, 12, 31).addDays(days.at(i)) };
+            if (coveredPlaces.contains(i))
+                covered += i + 1;
         }
-        const RiskRules::Frequency frequency { 1 + pick(12), 1 + pick(6) };
-        const Sizes found = sorted(RiskRules::frequentGroups(flows, covered, frequency));
-        const Sizes expected = countedOneByOne(flows, covered, frequency);
-        QVERIFY2(found == expected,
-            qPrintable(u"%1 flows in %2 days: %3"_s.arg(QString::number(frequency.count),
-                QString::number(frequency.windowDays), described(flows, covered))));
+        const auto groups = RiskRules::frequentGroups(flows, covered, {});
+        QList<int> found;
+        for (const Flow& flow : flows)
+            found += groups.value(flow.id, 0);
+        QCOMPARE(found, sizes);
+        QCOMPARE(groups.size(), sizes.size() - sizes.count(0));
     }
-}
+};
+
+static const RegisteredTest<TestRiskRules> registered;
+
+#include "TestRiskRules.moc"

@@ -1,5 +1,3 @@
-#include "risk/TestRiskService.h"
-
 #include "core/TextRules.h"
 #include "db/DatabaseManager.h"
 #include "db/DbTransaction.h"
@@ -8,6 +6,7 @@
 #include "db/ProfileDao.h"
 #include "db/TransactionDao.h"
 #include "services/risk/RiskService.h"
+#include "support/DatabaseTestCase.h"
 #include "support/TestDatabase.h"
 #include "support/TestLedger.h"
 
@@ -92,129 +91,6 @@ bool addLargeEntries(int count)
 
 } // namespace
 
-void TestRiskService::anUnsavedEntryIsJudgedByTheStoredThreshold()
-{
-    QVERIFY(setThresholds(10'050, 0, 0));
-    const Transaction large = entry(u"2025-01-01"_s, Category::Other, Direction::In, 10'050);
-    const auto result = RiskService().evaluateInstant(large, 0);
-    QCOMPARE(result.level, RiskLevel::Low);
-    QVERIFY(result.reasons.value(0).startsWith(u"大额转账（≥100.50元）"_s));
-    QCOMPARE(RiskService().evaluateInstant(large, 1).level, RiskLevel::Normal);
-    // Three transfers on a day are no group before they are stored.
-    for (int i = 0; i < 3; ++i)
-        QVERIFY(addTransfer(u"2025-01-01"_s));
-    const Transaction fourth
-        = entry(u"2025-01-01"_s, Category::ShareholderOut, Direction::Out, 100);
-    QCOMPARE(RiskService().evaluateInstant(fourth, 0), RiskRules::RiskResult());
-}
-
-void TestRiskService::theWholeLedgerIsJudged()
-{
-    Transaction income = entry(u"2025-01-05"_s, Category::BusinessIncome, Direction::In, 5'000'000);
-    income.ownerAccountType = AccountType::Private;
-    QVERIFY(add(income));
-    QVERIFY(addTransfer(u"2025-01-01"_s));
-    QVERIFY(addTransfer(u"2025-01-15"_s, Direction::In));
-    QVERIFY(add(entry(u"2025-01-30"_s, Category::ExpenseReimburse, Direction::Out, 5'000'000)));
-    QVERIFY(add(entry(u"2025-01-02"_s, Category::Other, Direction::Out)));
-    RiskService().reevaluateAll();
-    QCOMPARE(autoRisks(),
-        (QStringList { u"high|R1-1;R3"_s, u"medium|R2(3)"_s, u"medium|R2(3)"_s,
-            u"medium|R2(3);R3"_s, u"normal|"_s }));
-    QCOMPARE(TestDatabase::row(u"SELECT COUNT(*) FROM transactions WHERE risk_level <> "
-                               "risk_auto_level OR risk_evaluated_at IS NULL"_s),
-        u"0"_s);
-}
-
-void TestRiskService::oneVoucherExplainsALargeAmount()
-{
-    QVERIFY(addLargeEntries(2));
-    QVERIFY(TestLedger::addVoucher(2));
-    RiskService().reevaluateAll();
-    QCOMPARE(autoRisks(), (QStringList { u"low|R3"_s, u"normal|"_s }));
-}
-
-void TestRiskService::onlyAFundDecisionOverEveryRowClearsACluster()
-{
-    for (int day = 1; day <= 4; ++day)
-        QVERIFY(addTransfer(u"2025-03-0%1"_s.arg(day)));
-    QVERIFY(addFundDecision({ 1, 3 }));
-    RiskService().reevaluateAll();
-    const QStringList half { u"normal|"_s, u"medium|R2(4)"_s, u"normal|"_s, u"medium|R2(4)"_s };
-    QCOMPARE(autoRisks(), half);
-
-    const qint64 second = addFundDecision({ 2, 4 });
-    QVERIFY(second);
-    RiskService().reevaluateAll();
-    QCOMPARE(autoRisks(), QStringList(4, u"normal|"_s));
-
-    QVERIFY(DocumentDao().remove(second));
-    RiskService().reevaluateAll();
-    QCOMPARE(autoRisks(), half);
-}
-
-void TestRiskService::otherDocumentsCoverNothing()
-{
-    for (int day = 1; day <= 3; ++day)
-        QVERIFY(addTransfer(u"2025-03-0%1"_s.arg(day)));
-    QVERIFY(addFundDecision({ 1 }));
-    QCOMPARE(run({ u"UPDATE documents SET doc_type = 'annual_decision'"_s }), QString());
-    QVERIFY(LinkDao().link(SourceType::Voucher, 1, TargetType::Transaction, 2));
-    RiskService().reevaluateAll();
-    QCOMPARE(autoRisks(), QStringList(3, u"medium|R2(3)"_s));
-}
-
-void TestRiskService::anOverrideStaysInForce()
-{
-    QVERIFY(addLargeEntries(1));
-    QVERIFY(TransactionDao().setManualOverride(1, RiskLevel::High, u"未核实"_s));
-    RiskService().reevaluateAll();
-    QCOMPARE(autoRisk(1), u"low|R3"_s);
-    QCOMPARE(TestDatabase::row(u"SELECT risk_level, risk_manual_override, risk_manual_note FROM "
-                               "transactions"_s),
-        u"high|high|未核实"_s);
-}
-
-void TestRiskService::storedThresholdsDecide()
-{
-    QVERIFY(setThresholds(0, 5, 2));
-    QVERIFY(addTransfer(u"2025-03-01"_s));
-    QVERIFY(addTransfer(u"2025-03-05"_s));
-    QVERIFY(addTransfer(u"2025-03-10"_s));
-    RiskService().reevaluateAll();
-    QCOMPARE(
-        autoRisks(), (QStringList { u"medium|R2(2);R3"_s, u"medium|R2(2);R3"_s, u"low|R3"_s }));
-    QVERIFY(TransactionDao().findById(1)->riskReasons.value(0).startsWith(u"近5天内"_s));
-}
-
-void TestRiskService::senselessThresholdsGiveWay()
-{
-    QVERIFY(setThresholds(5'000'000, 0, -1));
-    QVERIFY(addTransfer(u"2025-01-01"_s));
-    QVERIFY(addTransfer(u"2025-01-15"_s));
-    RiskService().reevaluateAll();
-    QCOMPARE(autoRisks(), QStringList(2, u"normal|"_s));
-    QVERIFY(addTransfer(u"2025-01-30"_s));
-    RiskService().reevaluateAll();
-    QCOMPARE(autoRisks(), QStringList(3, u"medium|R2(3)"_s));
-    QVERIFY(TransactionDao().findById(1)->riskReasons.value(0).startsWith(u"近30天内"_s));
-}
-
-void TestRiskService::brokenDatesBelongToNoGroup()
-{
-    for (int day = 1; day <= 3; ++day)
-        QVERIFY(addTransfer(u"2025-03-0%1"_s.arg(day)));
-    for (int i = 0; i < 3; ++i)
-        QVERIFY(addTransfer(u"2025-03-02"_s));
-    QCOMPARE(run({ u"UPDATE transactions SET trans_date = '2025-3-2' WHERE id = 4"_s,
-                 u"UPDATE transactions SET trans_date = '' WHERE id = 5"_s,
-                 u"UPDATE transactions SET trans_date = '2025-02-30' WHERE id = 6"_s }),
-        QString());
-    RiskService().reevaluateAll();
-    QCOMPARE(autoRisks(), QStringList(3, u"medium|R2(3)"_s) + QStringList(3, u"normal|"_s));
-    QCOMPARE(TestDatabase::row(u"SELECT COUNT(risk_evaluated_at) FROM transactions"_s), u"6"_s);
-}
-
 namespace {
 
 constexpr Category candidates[]
@@ -290,8 +166,8 @@ public:
     std::vector<Case> make()
     {
         std::vector<Case> ledger;
-        const int spread = 1 + pick(25);
-        for (int i = 2 + pick(9); i > 0; --i)
+        const int spread = 1 + pick(40);
+        for (int i = 2 + pick(14); i > 0; --i)
             ledger.push_back(makeCase(spread));
         return ledger;
     }
@@ -344,135 +220,270 @@ bool store(const std::vector<Case>& ledger)
 
 } // namespace
 
-void TestRiskService::randomLedgersAgreeWithAPlainReading()
-{
-    QVERIFY(addFundDecision({}));
-    RandomLedgers ledgers;
-    const DbTransaction unsaved; // no round reaches the disk
-    QVERIFY(unsaved.isOpen());
-    const LogLines log;
-    for (int round = 0; round < 2'000; ++round) {
-        const std::vector<Case> ledger = ledgers.make();
-        const Thresholds thresholds { 85 + ledgers.pick(20), 1 + ledgers.pick(12),
-            1 + ledgers.pick(5) };
-        QVERIFY(
-            store(ledger) && setThresholds(thresholds.largeFen, thresholds.days, thresholds.count));
-        RiskService().reevaluateAll();
-        auto sizes = plainGroups(ledger, thresholds);
-        for (size_t i = 0; i < ledger.size(); ++i) {
-            const auto id = static_cast<qint64>(i + 1);
-            QCOMPARE(autoRisk(id), plainRisk(ledger[i], sizes[i], thresholds));
-            const auto stored = TransactionDao().findById(id);
-            QCOMPARE(stored->riskLevel, ledger[i].override.value_or(stored->riskAutoLevel));
-        }
-    }
-    QCOMPARE(log.infos().size(), 2'000);
-    QCOMPARE(log.warnings(), QStringList());
-}
+class TestRiskService final : public DatabaseTestCase {
+    Q_OBJECT
 
-void TestRiskService::aRowThatCannotBeWrittenEndsTheRun_data()
-{
-    QTest::addColumn<bool>("inside");
-    QTest::newRow("on its own") << false;
-    QTest::newRow("inside a larger unit") << true;
-}
-
-void TestRiskService::aRowThatCannotBeWrittenEndsTheRun()
-{
-    QFETCH(bool, inside);
-    QVERIFY(addLargeEntries(5));
-    QCOMPARE(run({ failAtRow3.arg(u"ABORT") }), QString());
-    const LogLines log;
+private slots:
+    void anUnsavedEntryIsJudgedByTheStoredThreshold()
     {
-        std::optional<DbTransaction> outer;
-        if (inside)
-            outer.emplace();
-        RiskService().reevaluateAll();
-        QVERIFY(!outer || outer->commit());
+        QVERIFY(setThresholds(10'050, 0, 0));
+        const Transaction large = entry(u"2025-01-01"_s, Category::Other, Direction::In, 10'050);
+        const auto result = RiskService().evaluateInstant(large, 0);
+        QCOMPARE(result.level, RiskLevel::Low);
+        QVERIFY(result.reasons.value(0).startsWith(u"大额转账（≥100.50元）"_s));
+        QCOMPARE(RiskService().evaluateInstant(large, 1).level, RiskLevel::Normal);
+        // Three transfers on a day are no group before they are stored.
+        for (int i = 0; i < 3; ++i)
+            QVERIFY(addTransfer(u"2025-01-01"_s));
+        const Transaction fourth
+            = entry(u"2025-01-01"_s, Category::ShareholderOut, Direction::Out, 100);
+        QCOMPARE(RiskService().evaluateInstant(fourth, 0), RiskRules::RiskResult());
     }
-    // The newest entries come first.
-    QCOMPARE(autoRisks(),
-        (QStringList { u"normal|"_s, u"normal|"_s, u"normal|"_s, u"low|R3"_s, u"low|R3"_s }));
-    QCOMPARE(log.warnings().size(), 2);
-    QVERIFY(log.warnings().first().startsWith(u"warning SQL error: not this one"_s));
-    QVERIFY(log.warnings().last().startsWith(
-        u"warning RiskService: updateRisk failed for tx 3: not this one"_s));
-    QCOMPARE(log.infos(), QStringList());
-}
 
-void TestRiskService::whatSurroundsItDecidesWhetherItStays_data()
-{
-    QTest::addColumn<bool>("commits");
-    QTest::addColumn<QString>("risk");
-    QTest::newRow("committed") << true << u"low|R3"_s;
-    QTest::newRow("rolled back") << false << u"normal|"_s;
-}
-
-void TestRiskService::whatSurroundsItDecidesWhetherItStays()
-{
-    QFETCH(bool, commits);
-    QVERIFY(addLargeEntries(1));
+    void theWholeLedgerIsJudged()
     {
-        DbTransaction outer;
-        QVERIFY(outer.isOpen());
+        Transaction income
+            = entry(u"2025-01-05"_s, Category::BusinessIncome, Direction::In, 5'000'000);
+        income.ownerAccountType = AccountType::Private;
+        QVERIFY(add(income));
+        QVERIFY(addTransfer(u"2025-01-01"_s));
+        QVERIFY(addTransfer(u"2025-01-15"_s, Direction::In));
+        QVERIFY(add(entry(u"2025-01-30"_s, Category::ExpenseReimburse, Direction::Out, 5'000'000)));
+        QVERIFY(add(entry(u"2025-01-02"_s, Category::Other, Direction::Out)));
         RiskService().reevaluateAll();
-        QVERIFY(outer.isOpen());
+        QCOMPARE(autoRisks(),
+            (QStringList { u"high|R1-1;R3"_s, u"medium|R2(3)"_s, u"medium|R2(3)"_s,
+                u"medium|R2(3);R3"_s, u"normal|"_s }));
+        QCOMPARE(TestDatabase::row(u"SELECT COUNT(*) FROM transactions WHERE risk_level <> "
+                                   "risk_auto_level OR risk_evaluated_at IS NULL"_s),
+            u"0"_s);
+    }
+
+    void oneVoucherExplainsALargeAmount()
+    {
+        QVERIFY(addLargeEntries(2));
+        QVERIFY(TestLedger::addVoucher(2));
+        RiskService().reevaluateAll();
+        QCOMPARE(autoRisks(), (QStringList { u"low|R3"_s, u"normal|"_s }));
+    }
+
+    void onlyAFundDecisionOverEveryRowClearsACluster()
+    {
+        for (int day = 1; day <= 4; ++day)
+            QVERIFY(addTransfer(u"2025-03-0%1"_s.arg(day)));
+        QVERIFY(addFundDecision({ 1, 3 }));
+        RiskService().reevaluateAll();
+        const QStringList half { u"normal|"_s, u"medium|R2(4)"_s, u"normal|"_s, u"medium|R2(4)"_s };
+        QCOMPARE(autoRisks(), half);
+
+        const qint64 second = addFundDecision({ 2, 4 });
+        QVERIFY(second);
+        RiskService().reevaluateAll();
+        QCOMPARE(autoRisks(), QStringList(4, u"normal|"_s));
+
+        QVERIFY(DocumentDao().remove(second));
+        RiskService().reevaluateAll();
+        QCOMPARE(autoRisks(), half);
+    }
+
+    void otherDocumentsCoverNothing()
+    {
+        for (int day = 1; day <= 3; ++day)
+            QVERIFY(addTransfer(u"2025-03-0%1"_s.arg(day)));
+        QVERIFY(addFundDecision({ 1 }));
+        QCOMPARE(run({ u"UPDATE documents SET doc_type = 'annual_decision'"_s }), QString());
+        QVERIFY(LinkDao().link(SourceType::Voucher, 1, TargetType::Transaction, 2));
+        RiskService().reevaluateAll();
+        QCOMPARE(autoRisks(), QStringList(3, u"medium|R2(3)"_s));
+    }
+
+    void anOverrideStaysInForce()
+    {
+        QVERIFY(addLargeEntries(1));
+        QVERIFY(TransactionDao().setManualOverride(1, RiskLevel::High, u"未核实"_s));
+        RiskService().reevaluateAll();
         QCOMPARE(autoRisk(1), u"low|R3"_s);
-        QVERIFY(!commits || outer.commit());
+        QCOMPARE(
+            TestDatabase::row(u"SELECT risk_level, risk_manual_override, risk_manual_note FROM "
+                              "transactions"_s),
+            u"high|high|未核实"_s);
     }
-    QTEST(autoRisk(1), "risk");
-}
 
-void TestRiskService::aLostTransactionIsRemarked()
-{
-    QVERIFY(addLargeEntries(5));
-    QCOMPARE(run({ failAtRow3.arg(u"ROLLBACK") }), QString());
-    const LogLines log;
-    RiskService().reevaluateAll();
-    QCOMPARE(autoRisks(), QStringList(5, u"normal|"_s));
-    QCOMPARE(log.warnings().size(), 5);
-    QVERIFY(
-        log.warnings().at(1).startsWith(u"warning RiskService: updateRisk failed for tx 3: "_s));
-    QVERIFY(log.warnings().at(2).startsWith(u"warning Transaction commit failed: "_s));
-    QVERIFY(log.warnings().at(3).startsWith(u"warning Transaction rollback failed: "_s));
-    QVERIFY(log.warnings().at(4).startsWith(
-        u"warning RiskService: the evaluation could not be stored: "_s));
-    QCOMPARE(log.infos(), QStringList());
-}
+    void storedThresholdsDecide()
+    {
+        QVERIFY(setThresholds(0, 5, 2));
+        QVERIFY(addTransfer(u"2025-03-01"_s));
+        QVERIFY(addTransfer(u"2025-03-05"_s));
+        QVERIFY(addTransfer(u"2025-03-10"_s));
+        RiskService().reevaluateAll();
+        QCOMPARE(
+            autoRisks(), (QStringList { u"medium|R2(2);R3"_s, u"medium|R2(2);R3"_s, u"low|R3"_s }));
+        QVERIFY(TransactionDao().findById(1)->riskReasons.value(0).startsWith(u"近5天内"_s));
+    }
 
-void TestRiskService::rowsThatCannotBeReadLeaveNothingToDo()
-{
-    for (int day = 1; day <= 3; ++day)
-        QVERIFY(addTransfer(u"2025-03-0%1"_s.arg(day)));
-    // Without the table of links neither coverage nor voucher counts can be read.
-    QCOMPARE(run({ u"ALTER TABLE entity_links RENAME TO hidden"_s }), QString());
-    const LogLines log;
-    RiskService().reevaluateAll();
-    QCOMPARE(log.warnings().size(), 2);
-    QCOMPARE(log.infos(),
-        QStringList { u"info RiskService reevaluateAll done: 0 rows, 3 frequent-group flagged"_s });
-    QCOMPARE(autoRisks(), QStringList(3, u"normal|"_s));
-}
+    void senselessThresholdsGiveWay()
+    {
+        QVERIFY(setThresholds(5'000'000, 0, -1));
+        QVERIFY(addTransfer(u"2025-01-01"_s));
+        QVERIFY(addTransfer(u"2025-01-15"_s));
+        RiskService().reevaluateAll();
+        QCOMPARE(autoRisks(), QStringList(2, u"normal|"_s));
+        QVERIFY(addTransfer(u"2025-01-30"_s));
+        RiskService().reevaluateAll();
+        QCOMPARE(autoRisks(), QStringList(3, u"medium|R2(3)"_s));
+        QVERIFY(TransactionDao().findById(1)->riskReasons.value(0).startsWith(u"近30天内"_s));
+    }
 
-void TestRiskService::withoutDatabaseNothingHappens()
-{
-    DatabaseManager::instance().close();
-    QTest::ignoreMessage(
-        QtWarningMsg, "RiskService: no transaction for the evaluation: 数据库未打开");
-    RiskService().reevaluateAll();
-}
+    void brokenDatesBelongToNoGroup()
+    {
+        for (int day = 1; day <= 3; ++day)
+            QVERIFY(addTransfer(u"2025-03-0%1"_s.arg(day)));
+        for (int i = 0; i < 3; ++i)
+            QVERIFY(addTransfer(u"2025-03-02"_s));
+        QCOMPARE(run({ u"UPDATE transactions SET trans_date = '2025-3-2' WHERE id = 4"_s,
+                     u"UPDATE transactions SET trans_date = '' WHERE id = 5"_s,
+                     u"UPDATE transactions SET trans_date = '2025-02-30' WHERE id = 6"_s }),
+            QString());
+        RiskService().reevaluateAll();
+        QCOMPARE(autoRisks(), QStringList(3, u"medium|R2(3)"_s) + QStringList(3, u"normal|"_s));
+        QCOMPARE(TestDatabase::row(u"SELECT COUNT(risk_evaluated_at) FROM transactions"_s), u"6"_s);
+    }
 
-void TestRiskService::theSummaryCountsRowsAndFlags()
-{
-    const LogLines log;
-    RiskService().reevaluateAll();
-    for (int day = 1; day <= 4; ++day)
-        QVERIFY(addTransfer(u"2025-03-0%1"_s.arg(day)));
-    QVERIFY(addLargeEntries(2));
-    QVERIFY(addFundDecision({ 1 }));
-    RiskService().reevaluateAll();
-    QCOMPARE(log.infos(),
-        (QStringList { u"info RiskService reevaluateAll done: 0 rows, 0 frequent-group flagged"_s,
-            u"info RiskService reevaluateAll done: 6 rows, 3 frequent-group flagged"_s }));
-    QCOMPARE(log.warnings(), QStringList());
-}
+    void randomLedgersAgreeWithAPlainReading()
+    {
+        QVERIFY(addFundDecision({}));
+        RandomLedgers ledgers;
+        const DbTransaction unsaved; // no round reaches the disk
+        QVERIFY(unsaved.isOpen());
+        const LogLines log;
+        for (int round = 0; round < 1'500; ++round) {
+            const std::vector<Case> ledger = ledgers.make();
+            const Thresholds thresholds { 85 + ledgers.pick(20), 1 + ledgers.pick(12),
+                1 + ledgers.pick(5) };
+            QVERIFY(store(ledger)
+                && setThresholds(thresholds.largeFen, thresholds.days, thresholds.count));
+            RiskService().reevaluateAll();
+            auto sizes = plainGroups(ledger, thresholds);
+            for (size_t i = 0; i < ledger.size(); ++i) {
+                const auto id = static_cast<qint64>(i + 1);
+                QCOMPARE(autoRisk(id), plainRisk(ledger[i], sizes[i], thresholds));
+                const auto stored = TransactionDao().findById(id);
+                QCOMPARE(stored->riskLevel, ledger[i].override.value_or(stored->riskAutoLevel));
+            }
+        }
+        QCOMPARE(log.infos().size(), 1'500);
+        QCOMPARE(log.warnings(), QStringList());
+    }
+
+    void aRowThatCannotBeWrittenEndsTheRun_data()
+    {
+        QTest::addColumn<bool>("inside");
+        addCase("on its own", false);
+        addCase("inside a larger unit", true);
+    }
+
+    void aRowThatCannotBeWrittenEndsTheRun()
+    {
+        QFETCH(bool, inside);
+        QVERIFY(addLargeEntries(5));
+        QCOMPARE(run({ failAtRow3.arg(u"ABORT") }), QString());
+        const LogLines log;
+        {
+            std::optional<DbTransaction> outer;
+            if (inside)
+                outer.emplace();
+            RiskService().reevaluateAll();
+            QVERIFY(!outer || outer->commit());
+        }
+        // The newest entries come first.
+        QCOMPARE(autoRisks(),
+            (QStringList { u"normal|"_s, u"normal|"_s, u"normal|"_s, u"low|R3"_s, u"low|R3"_s }));
+        QCOMPARE(log.warnings().size(), 2);
+        QVERIFY(log.warnings().first().startsWith(u"warning SQL error: not this one"_s));
+        QVERIFY(log.warnings().last().startsWith(
+            u"warning RiskService: updateRisk failed for tx 3: not this one"_s));
+        QCOMPARE(log.infos(), QStringList());
+    }
+
+    void whatSurroundsItDecidesWhetherItStays_data()
+    {
+        addColumns<bool, QString>("commits", "risk");
+        addCase("committed", true, u"low|R3"_s);
+        addCase("rolled back", false, u"normal|"_s);
+    }
+
+    void whatSurroundsItDecidesWhetherItStays()
+    {
+        QFETCH(bool, commits);
+        QVERIFY(addLargeEntries(1));
+        {
+            DbTransaction outer;
+            QVERIFY(outer.isOpen());
+            RiskService().reevaluateAll();
+            QVERIFY(outer.isOpen());
+            QCOMPARE(autoRisk(1), u"low|R3"_s);
+            QVERIFY(!commits || outer.commit());
+        }
+        QTEST(autoRisk(1), "risk");
+    }
+
+    void aLostTransactionIsRemarked()
+    {
+        QVERIFY(addLargeEntries(5));
+        QCOMPARE(run({ failAtRow3.arg(u"ROLLBACK") }), QString());
+        const LogLines log;
+        RiskService().reevaluateAll();
+        QCOMPARE(autoRisks(), QStringList(5, u"normal|"_s));
+        QCOMPARE(log.warnings().size(), 5);
+        QVERIFY(log.warnings().at(1).startsWith(
+            u"warning RiskService: updateRisk failed for tx 3: "_s));
+        QVERIFY(log.warnings().at(2).startsWith(u"warning Transaction commit failed: "_s));
+        QVERIFY(log.warnings().at(3).startsWith(u"warning Transaction rollback failed: "_s));
+        QVERIFY(log.warnings().at(4).startsWith(
+            u"warning RiskService: the evaluation could not be stored: "_s));
+        QCOMPARE(log.infos(), QStringList());
+    }
+
+    void rowsThatCannotBeReadLeaveNothingToDo()
+    {
+        for (int day = 1; day <= 3; ++day)
+            QVERIFY(addTransfer(u"2025-03-0%1"_s.arg(day)));
+        // Without the table of links neither coverage nor voucher counts can be read.
+        QCOMPARE(run({ u"ALTER TABLE entity_links RENAME TO hidden"_s }), QString());
+        const LogLines log;
+        RiskService().reevaluateAll();
+        QCOMPARE(log.warnings().size(), 2);
+        QCOMPARE(log.infos(),
+            QStringList {
+                u"info RiskService reevaluateAll done: 0 rows, 3 frequent-group flagged"_s });
+        QCOMPARE(autoRisks(), QStringList(3, u"normal|"_s));
+    }
+
+    void withoutDatabaseNothingHappens()
+    {
+        DatabaseManager::instance().close();
+        QTest::ignoreMessage(
+            QtWarningMsg, "RiskService: no transaction for the evaluation: 数据库未打开");
+        RiskService().reevaluateAll();
+    }
+
+    void theSummaryCountsRowsAndFlags()
+    {
+        const LogLines log;
+        RiskService().reevaluateAll();
+        for (int day = 1; day <= 4; ++day)
+            QVERIFY(addTransfer(u"2025-03-0%1"_s.arg(day)));
+        QVERIFY(addLargeEntries(2));
+        QVERIFY(addFundDecision({ 1 }));
+        RiskService().reevaluateAll();
+        QCOMPARE(log.infos(),
+            (QStringList {
+                u"info RiskService reevaluateAll done: 0 rows, 0 frequent-group flagged"_s,
+                u"info RiskService reevaluateAll done: 6 rows, 3 frequent-group flagged"_s }));
+        QCOMPARE(log.warnings(), QStringList());
+    }
+};
+
+static const RegisteredTest<TestRiskService> registered;
+
+#include "TestRiskService.moc"

@@ -14,6 +14,8 @@
 
 using namespace Qt::StringLiterals;
 
+Q_DECLARE_METATYPE(TransactionFilter)
+
 namespace {
 
 const QByteArray mark = "\xEF\xBB\xBF";
@@ -47,6 +49,9 @@ class TestCsvExport final : public DatabaseTestCase {
 
 private slots:
     void theLedgerIsWrittenByteForByte();
+    void aSearchIsWrittenLikeItsEntries_data();
+    void aSearchIsWrittenLikeItsEntries();
+    void aLedgerThatCannotBeReadWritesNothing();
     void entriesKeepTheirOrder();
     void everyLabelIsWritten_data();
     void everyLabelIsWritten();
@@ -88,6 +93,74 @@ void TestCsvExport::theLedgerIsWrittenByteForByte()
               "1,2025-01-31,\"收\"\"首\"\"款\",收入,1234567.89,股东私人账户,乙公司,对公账户,"
               "经营收入,"
               "\"官网, 二期\",2,高风险 *,原因一；原因二,\"第一行\r\n第二行\"\r\n");
+}
+
+void TestCsvExport::aSearchIsWrittenLikeItsEntries_data()
+{
+    QTest::addColumn<TransactionFilter>("filter");
+    QTest::addColumn<qsizetype>("entries");
+    const auto addRow = [](const char* name, const TransactionFilter& filter, qsizetype entries) {
+        QTest::newRow(name) << filter << entries;
+    };
+    addRow("everything, damaged rows included", {}, 4);
+    addRow("a range of days", { .dateFrom = QDate(2025, 1, 1), .dateTo = QDate(2025, 1, 31) }, 1);
+    addRow("owner's account", { .owner = AccountType::Private }, 1);
+    addRow("category", { .category = Category::TaxFee }, 1);
+    addRow("level in force", { .risk = RiskLevel::High }, 1);
+    addRow("project", { .projectId = 1 }, 1);
+    addRow("keyword", { .keyword = u" _费 "_s }, 1);
+    addRow("the newest two", { .limit = 2 }, 2);
+    addRow("nothing found", { .keyword = u"没有"_s }, 0);
+}
+
+void TestCsvExport::aSearchIsWrittenLikeItsEntries()
+{
+    QFETCH(TransactionFilter, filter);
+    QFETCH(qsizetype, entries);
+    const QString insert
+        = u"INSERT INTO transactions (trans_date, summary, direction, amount_fen, "
+          "owner_account_type, counterparty_name, counterparty_account_type, category, "
+          "project_id, note, risk_level, risk_reasons, risk_manual_override) VALUES "_s;
+    QCOMPARE(
+        TestDatabase::run({ u"INSERT INTO projects (id, name, code, client_name) VALUES (1, "
+                            "'官网, \"二期\"', 'P-1', '甲')"_s,
+            insert
+                + u"('2025-01-31', '收\"首\"款𠮷', 'in', 9000000000000000001, 'private', '乙,公司', "
+                  "'company', 'business_income', 1, '第一行' || char(13, 10) || '第二行', 'high', "
+                  "'[\"原因一\",\"原因, 二\"]', 'high')"_s,
+            insert
+                + u"('2025-02-01', '电费', 'out', 5, 'company', '供电局', 'unknown', 'tax_fee', "
+                  "NULL, NULL, 'low', ' [\"一\\u4e8c\", \"三\"] ', NULL)"_s,
+            u"PRAGMA ignore_check_constraints = ON"_s,
+            insert
+                + u"('2025-02-30', CAST(X'E794B5FF' AS TEXT), 'sideways', -7, 'other', 12.5, '', "
+                  "'电', NULL, X'41', 'worst', '[1', 'worse')"_s,
+            insert
+                + u"('someday', '', 'in', 'much', 'company', '', 'private', 'other', NULL, "
+                  "'', 'normal', '[]', NULL)"_s,
+            u"PRAGMA ignore_check_constraints = OFF"_s,
+            u"INSERT INTO entity_links (source_type, source_id, target_type, target_id) VALUES "
+            "('voucher', 1, 'transaction', 1), ('voucher', 2, 'transaction', 1)"_s }),
+        QString());
+    const QList<Transaction> found = TransactionDao().search(filter);
+    QCOMPARE(found.size(), entries);
+    const auto result = CsvExport::exportSearch(filter, targetPath());
+    QVERIFY2(result.ok, qUtf8Printable(result.message));
+    QCOMPARE(result.entries, entries);
+    const QByteArray bytes = TestFile::bytesOf(targetPath());
+    QCOMPARE(bytes, ledgerOf(found));
+    QVERIFY(bytes.isValidUtf8());
+}
+
+void TestCsvExport::aLedgerThatCannotBeReadWritesNothing()
+{
+    QCOMPARE(TestDatabase::run({ u"ALTER TABLE transactions RENAME TO away"_s }), QString());
+    VoucherSample::expectWarnings({ u"SQL error: .*no such table"_s });
+    const auto result = CsvExport::exportSearch({}, targetPath());
+    QVERIFY(!result.ok);
+    QVERIFY2(result.message.startsWith(u"流水读取失败："_s) && result.message.contains(u"no such"),
+        qUtf8Printable(result.message));
+    QVERIFY(QDir(AppPaths::exportsDir()).isEmpty());
 }
 
 void TestCsvExport::entriesKeepTheirOrder()

@@ -311,6 +311,44 @@ void TestDocumentFiles::aFailureBringsTheFileWithoutARowBack()
     QCOMPARE(bytesOf(fundPath()), QByteArray("signed and scanned"));
 }
 
+void TestDocumentFiles::anotherDocumentsFileIsPutAsideOnRegenerating_data()
+{
+    QTest::addColumn<bool>("scanned");
+    QTest::newRow("a document of the same number, whose row a restore took away") << false;
+    QTest::newRow("a signed copy, scanned over the PDF") << true;
+}
+
+void TestDocumentFiles::anotherDocumentsFileIsPutAsideOnRegenerating()
+{
+    QFETCH(bool, scanned);
+    const DocumentResult result = generateFund();
+    QVERIFY(result.ok);
+    DocumentRecord restored = *DocumentDao().findById(result.docId);
+    if (scanned) {
+        QVERIFY(put(fundPath(), "%PDF-1.4 signed and scanned"));
+    } else {
+        QVERIFY(DocumentService().deleteDocument(result.docId).ok);
+        FundDecisionInput later = fundInput({ 1 });
+        later.fundNature = u"另一笔往来"_s;
+        QCOMPARE(DocumentService().generateFundDecision(later).docNo, result.docNo);
+        QCOMPARE(TestDatabase::run({ u"DELETE FROM entity_links"_s, u"DELETE FROM documents"_s }),
+            QString());
+        QVERIFY(DocumentDao().insert(restored));
+    }
+    const QByteArray others = bytesOf(fundPath());
+    const qint64 id = row(u"SELECT id FROM documents"_s).toLongLong();
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"put aside: .*_旧_"_s));
+    const DocumentResult again = DocumentService().regenerate(id);
+    QVERIFY2(again.ok, qUtf8Printable(again.error));
+    QVERIFY(bytesOf(fundPath()) != others);
+    const QStringList aside = DocumentFiles::filesWithoutRow();
+    QCOMPARE(aside.size(), 1);
+    QCOMPARE(bytesOf(aside.first()), others);
+    // From now on the file is this document's.
+    QVERIFY(DocumentService().regenerate(id).ok);
+    QCOMPARE(exportsContent().size(), 2);
+}
+
 void TestDocumentFiles::filesOfOtherRowsAreNeverTouched()
 {
     // Another document claims the very file that the next one would be written to.

@@ -18,6 +18,8 @@ private slots:
     void aTransactionThatCannotBeginIsReported();
     void aFileWithoutARowIsPutAside();
     void aFailureBringsTheFileWithoutARowBack();
+    void anotherDocumentsFileIsPutAsideOnRegenerating_data();
+    void anotherDocumentsFileIsPutAsideOnRegenerating();
     void filesOfOtherRowsAreNeverTouched();
     void aFolderAtThePlaceOfThePdfIsLeftAlone();
     void leftoversOfACrashAreReportedAndLeftAlone();

@@ -9,175 +9,155 @@ class TestProfileAndPassword final : public TestCase {
     Q_OBJECT
 
 private slots:
-    void creditCodesCarryTheirCheckCharacter_data();
-    void creditCodesCarryTheirCheckCharacter();
-    void oneWrongCharacterIsNoticed();
-    void bothNamesAreRequired_data();
-    void bothNamesAreRequired();
-    void textsAreStoredTrimmed();
-    void onlyTheRightPasswordFits();
-    void theSameWordGivesDifferentSecrets();
-    void foreignSecretsFitNoPassword_data();
-    void foreignSecretsFitNoPassword();
-    void waitingGrowsAfterFiveFailures();
-    void newPasswordsAreChecked_data();
-    void newPasswordsAreChecked();
+    void creditCodesCarryTheirCheckCharacter_data()
+    {
+        addColumns<QString, bool>("code", "valid");
+        // The example of the standard, and invented codes with computed check characters.
+        addCase("example of the standard", u"91350100M000100Y43"_s, true);
+        addCase("typed in small letters with blanks", u" 91350100m000100y43 "_s, true);
+        addCase("one digit off", u"91350100M000100Y44"_s, false);
+        addCase("seventeen characters", u"91350100M000100Y4"_s, false);
+        addCase("nineteen characters", u"91350100M000100Y430"_s, false);
+        addCase("a letter that is never used", u"9135010OM000100Y43"_s, false);
+        addCase("the old 15-digit number", u"350100100001234"_s, false);
+        addCase("full-width digits", u"９１３５０１００M000100Y43"_s, false);
+    }
+
+    void creditCodesCarryTheirCheckCharacter()
+    {
+        QFETCH(QString, code);
+        QFETCH(bool, valid);
+        QCOMPARE(CreditCode::isValid(CreditCode::normalized(code)), valid);
+        QCOMPARE(ProfileRules::creditCodeRemark(code).isEmpty(), valid);
+    }
+
+    void oneWrongCharacterIsNoticed()
+    {
+        const QString code = u"91350100M000100Y43"_s;
+        const QString alphabet = u"0123456789ABCDEFGHJKLMNPQRTUWXY"_s;
+        for (qsizetype i = 0; i < code.size(); ++i) {
+            for (const QChar c : alphabet) {
+                QString wrong = code;
+                wrong[i] = c;
+                QCOMPARE(CreditCode::isValid(wrong), wrong == code);
+            }
+        }
+        QVERIFY2(ProfileRules::creditCodeRemark(u"  "_s).isEmpty(), "an empty code is no mistake");
+    }
+
+    void bothNamesAreRequired_data()
+    {
+        addColumns<QString, QString, QString>("company", "shareholder", "text");
+        addCase("both given", u"杭州山岚设计有限公司"_s, u"林岚"_s, QString());
+        addCase("company of blanks", u" 　"_s, u"林岚"_s, u"请填写公司名称。"_s);
+        addCase("no shareholder", u"杭州山岚设计有限公司"_s, QString(), u"请填写股东姓名。"_s);
+        addCase("neither", QString(), QString(), u"请填写公司名称。"_s);
+    }
+
+    void bothNamesAreRequired()
+    {
+        QFETCH(QString, company);
+        QFETCH(QString, shareholder);
+        QFETCH(QString, text);
+        CompanyProfile profile;
+        profile.companyName = company;
+        profile.shareholderName = shareholder;
+        const auto problem = ProfileRules::firstProblem(profile);
+        QCOMPARE(problem ? problem->text : QString(), text);
+        QCOMPARE(problem ? problem->title : u"信息不完整"_s, u"信息不完整"_s);
+        QCOMPARE(ProfileRules::isComplete(profile), text.isEmpty());
+    }
+
+    void textsAreStoredTrimmed()
+    {
+        CompanyProfile profile;
+        profile.companyName = u" 甲 "_s;
+        profile.creditCode = u" 91350100m000100y43 "_s;
+        profile.shareholderName = u"　乙"_s;
+        profile.bankName = u"丙 "_s;
+        profile.bankAccount = u" 3301 "_s;
+        profile.address = u" 丁"_s;
+        profile.phone = u" 0571 "_s;
+        const CompanyProfile stored = ProfileRules::normalized(profile);
+        const QStringList texts { stored.companyName, stored.creditCode, stored.shareholderName,
+            stored.bankName, stored.bankAccount, stored.address, stored.phone };
+        QCOMPARE(texts.join(u'|'), u"甲|91350100M000100Y43|乙|丙|3301|丁|0571"_s);
+    }
+
+    void onlyTheRightPasswordFits()
+    {
+        const QString word = u"山岚Design 2025"_s;
+        const auto secret = Password::makeSecret(word);
+        QVERIFY(secret);
+        QCOMPARE(Password::verify(word, *secret), Password::Check::Fits);
+        for (const QString& wrong : { u"山岚design 2025"_s, u"山岚Design 2025 "_s, QString() })
+            QCOMPARE(Password::verify(wrong, *secret), Password::Check::Wrong);
+        QVERIFY(!secret->hash.contains(word));
+        QVERIFY(secret->hash.startsWith(u"scrypt$131072$8$1$"_s));
+    }
+
+    void theSameWordGivesDifferentSecrets()
+    {
+        const auto first = Password::makeSecret(u"123456"_s);
+        const auto second = Password::makeSecret(u"123456"_s);
+        QVERIFY(first && second);
+        QVERIFY(first->salt != second->salt);
+        QVERIFY(first->hash != second->hash);
+        QCOMPARE(first->salt.size(), 32);
+    }
+
+    void foreignSecretsFitNoPassword_data()
+    {
+        addColumns<QString, QString>("hash", "salt");
+        const QString salt(32, u'a');
+        const QString key(64, u'0');
+        addCase("nothing stored", QString(), QString());
+        addCase("plain text", u"123456"_s, salt);
+        addCase("other method", u"pbkdf2$131072$8$1$"_s + key, salt);
+        addCase("short key", u"scrypt$1024$8$1$00"_s, salt);
+        addCase("empty key", u"scrypt$1024$8$1$"_s, salt);
+        addCase("no salt", u"scrypt$1024$8$1$"_s + key, QString());
+        addCase("cost of no power of two", u"scrypt$1000$8$1$"_s + key, salt);
+        addCase("cost that eats the machine", u"scrypt$1073741824$8$1$"_s + key, salt);
+        addCase("negative cost", u"scrypt$-2$8$1$"_s + key, salt);
+    }
+
+    void foreignSecretsFitNoPassword()
+    {
+        QFETCH(QString, hash);
+        QFETCH(QString, salt);
+        QCOMPARE(Password::verify(u"123456"_s, { hash, salt }), Password::Check::Wrong);
+        QCOMPARE(Password::verify(QString(), { hash, salt }), Password::Check::Wrong);
+    }
+
+    void waitingGrowsAfterFiveFailures()
+    {
+        QList<int> waits;
+        for (int failures = 0; failures <= 13; ++failures)
+            waits += Password::waitSecondsAfter(failures);
+        QCOMPARE(waits, (QList<int> { 0, 0, 0, 0, 0, 5, 10, 20, 40, 80, 160, 300, 300, 300 }));
+        QCOMPARE(Password::waitSecondsAfter(1'000'000), 300);
+    }
+
+    void newPasswordsAreChecked_data()
+    {
+        addColumns<QString, QString, QString>("password", "repeated", "text");
+        addCase("six characters", u"abc123"_s, u"abc123"_s, QString());
+        addCase("five characters", u"abc12"_s, u"abc12"_s, u"密码至少需要 6 个字符。"_s);
+        addCase("only blanks", u"      "_s, u"      "_s, u"密码不能只由空格组成。"_s);
+        addCase("repeated wrongly", u"abc123"_s, u"abc124"_s, u"两次输入的密码不一致。"_s);
+    }
+
+    void newPasswordsAreChecked()
+    {
+        QFETCH(QString, password);
+        QFETCH(QString, repeated);
+        QFETCH(QString, text);
+        const auto problem = Password::firstProblem(password, repeated);
+        QCOMPARE(problem ? problem->text : QString(), text);
+    }
 };
 
-void TestProfileAndPassword::creditCodesCarryTheirCheckCharacter_data()
-{
-    QTest::addColumn<QString>("code");
-    QTest::addColumn<bool>("valid");
-    // The example of the standard, and invented codes with computed check characters.
-    QTest::newRow("example of the standard") << u"91350100M000100Y43"_s << true;
-    QTest::newRow("typed in small letters with blanks") << u" 91350100m000100y43 "_s << true;
-    QTest::newRow("one digit off") << u"91350100M000100Y44"_s << false;
-    QTest::newRow("seventeen characters") << u"91350100M000100Y4"_s << false;
-    QTest::newRow("nineteen characters") << u"91350100M000100Y430"_s << false;
-    QTest::newRow("a letter that is never used") << u"9135010OM000100Y43"_s << false;
-    QTest::newRow("the old 15-digit number") << u"350100100001234"_s << false;
-    QTest::newRow("full-width digits") << u"９１３５０１００M000100Y43"_s << false;
-}
+static const RegisteredTest<TestProfileAndPassword> registered;
 
-void TestProfileAndPassword::creditCodesCarryTheirCheckCharacter()
-{
-    QFETCH(QString, code);
-    QFETCH(bool, valid);
-    QCOMPARE(CreditCode::isValid(CreditCode::normalized(code)), valid);
-    QCOMPARE(ProfileRules::creditCodeRemark(code).isEmpty(), valid);
-}
-
-void TestProfileAndPassword::oneWrongCharacterIsNoticed()
-{
-    const QString code = u"91350100M000100Y43"_s;
-    const QString alphabet = u"0123456789ABCDEFGHJKLMNPQRTUWXY"_s;
-    for (qsizetype i = 0; i < code.size(); ++i) {
-        for (const QChar c : alphabet) {
-            QString wrong = code;
-            wrong[i] = c;
-            QCOMPARE(CreditCode::isValid(wrong), wrong == code);
-        }
-    }
-    QVERIFY2(ProfileRules::creditCodeRemark(u"  "_s).isEmpty(), "an empty code is no mistake");
-}
-
-void TestProfileAndPassword::bothNamesAreRequired_data()
-{
-    QTest::addColumn<QString>("company");
-    QTest::addColumn<QString>("shareholder");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("both given") << u"杭州山岚设计有限公司"_s << u"林岚"_s << QString();
-    QTest::newRow("company of blanks") << u" 　"_s << u"林岚"_s << u"请填写公司名称。"_s;
-    QTest::newRow("no shareholder")
-        << u"杭州山岚设计有限公司"_s << QString() << u"请填写股东姓名。"_s;
-    QTest::newRow("neither") << QString() << QString() << u"请填写公司名称。"_s;
-}
-
-void TestProfileAndPassword::bothNamesAreRequired()
-{
-    QFETCH(QString, company);
-    QFETCH(QString, shareholder);
-    QFETCH(QString, text);
-    CompanyProfile profile;
-    profile.companyName = company;
-    profile.shareholderName = shareholder;
-    const auto problem = ProfileRules::firstProblem(profile);
-    QCOMPARE(problem ? problem->text : QString(), text);
-    QCOMPARE(problem ? problem->title : u"信息不完整"_s, u"信息不完整"_s);
-    QCOMPARE(ProfileRules::isComplete(profile), text.isEmpty());
-}
-
-void TestProfileAndPassword::textsAreStoredTrimmed()
-{
-    CompanyProfile profile;
-    profile.companyName = u" 甲 "_s;
-    profile.creditCode = u" 91350100m000100y43 "_s;
-    profile.shareholderName = u"　乙"_s;
-    profile.bankName = u"丙 "_s;
-    profile.bankAccount = u" 3301 "_s;
-    profile.address = u" 丁"_s;
-    profile.phone = u" 0571 "_s;
-    const CompanyProfile stored = ProfileRules::normalized(profile);
-    const QStringList texts { stored.companyName, stored.creditCode, stored.shareholderName,
-        stored.bankName, stored.bankAccount, stored.address, stored.phone };
-    QCOMPARE(texts.join(u'|'), u"甲|91350100M000100Y43|乙|丙|3301|丁|0571"_s);
-}
-
-void TestProfileAndPassword::onlyTheRightPasswordFits()
-{
-    const QString word = u"山岚Design 2025"_s;
-    const auto secret = Password::makeSecret(word);
-    QVERIFY(secret);
-    QCOMPARE(Password::verify(word, *secret), Password::Check::Fits);
-    for (const QString& wrong : { u"山岚design 2025"_s, u"山岚Design 2025 "_s, QString() })
-        QCOMPARE(Password::verify(wrong, *secret), Password::Check::Wrong);
-    QVERIFY(!secret->hash.contains(word));
-    QVERIFY(secret->hash.startsWith(u"scrypt$131072$8$1$"_s));
-}
-
-void TestProfileAndPassword::theSameWordGivesDifferentSecrets()
-{
-    const auto first = Password::makeSecret(u"123456"_s);
-    const auto second = Password::makeSecret(u"123456"_s);
-    QVERIFY(first && second);
-    QVERIFY(first->salt != second->salt);
-    QVERIFY(first->hash != second->hash);
-    QCOMPARE(first->salt.size(), 32);
-}
-
-void TestProfileAndPassword::foreignSecretsFitNoPassword_data()
-{
-    QTest::addColumn<QString>("hash");
-    QTest::addColumn<QString>("salt");
-    const QString salt(32, u'a');
-    const QString key(64, u'0');
-    QTest::newRow("nothing stored") << QString() << QString();
-    QTest::newRow("plain text") << u"123456"_s << salt;
-    QTest::newRow("other method") << u"pbkdf2$131072$8$1$"_s + key << salt;
-    QTest::newRow("short key") << u"scrypt$1024$8$1$00"_s << salt;
-    QTest::newRow("empty key") << u"scrypt$1024$8$1$"_s << salt;
-    QTest::newRow("no salt") << u"scrypt$1024$8$1$"_s + key << QString();
-    QTest::newRow("cost of no power of two") << u"scrypt$1000$8$1$"_s + key << salt;
-    QTest::newRow("cost that eats the machine") << u"scrypt$1073741824$8$1$"_s + key << salt;
-    QTest::newRow("negative cost") << u"scrypt$-2$8$1$"_s + key << salt;
-}
-
-void TestProfileAndPassword::foreignSecretsFitNoPassword()
-{
-    QFETCH(QString, hash);
-    QFETCH(QString, salt);
-    QCOMPARE(Password::verify(u"123456"_s, { hash, salt }), Password::Check::Wrong);
-    QCOMPARE(Password::verify(QString(), { hash, salt }), Password::Check::Wrong);
-}
-
-void TestProfileAndPassword::waitingGrowsAfterFiveFailures()
-{
-    QList<int> waits;
-    for (int failures = 0; failures <= 13; ++failures)
-        waits += Password::waitSecondsAfter(failures);
-    QCOMPARE(waits, (QList<int> { 0, 0, 0, 0, 0, 5, 10, 20, 40, 80, 160, 300, 300, 300 }));
-    QCOMPARE(Password::waitSecondsAfter(1'000'000), 300);
-}
-
-void TestProfileAndPassword::newPasswordsAreChecked_data()
-{
-    QTest::addColumn<QString>("password");
-    QTest::addColumn<QString>("repeated");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("six characters") << u"abc123"_s << u"abc123"_s << QString();
-    QTest::newRow("five characters") << u"abc12"_s << u"abc12"_s << u"密码至少需要 6 个字符。"_s;
-    QTest::newRow("only blanks") << u"      "_s << u"      "_s << u"密码不能只由空格组成。"_s;
-    QTest::newRow("repeated wrongly") << u"abc123"_s << u"abc124"_s << u"两次输入的密码不一致。"_s;
-}
-
-void TestProfileAndPassword::newPasswordsAreChecked()
-{
-    QFETCH(QString, password);
-    QFETCH(QString, repeated);
-    QFETCH(QString, text);
-    const auto problem = Password::firstProblem(password, repeated);
-    QCOMPARE(problem ? problem->text : QString(), text);
-}
-
-QTEST_GUILESS_MAIN(TestProfileAndPassword)
 #include "TestProfileAndPassword.moc"

@@ -2,13 +2,9 @@
 
 #include "core/AppPaths.h"
 #include "support/TestDatabase.h"
+#include "support/TestFile.h"
 
 #include <QDir>
-#include <QFile>
-#include <QRegularExpression>
-#include <QtTest>
-
-#include <csignal>
 
 using namespace Qt::StringLiterals;
 
@@ -16,11 +12,9 @@ namespace VoucherSample {
 
 QString makeSource(const QString& name, const QByteArray& content)
 {
-    const QString path = AppPaths::dataDir() + u"/sources/"_s + name;
-    QFile file(path);
-    const bool written = QDir().mkpath(AppPaths::dataDir() + u"/sources"_s)
-        && file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-    return written ? path : QString();
+    const QString folder = AppPaths::dataDir() + u"/sources/"_s;
+    const bool written = QDir().mkpath(folder) && TestFile::put(folder + name, content);
+    return written ? folder + name : QString();
 }
 
 bool addEntries(int count)
@@ -64,12 +58,6 @@ QString levels()
     return TestDatabase::rows(u"SELECT risk_level FROM transactions ORDER BY id"_s).join(u' ');
 }
 
-void expectWarnings(const QStringList& patterns)
-{
-    for (const QString& pattern : patterns)
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u'^' + pattern));
-}
-
 QStringList failingCommit(const QString& event)
 {
     return { u"CREATE TABLE late (id INTEGER REFERENCES projects(id) DEFERRABLE INITIALLY "
@@ -77,26 +65,5 @@ QStringList failingCommit(const QString& event)
         u"CREATE TEMP TRIGGER late_failure AFTER "_s + event
             + u" BEGIN INSERT INTO late VALUES (99); END"_s };
 }
-
-#ifdef Q_OS_UNIX
-// A limit on file sizes makes write() fail the way a full disk does.
-FullDisk::FullDisk(qint64 largestFile)
-{
-    getrlimit(RLIMIT_FSIZE, &m_before);
-    m_previousHandler = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit small = m_before;
-    small.rlim_cur = static_cast<rlim_t>(largestFile);
-    setrlimit(RLIMIT_FSIZE, &small);
-}
-
-FullDisk::~FullDisk()
-{
-    setrlimit(RLIMIT_FSIZE, &m_before);
-    std::signal(SIGXFSZ, m_previousHandler);
-}
-#else
-FullDisk::FullDisk(qint64) { }
-FullDisk::~FullDisk() = default;
-#endif
 
 } // namespace VoucherSample

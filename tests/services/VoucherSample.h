@@ -1,17 +1,18 @@
 #pragma once
 
 #include "services/vouchers/VoucherService.h"
+#include "support/FileSizeLimit.h"
+#include "support/Warnings.h"
 
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
 
-#ifdef Q_OS_UNIX
-#include <sys/resource.h>
-#endif
-
 /// What the tests of the archive work on.
 namespace VoucherSample {
+
+using ::expectWarnings;
+using FullDisk = FileSizeLimit;
 
 /// Writes a file outside of the archive and returns its path; empty when that failed.
 QString makeSource(const QString& name, const QByteArray& content = "receipt");
@@ -31,25 +32,7 @@ QString inventory();
 /// The levels of the entries in the order of their numbers.
 QString levels();
 
-/// Announces warnings by their beginnings, in this order.
-void expectWarnings(const QStringList& patterns);
-
 /// Makes every commit fail that comes after the writing of such a row: "INSERT ON vouchers".
 QStringList failingCommit(const QString& event);
-
-/// The whole disk is full for files beyond this size while it lives.
-class FullDisk final {
-public:
-    explicit FullDisk(qint64 largestFile);
-    ~FullDisk();
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-#ifdef Q_OS_UNIX
-    rlimit m_before {};
-    void (*m_previousHandler)(int) = nullptr;
-#endif
-};
 
 } // namespace VoucherSample

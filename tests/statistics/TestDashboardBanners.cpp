@@ -1,6 +1,5 @@
-#include "statistics/TestDashboardBanners.h"
-
 #include "services/figures/DashboardBanners.h"
+#include "support/TestCase.h"
 
 using namespace Qt::StringLiterals;
 using DashboardBanners::Facts;
@@ -29,76 +28,79 @@ QList<Kind> kindsOf(const Facts& facts)
 
 } // namespace
 
-void TestDashboardBanners::allIsWell()
-{
-    QVERIFY(DashboardBanners::noticesOf(goodFacts()).isEmpty());
-}
+class TestDashboardBanners final : public TestCase {
+    Q_OBJECT
 
-void TestDashboardBanners::namesAreRequired_data()
-{
-    QTest::addColumn<QString>("company");
-    QTest::addColumn<QString>("shareholder");
-    QTest::newRow("no company") << u" 　"_s << u"林岚"_s;
-    QTest::newRow("no shareholder") << u"杭州山岚设计有限公司"_s << QString();
-}
+private slots:
+    void allIsWell() { QVERIFY(DashboardBanners::noticesOf(goodFacts()).isEmpty()); }
 
-void TestDashboardBanners::namesAreRequired()
-{
-    QFETCH(QString, company);
-    QFETCH(QString, shareholder);
-    Facts facts = goodFacts();
-    facts.profile.companyName = company;
-    facts.profile.shareholderName = shareholder;
-    QCOMPARE(kindsOf(facts), QList<Kind> { Kind::ProfileIncomplete });
-}
-
-void TestDashboardBanners::backupsGrowOld_data()
-{
-    QTest::addColumn<QString>("last");
-    QTest::addColumn<QList<Kind>>("kinds");
-    QTest::addColumn<QString>("days");
-    using Kinds = QList<Kind>;
-    QTest::newRow("today") << u"2025-03-31 23:59:59"_s << Kinds {} << QString();
-    QTest::newRow("29 days") << u"2025-03-02 00:00:00"_s << Kinds {} << QString();
-    QTest::newRow("30 days") << u"2025-03-01 23:59:59"_s << Kinds { Kind::BackupTooOld }
-                             << u"30 天（2025-03-01）"_s;
-    QTest::newRow("years") << u"2023-03-31 10:00:00"_s << Kinds { Kind::BackupTooOld }
-                           << u"731 天（2023-03-31）"_s;
-    QTest::newRow("a clock set back")
-        << u"2025-05-01 10:00:00"_s << Kinds { Kind::NeverBackedUp } << QString();
-    QTest::newRow("tomorrow") << u"2025-04-01 00:00:00"_s << Kinds { Kind::NeverBackedUp }
-                              << QString();
-    QTest::newRow("never") << QString() << Kinds { Kind::NeverBackedUp } << QString();
-    QTest::newRow("unreadable") << u"yesterday"_s << Kinds { Kind::NeverBackedUp } << QString();
-}
-
-void TestDashboardBanners::backupsGrowOld()
-{
-    QFETCH(QString, last);
-    QFETCH(QList<Kind>, kinds);
-    QFETCH(QString, days);
-    Facts facts = goodFacts();
-    facts.profile.lastBackupAt = last;
-    const auto notices = DashboardBanners::noticesOf(facts);
-    QCOMPARE(kindsOf(facts), kinds);
-    if (notices.isEmpty())
-        return;
-    QVERIFY2(notices.first().text.contains(days), qPrintable(notices.first().text));
-    QCOMPARE(notices.first().target, DashboardBanners::Target::Backup);
-}
-
-void TestDashboardBanners::theGravestComesFirst()
-{
-    Facts facts;
-    facts.today = QDate(2025, 3, 31);
-    facts.selfCheckFailed = true;
-    facts.isIncomplete = true;
-    QCOMPARE(kindsOf(facts),
-        (QList<Kind> { Kind::SelfCheckFailed, Kind::UnreadableData, Kind::ProfileIncomplete,
-            Kind::NeverBackedUp }));
-    NoticeLevel last = NoticeLevel::Danger;
-    for (const Notice& notice : DashboardBanners::noticesOf(facts)) {
-        QVERIFY(notice.level <= last);
-        last = notice.level;
+    void namesAreRequired_data()
+    {
+        addColumns<QString, QString>("company", "shareholder");
+        addCase("no company", u" 　"_s, u"林岚"_s);
+        addCase("no shareholder", u"杭州山岚设计有限公司"_s, QString());
     }
-}
+
+    void namesAreRequired()
+    {
+        QFETCH(QString, company);
+        QFETCH(QString, shareholder);
+        Facts facts = goodFacts();
+        facts.profile.companyName = company;
+        facts.profile.shareholderName = shareholder;
+        QCOMPARE(kindsOf(facts), QList<Kind> { Kind::ProfileIncomplete });
+    }
+
+    void backupsGrowOld_data()
+    {
+        addColumns<QString, QList<Kind>, QString>("last", "kinds", "days");
+        using Kinds = QList<Kind>;
+        addCase("today", u"2025-03-31 23:59:59"_s, Kinds {}, QString());
+        addCase("29 days", u"2025-03-02 00:00:00"_s, Kinds {}, QString());
+        addCase("30 days", u"2025-03-01 23:59:59"_s, Kinds { Kind::BackupTooOld },
+            u"30 天（2025-03-01）"_s);
+        addCase("years", u"2023-03-31 10:00:00"_s, Kinds { Kind::BackupTooOld },
+            u"731 天（2023-03-31）"_s);
+        const Kinds ageUnknown { Kind::BackupAgeUnknown };
+        addCase(
+            "a clock set back", u"2025-05-01 10:00:00"_s, ageUnknown, u"（2025-05-01）晚于今天"_s);
+        addCase("tomorrow", u"2025-04-01 00:00:00"_s, ageUnknown, u"（2025-04-01）晚于今天"_s);
+        addCase("never", QString(), Kinds { Kind::NeverBackedUp }, QString());
+        addCase("unreadable", u"yesterday"_s, Kinds { Kind::NeverBackedUp }, QString());
+    }
+
+    void backupsGrowOld()
+    {
+        QFETCH(QString, last);
+        QFETCH(QList<Kind>, kinds);
+        QFETCH(QString, days);
+        Facts facts = goodFacts();
+        facts.profile.lastBackupAt = last;
+        const auto notices = DashboardBanners::noticesOf(facts);
+        QCOMPARE(kindsOf(facts), kinds);
+        if (notices.isEmpty())
+            return;
+        QVERIFY2(notices.first().text.contains(days), qPrintable(notices.first().text));
+        QCOMPARE(notices.first().target, DashboardBanners::Target::Backup);
+    }
+
+    void theGravestComesFirst()
+    {
+        Facts facts;
+        facts.today = QDate(2025, 3, 31);
+        facts.selfCheckFailed = true;
+        facts.isIncomplete = true;
+        QCOMPARE(kindsOf(facts),
+            (QList<Kind> { Kind::SelfCheckFailed, Kind::UnreadableData, Kind::ProfileIncomplete,
+                Kind::NeverBackedUp }));
+        NoticeLevel last = NoticeLevel::Danger;
+        for (const Notice& notice : DashboardBanners::noticesOf(facts)) {
+            QVERIFY(notice.level <= last);
+            last = notice.level;
+        }
+    }
+};
+
+static const RegisteredTest<TestDashboardBanners> registered;
+
+#include "TestDashboardBanners.moc"

@@ -1,7 +1,6 @@
-#include "statistics/TestPeriod.h"
-
 #include "core/TextRules.h"
 #include "services/figures/Period.h"
+#include "support/TestCase.h"
 
 using namespace Qt::StringLiterals;
 
@@ -19,100 +18,105 @@ QString textOf(const DateRange& range)
 
 } // namespace
 
-void TestPeriod::periodsAreWholeCalendarUnits_data()
-{
-    QTest::addColumn<Period>("period");
-    QTest::addColumn<QString>("today");
-    QTest::addColumn<QString>("range");
-    const auto row = [](const char* name, Period period, const QString& today,
-                         const QString& range) { QTest::newRow(name) << period << today << range; };
-    row("this month", Period::ThisMonth, u"2025-11-21"_s, u"2025-11-01~2025-11-30"_s);
-    row("this month, leap day", Period::ThisMonth, u"2024-02-29"_s, u"2024-02-01~2024-02-29"_s);
-    row("last month", Period::LastMonth, u"2025-03-31"_s, u"2025-02-01~2025-02-28"_s);
-    row("last month over new year", Period::LastMonth, u"2025-01-01"_s, u"2024-12-01~2024-12-31"_s);
-    row("first quarter", Period::ThisQuarter, u"2025-03-31"_s, u"2025-01-01~2025-03-31"_s);
-    row("second quarter", Period::ThisQuarter, u"2025-04-01"_s, u"2025-04-01~2025-06-30"_s);
-    row("last quarter", Period::ThisQuarter, u"2025-12-31"_s, u"2025-10-01~2025-12-31"_s);
-    row("this year", Period::ThisYear, u"2025-11-21"_s, u"2025-01-01~2025-12-31"_s);
-    row("last year", Period::LastYear, u"2025-01-01"_s, u"2024-01-01~2024-12-31"_s);
-    row("all", Period::All, u"2025-11-21"_s, u"~"_s);
-}
+class TestPeriod final : public TestCase {
+    Q_OBJECT
 
-void TestPeriod::periodsAreWholeCalendarUnits()
-{
-    QFETCH(Period, period);
-    QFETCH(QString, today);
-    QTEST(textOf(rangeOf(period, day(today))), "range");
-}
+private slots:
+    void periodsAreWholeCalendarUnits_data()
+    {
+        addColumns<Period, QString, QString>("period", "today", "range");
+        const auto row = [](const char* name, Period period, const QString& today,
+                             const QString& range) { addCase(name, period, today, range); };
+        row("this month", Period::ThisMonth, u"2025-11-21"_s, u"2025-11-01~2025-11-30"_s);
+        row("this month, leap day", Period::ThisMonth, u"2024-02-29"_s, u"2024-02-01~2024-02-29"_s);
+        row("last month", Period::LastMonth, u"2025-03-31"_s, u"2025-02-01~2025-02-28"_s);
+        row("last month over new year", Period::LastMonth, u"2025-01-01"_s,
+            u"2024-12-01~2024-12-31"_s);
+        row("first quarter", Period::ThisQuarter, u"2025-03-31"_s, u"2025-01-01~2025-03-31"_s);
+        row("second quarter", Period::ThisQuarter, u"2025-04-01"_s, u"2025-04-01~2025-06-30"_s);
+        row("last quarter", Period::ThisQuarter, u"2025-12-31"_s, u"2025-10-01~2025-12-31"_s);
+        row("this year", Period::ThisYear, u"2025-11-21"_s, u"2025-01-01~2025-12-31"_s);
+        row("last year", Period::LastYear, u"2025-01-01"_s, u"2024-01-01~2024-12-31"_s);
+        row("all", Period::All, u"2025-11-21"_s, u"~"_s);
+    }
 
-void TestPeriod::periodsHaveLabels()
-{
-    QStringList labels;
-    for (const Period period : allValues<Period>())
-        labels += labelOf(period);
-    QCOMPARE(labels.join(u' '), u"本月 上月 本季 本年 上年 全部"_s);
-}
+    void periodsAreWholeCalendarUnits()
+    {
+        QFETCH(Period, period);
+        QFETCH(QString, today);
+        QTEST(textOf(rangeOf(period, day(today))), "range");
+    }
 
-void TestPeriod::rangesAreComparedFairly_data()
-{
-    QTest::addColumn<QString>("from");
-    QTest::addColumn<QString>("to");
-    QTest::addColumn<QString>("today");
-    QTest::addColumn<QString>("ranges"); // current, previous, a year ago
-    const auto row
-        = [](const char* name, const QString& from, const QString& to, const QString& today,
-              const QString& ranges) { QTest::newRow(name) << from << to << today << ranges; };
-    row("a month that is over", u"2025-03-01"_s, u"2025-03-31"_s, u"2025-04-01"_s,
-        u"2025-03-01~2025-03-31 2025-02-01~2025-02-28 2024-03-01~2024-03-31"_s);
-    row("a running month", u"2025-11-01"_s, u"2025-11-30"_s, u"2025-11-21"_s,
-        u"2025-11-01~2025-11-21 2025-10-01~2025-10-21 2024-11-01~2024-11-21"_s);
-    row("its first day", u"2025-11-01"_s, u"2025-11-30"_s, u"2025-11-01"_s,
-        u"2025-11-01~2025-11-01 2025-10-01~2025-10-01 2024-11-01~2024-11-01"_s);
-    row("its last day: whole months", u"2025-02-01"_s, u"2025-02-28"_s, u"2025-02-28"_s,
-        u"2025-02-01~2025-02-28 2025-01-01~2025-01-31 2024-02-01~2024-02-29"_s);
-    row("a day that the month before lacks", u"2025-03-01"_s, u"2025-03-31"_s, u"2025-03-30"_s,
-        u"2025-03-01~2025-03-30 2025-02-01~2025-02-28 2024-03-01~2024-03-30"_s);
-    row("a running quarter", u"2025-10-01"_s, u"2025-12-31"_s, u"2025-11-21"_s,
-        u"2025-10-01~2025-11-21 2025-07-01~2025-08-21 2024-10-01~2024-11-21"_s);
-    row("a quarter at a month's end", u"2025-01-01"_s, u"2025-03-31"_s, u"2025-02-28"_s,
-        u"2025-01-01~2025-02-28 2024-10-01~2024-11-30 2024-01-01~2024-02-29"_s);
-    row("a running year", u"2025-01-01"_s, u"2025-12-31"_s, u"2025-11-21"_s,
-        u"2025-01-01~2025-11-21 2024-01-01~2024-11-21 2024-01-01~2024-11-21"_s);
-    row("a year that is over", u"2024-01-01"_s, u"2024-12-31"_s, u"2025-11-21"_s,
-        u"2024-01-01~2024-12-31 2023-01-01~2023-12-31 2023-01-01~2023-12-31"_s);
-    row("any days", u"2025-03-10"_s, u"2025-03-19"_s, u"2025-11-21"_s,
-        u"2025-03-10~2025-03-19 2025-02-28~2025-03-09 2024-03-10~2024-03-19"_s);
-    row("any days, running", u"2025-11-17"_s, u"2025-11-25"_s, u"2025-11-21"_s,
-        u"2025-11-17~2025-11-21 2025-11-12~2025-11-16 2024-11-17~2024-11-21"_s);
-    row("one day", u"2024-02-29"_s, u"2024-02-29"_s, u"2025-11-21"_s,
-        u"2024-02-29~2024-02-29 2024-02-28~2024-02-28 2023-02-28~2023-02-28"_s);
-    row("days to come", u"2025-12-01"_s, u"2025-12-31"_s, u"2025-11-21"_s,
-        u"2025-12-01~2025-12-31 2025-11-01~2025-11-30 2024-12-01~2024-12-31"_s);
-}
+    void periodsHaveLabels()
+    {
+        QStringList labels;
+        for (const Period period : allValues<Period>())
+            labels += labelOf(period);
+        QCOMPARE(labels.join(u' '), u"本月 上月 本季 本年 上年 全部"_s);
+    }
 
-void TestPeriod::rangesAreComparedFairly()
-{
-    QFETCH(QString, from);
-    QFETCH(QString, to);
-    QFETCH(QString, today);
-    const auto compared = comparedRanges({ day(from), day(to) }, day(today));
-    QVERIFY(compared);
-    QTEST(textOf(compared->current) + u' ' + textOf(compared->previous) + u' '
-            + textOf(compared->yearAgo),
-        "ranges");
-}
+    void rangesAreComparedFairly_data()
+    {
+        addColumns<QString, QString, QString, QString>("from", "to", "today", "ranges");
+        const auto row
+            = [](const char* name, const QString& from, const QString& to, const QString& today,
+                  const QString& ranges) { addCase(name, from, to, today, ranges); };
+        row("a month that is over", u"2025-03-01"_s, u"2025-03-31"_s, u"2025-04-01"_s,
+            u"2025-03-01~2025-03-31 2025-02-01~2025-02-28 2024-03-01~2024-03-31"_s);
+        row("a running month", u"2025-11-01"_s, u"2025-11-30"_s, u"2025-11-21"_s,
+            u"2025-11-01~2025-11-21 2025-10-01~2025-10-21 2024-11-01~2024-11-21"_s);
+        row("its first day", u"2025-11-01"_s, u"2025-11-30"_s, u"2025-11-01"_s,
+            u"2025-11-01~2025-11-01 2025-10-01~2025-10-01 2024-11-01~2024-11-01"_s);
+        row("its last day: whole months", u"2025-02-01"_s, u"2025-02-28"_s, u"2025-02-28"_s,
+            u"2025-02-01~2025-02-28 2025-01-01~2025-01-31 2024-02-01~2024-02-29"_s);
+        row("a day that the month before lacks", u"2025-03-01"_s, u"2025-03-31"_s, u"2025-03-30"_s,
+            u"2025-03-01~2025-03-30 2025-02-01~2025-02-28 2024-03-01~2024-03-30"_s);
+        row("a running quarter", u"2025-10-01"_s, u"2025-12-31"_s, u"2025-11-21"_s,
+            u"2025-10-01~2025-11-21 2025-07-01~2025-08-21 2024-10-01~2024-11-21"_s);
+        row("a quarter at a month's end", u"2025-01-01"_s, u"2025-03-31"_s, u"2025-02-28"_s,
+            u"2025-01-01~2025-02-28 2024-10-01~2024-11-30 2024-01-01~2024-02-29"_s);
+        row("a running year", u"2025-01-01"_s, u"2025-12-31"_s, u"2025-11-21"_s,
+            u"2025-01-01~2025-11-21 2024-01-01~2024-11-21 2024-01-01~2024-11-21"_s);
+        row("a year that is over", u"2024-01-01"_s, u"2024-12-31"_s, u"2025-11-21"_s,
+            u"2024-01-01~2024-12-31 2023-01-01~2023-12-31 2023-01-01~2023-12-31"_s);
+        row("any days", u"2025-03-10"_s, u"2025-03-19"_s, u"2025-11-21"_s,
+            u"2025-03-10~2025-03-19 2025-02-28~2025-03-09 2024-03-10~2024-03-19"_s);
+        row("any days, running", u"2025-11-17"_s, u"2025-11-25"_s, u"2025-11-21"_s,
+            u"2025-11-17~2025-11-21 2025-11-12~2025-11-16 2024-11-17~2024-11-21"_s);
+        row("one day", u"2024-02-29"_s, u"2024-02-29"_s, u"2025-11-21"_s,
+            u"2024-02-29~2024-02-29 2024-02-28~2024-02-28 2023-02-28~2023-02-28"_s);
+        row("days to come", u"2025-12-01"_s, u"2025-12-31"_s, u"2025-11-21"_s,
+            u"2025-12-01~2025-12-31 2025-11-01~2025-11-30 2024-12-01~2024-12-31"_s);
+    }
 
-void TestPeriod::openRangesAreNotCompared_data()
-{
-    QTest::addColumn<DateRange>("range");
-    QTest::newRow("everything") << DateRange();
-    QTest::newRow("without end") << DateRange { QDate(2025, 1, 1), {} };
-    QTest::newRow("without beginning") << DateRange { {}, QDate(2025, 1, 1) };
-    QTest::newRow("the wrong way round") << DateRange { QDate(2025, 1, 2), QDate(2025, 1, 1) };
-}
+    void rangesAreComparedFairly()
+    {
+        QFETCH(QString, from);
+        QFETCH(QString, to);
+        QFETCH(QString, today);
+        const auto compared = comparedRanges({ day(from), day(to) }, day(today));
+        QVERIFY(compared);
+        QTEST(textOf(compared->current) + u' ' + textOf(compared->previous) + u' '
+                + textOf(compared->yearAgo),
+            "ranges");
+    }
 
-void TestPeriod::openRangesAreNotCompared()
-{
-    QFETCH(DateRange, range);
-    QVERIFY(!comparedRanges(range, QDate(2025, 11, 21)));
-}
+    void openRangesAreNotCompared_data()
+    {
+        QTest::addColumn<DateRange>("range");
+        addCase("everything", DateRange());
+        addCase("without end", DateRange { QDate(2025, 1, 1), {} });
+        addCase("without beginning", DateRange { {}, QDate(2025, 1, 1) });
+        addCase("the wrong way round", DateRange { QDate(2025, 1, 2), QDate(2025, 1, 1) });
+    }
+
+    void openRangesAreNotCompared()
+    {
+        QFETCH(DateRange, range);
+        QVERIFY(!comparedRanges(range, QDate(2025, 11, 21)));
+    }
+};
+
+static const RegisteredTest<TestPeriod> registered;
+
+#include "TestPeriod.moc"

@@ -1,11 +1,10 @@
-#include "statistics/TestTodoFacts.h"
-
 #include "core/TextRules.h"
 #include "db/DocumentDao.h"
 #include "db/ProfileDao.h"
 #include "db/TransactionDao.h"
 #include "services/figures/TodoList.h"
 #include "services/risk/RiskService.h"
+#include "support/DatabaseTestCase.h"
 #include "support/TestDatabase.h"
 #include "support/TestLedger.h"
 
@@ -56,77 +55,86 @@ bool addUntidyLedger()
 
 } // namespace
 
-void TestTodoFacts::aNewLedgerHasNoFacts()
-{
-    const auto facts = TodoList::readFacts(today);
-    QVERIFY(!facts.isIncomplete);
-    QCOMPARE(facts.today, today);
-    QCOMPARE(kinds(), QList<Kind> { Kind::MissingIndependenceStatement });
-}
+class TestTodoFacts final : public DatabaseTestCase {
+    Q_OBJECT
 
-void TestTodoFacts::factsAreReadFromTheStores()
-{
-    QVERIFY(addUntidyLedger());
-    QVERIFY(addDocument(DocType::IndependenceStatement, u"2024-05-01"_s, 2024));
-    QVERIFY(addDocument(DocType::IndependenceStatement, u"2023-05-01"_s, 2023));
-    RiskService().reevaluateAll();
-    const auto facts = TodoList::readFacts(today);
-    QVERIFY(!facts.isIncomplete);
-    QCOMPARE(facts.highRiskCount, qint64 { 1 });
-    QCOMPARE(facts.ownerFlows.size(), 4);
-    QCOMPARE(facts.coveredIds, (QSet<qint64> { 2, 3 }));
-    QCOMPARE(facts.entriesLastYear, qint64 { 1 });
-    QVERIFY(!facts.hasAnnualDecisionLastYear);
-    QCOMPARE(facts.latestIndependenceStatement, QDate(2024, 5, 1));
-    QCOMPARE(facts.fundDecisions.size(), 1);
-    QCOMPARE(facts.fundDecisions.first().covered.sumFen, qint64 { 50'000 });
-    QCOMPARE(facts.fundDecisions.first().document.settleDate, QDate(2025, 6, 30));
-    QVERIFY2(facts.ownerBalanceFen == -10'000, "tomorrow's transfer has not come yet");
-    QCOMPARE(facts.unlinkedVouchers, qint64 { 1 });
-    QCOMPARE(facts.largeEntriesWithoutVoucher, QList<qint64> { 1 });
+private slots:
+    void aNewLedgerHasNoFacts()
+    {
+        const auto facts = TodoList::readFacts(today);
+        QVERIFY(!facts.isIncomplete);
+        QCOMPARE(facts.today, today);
+        QCOMPARE(kinds(), QList<Kind> { Kind::MissingIndependenceStatement });
+    }
 
-    // The transfer of tomorrow settles the decision: it is entered, so it is known.
-    QCOMPARE(kinds(),
-        (QList<Kind> { Kind::HighRiskEntries, Kind::YearEndDebt, Kind::UncoveredTransfers,
-            Kind::LargeEntriesWithoutVoucher, Kind::MissingAnnualDecision,
-            Kind::MissingIndependenceStatement, Kind::UnlinkedVouchers }));
-    QVERIFY(TransactionDao().remove(6));
-    QVERIFY(kinds().contains(Kind::UnsettledDecision));
-    QVERIFY(addDocument(DocType::AnnualDecision, u"2025-01-31"_s, 2024));
-    QVERIFY(!kinds().contains(Kind::MissingAnnualDecision));
-    QVERIFY(TestLedger::addVoucher(1));
-    QVERIFY(!kinds().contains(Kind::LargeEntriesWithoutVoucher));
-}
+    void factsAreReadFromTheStores()
+    {
+        QVERIFY(addUntidyLedger());
+        QVERIFY(addDocument(DocType::IndependenceStatement, u"2024-05-01"_s, 2024));
+        QVERIFY(addDocument(DocType::IndependenceStatement, u"2023-05-01"_s, 2023));
+        RiskService().reevaluateAll();
+        const auto facts = TodoList::readFacts(today);
+        QVERIFY(!facts.isIncomplete);
+        QCOMPARE(facts.highRiskCount, qint64 { 1 });
+        QCOMPARE(facts.ownerFlows.size(), 4);
+        QCOMPARE(facts.coveredIds, (QSet<qint64> { 2, 3 }));
+        QCOMPARE(facts.entriesLastYear, qint64 { 1 });
+        QVERIFY(!facts.hasAnnualDecisionLastYear);
+        QCOMPARE(facts.latestIndependenceStatement, QDate(2024, 5, 1));
+        QCOMPARE(facts.fundDecisions.size(), 1);
+        QCOMPARE(facts.fundDecisions.first().covered.sumFen, qint64 { 50'000 });
+        QCOMPARE(facts.fundDecisions.first().document.settleDate, QDate(2025, 6, 30));
+        QVERIFY2(facts.ownerBalanceFen == -10'000, "tomorrow's transfer has not come yet");
+        QCOMPARE(facts.unlinkedVouchers, qint64 { 1 });
+        QCOMPARE(facts.largeEntriesWithoutVoucher, QList<qint64> { 1 });
 
-void TestTodoFacts::coverageClearsTheTransfers()
-{
-    QVERIFY(addUntidyLedger());
-    QVERIFY(kinds().contains(Kind::UncoveredTransfers));
-    QVERIFY(TestLedger::addFundDecision({ 4 }));
-    QVERIFY(!kinds().contains(Kind::UncoveredTransfers));
-}
+        // The transfer of tomorrow settles the decision: it is entered, so it is known.
+        QCOMPARE(kinds(),
+            (QList<Kind> { Kind::HighRiskEntries, Kind::YearEndDebt, Kind::UncoveredTransfers,
+                Kind::LargeEntriesWithoutVoucher, Kind::MissingAnnualDecision,
+                Kind::MissingIndependenceStatement, Kind::UnlinkedVouchers }));
+        QVERIFY(TransactionDao().remove(6));
+        QVERIFY(kinds().contains(Kind::UnsettledDecision));
+        QVERIFY(addDocument(DocType::AnnualDecision, u"2025-01-31"_s, 2024));
+        QVERIFY(!kinds().contains(Kind::MissingAnnualDecision));
+        QVERIFY(TestLedger::addVoucher(1));
+        QVERIFY(!kinds().contains(Kind::LargeEntriesWithoutVoucher));
+    }
 
-void TestTodoFacts::withoutAThresholdNothingIsLarge()
-{
-    QVERIFY(addUntidyLedger());
-    ProfileDao profiles;
-    CompanyProfile profile = profiles.load();
-    profile.largeAmountFen = 0;
-    QVERIFY(profiles.save(profile));
-    const auto facts = TodoList::readFacts(today);
-    QVERIFY(!facts.isIncomplete);
-    QVERIFY(facts.largeEntriesWithoutVoucher.isEmpty());
-    QVERIFY(!kinds().contains(Kind::LargeEntriesWithoutVoucher));
-}
+    void coverageClearsTheTransfers()
+    {
+        QVERIFY(addUntidyLedger());
+        QVERIFY(kinds().contains(Kind::UncoveredTransfers));
+        QVERIFY(TestLedger::addFundDecision({ 4 }));
+        QVERIFY(!kinds().contains(Kind::UncoveredTransfers));
+    }
 
-void TestTodoFacts::whatCannotBeReadIsRemarked()
-{
-    QVERIFY(addUntidyLedger());
-    QCOMPARE(TestDatabase::run({ u"ALTER TABLE vouchers RENAME TO hidden"_s }), QString());
-    QTest::ignoreMessage(
-        QtWarningMsg, QRegularExpression(u"^SQL error: no such table: vouchers"_s));
-    const auto facts = TodoList::readFacts(today);
-    QVERIFY(facts.isIncomplete);
-    QCOMPARE(facts.unlinkedVouchers, qint64 { 0 });
-    QCOMPARE(facts.entriesLastYear, qint64 { 1 });
-}
+    void withoutAThresholdNothingIsLarge()
+    {
+        QVERIFY(addUntidyLedger());
+        ProfileDao profiles;
+        CompanyProfile profile = profiles.load();
+        profile.largeAmountFen = 0;
+        QVERIFY(profiles.save(profile));
+        const auto facts = TodoList::readFacts(today);
+        QVERIFY(!facts.isIncomplete);
+        QVERIFY(facts.largeEntriesWithoutVoucher.isEmpty());
+        QVERIFY(!kinds().contains(Kind::LargeEntriesWithoutVoucher));
+    }
+
+    void whatCannotBeReadIsRemarked()
+    {
+        QVERIFY(addUntidyLedger());
+        QCOMPARE(TestDatabase::run({ u"ALTER TABLE vouchers RENAME TO hidden"_s }), QString());
+        QTest::ignoreMessage(
+            QtWarningMsg, QRegularExpression(u"^SQL error: no such table: vouchers"_s));
+        const auto facts = TodoList::readFacts(today);
+        QVERIFY(facts.isIncomplete);
+        QCOMPARE(facts.unlinkedVouchers, qint64 { 0 });
+        QCOMPARE(facts.entriesLastYear, qint64 { 1 });
+    }
+};
+
+static const RegisteredTest<TestTodoFacts> registered;
+
+#include "TestTodoFacts.moc"

@@ -1,7 +1,6 @@
-#include "statistics/TestTodoList.h"
-
 #include "core/TextRules.h"
 #include "services/figures/TodoList.h"
+#include "support/TestCase.h"
 #include "support/TestLedger.h"
 
 using namespace Qt::StringLiterals;
@@ -56,363 +55,357 @@ TodoList::Decision decision(const QString& docDate, const QString& settleDate)
 
 } // namespace
 
-void TestTodoList::aCleanLedgerAsksForNothing()
-{
-    QVERIFY(TodoList::itemsOf(cleanFacts()).isEmpty());
-}
+class TestTodoList final : public TestCase {
+    Q_OBJECT
 
-void TestTodoList::highRiskEntriesOpenTheLedger()
-{
-    Facts facts = cleanFacts();
-    facts.highRiskCount = 3;
-    const auto items = TodoList::itemsOf(facts);
-    QCOMPARE(items.size(), 1);
-    QCOMPARE(items.first().kind, Kind::HighRiskEntries);
-    QCOMPARE(items.first().severity, NoticeLevel::Danger);
-    QCOMPARE(items.first().title, u"3 笔高风险流水待处理"_s);
-    QCOMPARE(items.first().target, TodoList::Target::Ledger);
-    QCOMPARE(items.first().parameters, (QVariantMap { { u"risk"_s, u"high"_s } }));
-}
+private slots:
+    void aCleanLedgerAsksForNothing() { QVERIFY(TodoList::itemsOf(cleanFacts()).isEmpty()); }
 
-void TestTodoList::uncoveredTransfersAskForADecision_data()
-{
-    QTest::addColumn<QString>("directions"); // of flows on consecutive days, "+" for in
-    QTest::addColumn<QList<int>>("covered");
-    QTest::addColumn<QStringList>("found"); // title: ids
-    const QString out = u"笔公司付给股东的资金缺少往来决定书: "_s;
-    const QString in = u"笔股东转入公司的资金缺少往来决定书: "_s;
-    using Ids = QList<int>;
-    QTest::newRow("too few") << u"--"_s << Ids {} << QStringList();
-    QTest::newRow("out only") << u"---"_s << Ids {} << QStringList { u"3 "_s + out + u"1 2 3"_s };
-    QTest::newRow("in only") << u"+++"_s << Ids {} << QStringList { u"3 "_s + in + u"1 2 3"_s };
-    QTest::newRow("an item for each direction")
-        << u"-+-"_s << Ids {} << QStringList { u"2 "_s + out + u"1 3"_s, u"1 "_s + in + u"2"_s };
-    QTest::newRow("covered ones are left out")
-        << u"-+--"_s << Ids { 1, 2 } << QStringList { u"2 "_s + out + u"3 4"_s };
-    QTest::newRow("all covered") << u"---"_s << Ids { 1, 2, 3 } << QStringList();
-}
-
-void TestTodoList::uncoveredTransfersAskForADecision()
-{
-    QFETCH(QString, directions);
-    QFETCH(QList<int>, covered);
-    Facts facts = cleanFacts();
-    for (qsizetype i = 0; i < directions.size(); ++i)
-        facts.ownerFlows += flow(i + 1, u"2025-03-0%1"_s.arg(i + 1),
-            directions.at(i) == u'+' ? Direction::In : Direction::Out);
-    for (const int id : covered)
-        facts.coveredIds += id;
-    QStringList found;
-    for (const Item& item : TodoList::itemsOf(facts)) {
-        QCOMPARE(item.kind, Kind::UncoveredTransfers);
-        QCOMPARE(item.target, TodoList::Target::FundDecision);
-        QCOMPARE(item.parameters.value(u"fund"_s), QVariant(true));
-        QVERIFY(item.text.contains(u"合计 %1.00 元"_s.arg(idsOf(item).size() * 100)));
-        QStringList ids;
-        for (const qint64 id : idsOf(item))
-            ids += QString::number(id);
-        found += item.title + u": "_s + ids.join(u' ');
+    void highRiskEntriesOpenTheLedger()
+    {
+        Facts facts = cleanFacts();
+        facts.highRiskCount = 3;
+        const auto items = TodoList::itemsOf(facts);
+        QCOMPARE(items.size(), 1);
+        QCOMPARE(items.first().kind, Kind::HighRiskEntries);
+        QCOMPARE(items.first().severity, NoticeLevel::Danger);
+        QCOMPARE(items.first().title, u"3 笔高风险流水待处理"_s);
+        QCOMPARE(items.first().target, TodoList::Target::Ledger);
+        QCOMPARE(items.first().parameters, (QVariantMap { { u"risk"_s, u"high"_s } }));
     }
-    QTEST(found, "found");
-}
 
-void TestTodoList::aReviewedTransferIsNotAskedForAgain()
-{
-    Facts facts = cleanFacts();
-    for (int i = 1; i <= 4; ++i)
-        facts.ownerFlows += flow(i, u"2025-03-0%1"_s.arg(i));
-    facts.ownerFlows[1].riskManualOverride = RiskLevel::Normal;
-    facts.ownerFlows[2].riskManualOverride = RiskLevel::High;
-    const auto items = TodoList::itemsOf(facts);
-    QCOMPARE(items.size(), 1);
-    QCOMPARE(idsOf(items.first()), (QList<qint64> { 1, 3, 4 }));
-}
-
-void TestTodoList::lastYearsDecisionIsMissing_data()
-{
-    QTest::addColumn<qint64>("entries");
-    QTest::addColumn<bool>("exists");
-    QTest::addColumn<bool>("asked");
-    QTest::newRow("no entries") << qint64 { 0 } << false << false;
-    QTest::newRow("one entry, no decision") << qint64 { 1 } << false << true;
-    QTest::newRow("decided") << qint64 { 9 } << true << false;
-}
-
-void TestTodoList::lastYearsDecisionIsMissing()
-{
-    QFETCH(qint64, entries);
-    QFETCH(bool, exists);
-    QFETCH(bool, asked);
-    Facts facts = cleanFacts();
-    facts.entriesLastYear = entries;
-    facts.hasAnnualDecisionLastYear = exists;
-    const auto items = TodoList::itemsOf(facts);
-    QCOMPARE(items.size(), asked ? 1 : 0);
-    if (!asked)
-        return;
-    QCOMPARE(items.first().title, u"缺少 2024 年度股东决定书"_s);
-    QCOMPARE(items.first().target, TodoList::Target::AnnualDecision);
-    QCOMPARE(items.first().parameters, (QVariantMap { { u"year"_s, 2024 } }));
-}
-
-void TestTodoList::statementsAgeInAYear_data()
-{
-    QTest::addColumn<QDate>("latest");
-    QTest::addColumn<bool>("asked");
-    QTest::newRow("none") << QDate() << true;
-    QTest::newRow("today") << today << false;
-    QTest::newRow("twelve months ago") << QDate(2024, 6, 15) << false;
-    QTest::newRow("a day more") << QDate(2024, 6, 14) << true;
-}
-
-void TestTodoList::statementsAgeInAYear()
-{
-    QFETCH(QDate, latest);
-    QFETCH(bool, asked);
-    Facts facts = cleanFacts();
-    facts.latestIndependenceStatement = latest;
-    const auto items = TodoList::itemsOf(facts);
-    QCOMPARE(items.size(), asked ? 1 : 0);
-    if (!asked)
-        return;
-    QCOMPARE(items.first().target, TodoList::Target::IndependenceStatement);
-    QCOMPARE(items.first().text.contains(u"2024-06-14"_s), latest.isValid());
-}
-
-void TestTodoList::overdueDecisionsAreRemarked_data()
-{
-    QTest::addColumn<QString>("docDate");
-    QTest::addColumn<QString>("settleDate");
-    QTest::addColumn<bool>("remarked");
-    QTest::newRow("a day past") << u"2025-01-10"_s << u"2025-06-14"_s << true;
-    QTest::newRow("due today") << u"2025-01-10"_s << u"2025-06-15"_s << false;
-    QTest::newRow("due later") << u"2025-01-10"_s << u"2025-12-31"_s << false;
-    QTest::newRow("no day agreed") << u"2025-01-10"_s << QString() << false;
-    QTest::newRow("decided twelve months ago") << u"2024-06-15"_s << u"2024-12-31"_s << true;
-    QTest::newRow("decided longer ago") << u"2024-06-14"_s << u"2024-12-31"_s << false;
-}
-
-void TestTodoList::overdueDecisionsAreRemarked()
-{
-    QFETCH(QString, docDate);
-    QFETCH(QString, settleDate);
-    QFETCH(bool, remarked);
-    Facts facts = cleanFacts();
-    facts.fundDecisions = { decision(docDate, settleDate) };
-    auto items = TodoList::itemsOf(facts);
-    QCOMPARE(items.size(), remarked ? 1 : 0);
-    if (remarked) {
-        QCOMPARE(items.first().kind, Kind::UnsettledDecision);
-        QCOMPARE(
-            items.first().title, u"往来决定书 KYR-FD-2025-0001 已过约定日期，请核对是否已归还"_s);
-        QVERIFY(items.first().text.contains(u"500.00 元"_s));
-        QVERIFY(items.first().text.contains(settleDate));
-        QCOMPARE(items.first().target, TodoList::Target::DocumentArchive);
-        QCOMPARE(items.first().parameters, (QVariantMap { { u"docId"_s, qint64 { 4 } } }));
+    void uncoveredTransfersAskForADecision_data()
+    {
+        addColumns<QString, QList<int>, QStringList>("directions", "covered", "found");
+        const QString out = u"笔公司付给股东的资金缺少往来决定书: "_s;
+        const QString in = u"笔股东转入公司的资金缺少往来决定书: "_s;
+        using Ids = QList<int>;
+        addCase("too few", u"--"_s, Ids {}, QStringList());
+        addCase("out only", u"---"_s, Ids {}, QStringList { u"3 "_s + out + u"1 2 3"_s });
+        addCase("in only", u"+++"_s, Ids {}, QStringList { u"3 "_s + in + u"1 2 3"_s });
+        addCase("an item for each direction", u"-+-"_s, Ids {},
+            QStringList { u"2 "_s + out + u"1 3"_s, u"1 "_s + in + u"2"_s });
+        addCase("covered ones are left out", u"-+--"_s, Ids { 1, 2 },
+            QStringList { u"2 "_s + out + u"3 4"_s });
+        addCase("all covered", u"---"_s, Ids { 1, 2, 3 }, QStringList());
     }
-    facts.fundDecisions.first().document.fundDirection = Direction::In;
-    QVERIFY2(TodoList::itemsOf(facts).isEmpty(), "money from the owner is not the owner's debt");
-}
 
-void TestTodoList::whatCountsAsReturned_data()
-{
-    QTest::addColumn<QList<Transaction>>("flows");
-    QTest::addColumn<bool>("settled");
-    using Flows = QList<Transaction>;
-    const QString after = u"2025-02-01"_s;
-    QTest::newRow("nothing") << Flows {} << false;
-    QTest::newRow("one fen short") << Flows { flow(1, after, Direction::In, 49'999) } << false;
-    QTest::newRow("all at once") << Flows { flow(1, after, Direction::In, 50'000) } << true;
-    QTest::newRow("in parts, the last one late") << Flows { flow(1, after, Direction::In, 20'000),
-        flow(2, u"2025-06-10"_s, Direction::In, 30'000) }
-                                                 << true;
-    QTest::newRow("on the day of the first payment")
-        << Flows { flow(1, u"2025-01-05"_s, Direction::In, 50'000) } << true;
-    QTest::newRow("before the first payment")
-        << Flows { flow(1, u"2025-01-04"_s, Direction::In, 50'000) } << false;
-    QTest::newRow("paid out") << Flows { flow(1, after, Direction::Out, 50'000) } << false;
-    Transaction reimbursed = entry(after, Category::ExpenseReimburse, Direction::In, 50'000);
-    QTest::newRow("a reimbursement") << Flows { reimbursed } << false;
-    Transaction undated = flow(1, QString(), Direction::In, 50'000);
-    QTest::newRow("without a date") << Flows { undated } << false;
-}
-
-void TestTodoList::whatCountsAsReturned()
-{
-    QFETCH(QList<Transaction>, flows);
-    QFETCH(bool, settled);
-    Facts facts = cleanFacts();
-    facts.ownerFlows = flows;
-    facts.fundDecisions = { decision(u"2025-01-10"_s, u"2025-05-31"_s) };
-    // Drawn up five days after the money had left.
-    facts.fundDecisions.first().covered.firstDate = QDate(2025, 1, 5);
-    QCOMPARE(TodoList::itemsOf(facts).isEmpty(), settled);
-}
-
-void TestTodoList::everyTransferSettlesOneDecisionOnly_data()
-{
-    QTest::addColumn<QStringList>("decided"); // day of decision and payment; 1,000.00 each
-    QTest::addColumn<QList<Transaction>>("flows");
-    QTest::addColumn<QStringList>("open"); // day: what is missing
-    using Flows = QList<Transaction>;
-    const auto back
-        = [](const QString& date, qint64 fen) { return flow(1, date, Direction::In, fen); };
-    const QString first = u"2025-01-10"_s;
-    const QString second = u"2025-02-10"_s;
-    const QStringList both { first, second };
-    QTest::newRow("one return for two: the later stays open")
-        << both << Flows { back(u"2025-03-01"_s, 100'000) }
-        << QStringList { second + u": 1,000.00"_s };
-    QTest::newRow("the order of the archive does not matter")
-        << QStringList { second, first } << Flows { back(u"2025-03-01"_s, 100'000) }
-        << QStringList { second + u": 1,000.00"_s };
-    QTest::newRow("nothing came back")
-        << both << Flows {} << QStringList { first + u": 1,000.00"_s, second + u": 1,000.00"_s };
-    QTest::newRow("returned before it was due")
-        << QStringList { first } << Flows { back(u"2025-02-01"_s, 100'000) } << QStringList();
-    QTest::newRow("one return over both")
-        << both << Flows { back(u"2025-03-01"_s, 200'000) } << QStringList();
-    QTest::newRow("each by its own")
-        << both << Flows { back(u"2025-02-01"_s, 100'000), back(u"2025-03-01"_s, 100'000) }
-        << QStringList();
-    QTest::newRow("too early for the later one") << both << Flows { back(u"2025-02-01"_s, 200'000) }
-                                                 << QStringList { second + u": 1,000.00"_s };
-    QTest::newRow("in part") << QStringList { first } << Flows { back(u"2025-03-01"_s, 40'000) }
-                             << QStringList { first + u": 600.00"_s };
-    QTest::newRow("what one leaves over goes to the next")
-        << both << Flows { back(u"2025-03-01"_s, 130'000), back(u"2025-03-02"_s, 20'000) }
-        << QStringList { second + u": 500.00"_s };
-    QTest::newRow("transfers out of order")
-        << both << Flows { back(u"2025-03-01"_s, 100'000), back(u"2025-02-01"_s, 100'000) }
-        << QStringList();
-    QTest::newRow("one no longer asked for takes nothing") << QStringList { u"2024-05-01"_s,
-        first } << Flows { back(u"2025-03-01"_s, 100'000) } << QStringList();
-}
-
-void TestTodoList::everyTransferSettlesOneDecisionOnly()
-{
-    QFETCH(QStringList, decided);
-    QFETCH(QList<Transaction>, flows);
-    Facts facts = cleanFacts();
-    facts.ownerFlows = flows;
-    for (const QString& day : decided) {
-        TodoList::Decision made = decision(day, u"2025-05-31"_s);
-        made.document.docNo = day;
-        made.covered.sumFen = 100'000;
-        facts.fundDecisions += made;
+    void uncoveredTransfersAskForADecision()
+    {
+        QFETCH(QString, directions);
+        QFETCH(QList<int>, covered);
+        Facts facts = cleanFacts();
+        for (qsizetype i = 0; i < directions.size(); ++i)
+            facts.ownerFlows += flow(i + 1, u"2025-03-0%1"_s.arg(i + 1),
+                directions.at(i) == u'+' ? Direction::In : Direction::Out);
+        for (const int id : covered)
+            facts.coveredIds += id;
+        QStringList found;
+        for (const Item& item : TodoList::itemsOf(facts)) {
+            QCOMPARE(item.kind, Kind::UncoveredTransfers);
+            QCOMPARE(item.target, TodoList::Target::FundDecision);
+            QCOMPARE(item.parameters.value(u"fund"_s), QVariant(true));
+            QVERIFY(item.text.contains(u"合计 %1.00 元"_s.arg(idsOf(item).size() * 100)));
+            QStringList ids;
+            for (const qint64 id : idsOf(item))
+                ids += QString::number(id);
+            found += item.title + u": "_s + ids.join(u' ');
+        }
+        QTEST(found, "found");
     }
-    QStringList open;
-    for (const Item& item : TodoList::itemsOf(facts)) {
-        QCOMPARE(item.kind, Kind::UnsettledDecision);
-        QVERIFY2(item.text.contains(u"公司付给股东 1,000.00 元"_s), qPrintable(item.text));
-        open += item.title.section(u' ', 1, 1) + u": "_s
-            + item.text.section(u"尚差 "_s, 1).section(u' ', 0, 0);
+
+    void aReviewedTransferIsNotAskedForAgain()
+    {
+        Facts facts = cleanFacts();
+        for (int i = 1; i <= 4; ++i)
+            facts.ownerFlows += flow(i, u"2025-03-0%1"_s.arg(i));
+        facts.ownerFlows[1].riskManualOverride = RiskLevel::Normal;
+        facts.ownerFlows[2].riskManualOverride = RiskLevel::High;
+        const auto items = TodoList::itemsOf(facts);
+        QCOMPARE(items.size(), 1);
+        QCOMPARE(idsOf(items.first()), (QList<qint64> { 1, 3, 4 }));
     }
-    QTEST(open, "open");
-}
 
-void TestTodoList::theYearEndItemComesInNovember_data()
-{
-    QTest::addColumn<QDate>("day");
-    QTest::addColumn<qint64>("balance");
-    QTest::addColumn<bool>("asked");
-    QTest::newRow("the day before") << QDate(2025, 10, 31) << qint64 { -100 } << false;
-    QTest::newRow("first of november") << QDate(2025, 11, 1) << qint64 { -100 } << true;
-    QTest::newRow("last of december") << QDate(2025, 12, 31) << qint64 { -1 } << true;
-    QTest::newRow("new year") << QDate(2026, 1, 1) << qint64 { -100 } << false;
-    QTest::newRow("even") << QDate(2025, 11, 1) << qint64 { 0 } << false;
-    QTest::newRow("the company owes") << QDate(2025, 11, 1) << qint64 { 100 } << false;
-}
-
-void TestTodoList::theYearEndItemComesInNovember()
-{
-    QFETCH(QDate, day);
-    QFETCH(qint64, balance);
-    QFETCH(bool, asked);
-    Facts facts = cleanFacts();
-    facts.today = day;
-    facts.latestIndependenceStatement = day;
-    facts.ownerBalanceFen = balance;
-    const auto items = TodoList::itemsOf(facts);
-    QCOMPARE(items.size(), asked ? 1 : 0);
-    if (!asked)
-        return;
-    QCOMPARE(items.first().kind, Kind::YearEndDebt);
-    QCOMPARE(items.first().severity, NoticeLevel::Warning);
-    // Dividends and petty cash are in the figure, so it must not be called a debt.
-    QVERIFY(!items.first().title.contains(u"欠"_s));
-    QVERIFY(!items.first().text.contains(u"尚欠"_s));
-    QVERIFY(items.first().title.contains(balance == -1 ? u"0.01 元"_s : u"1.00 元"_s));
-    for (const QString& word : { u"股东往来净额"_s, u"备用金、分红"_s, u"不属于欠款"_s, u"归还"_s,
-             u"2025 年 12 月 31 日"_s, u"咨询税务专业人士"_s })
-        QVERIFY2(items.first().text.contains(word), qPrintable(items.first().text));
-}
-
-void TestTodoList::looseVouchersOpenTheArchive()
-{
-    Facts facts = cleanFacts();
-    facts.unlinkedVouchers = 2;
-    const auto items = TodoList::itemsOf(facts);
-    QCOMPARE(items.size(), 1);
-    QCOMPARE(items.first().title, u"2 份凭证还没有关联"_s);
-    QCOMPARE(items.first().target, TodoList::Target::Vouchers);
-    QCOMPARE(items.first().parameters, (QVariantMap { { u"linked"_s, u"none"_s } }));
-}
-
-void TestTodoList::largeEntriesOpenTheLedger()
-{
-    Facts facts = cleanFacts();
-    facts.profile.largeAmountFen = 2'000'050;
-    facts.largeEntriesWithoutVoucher = { 9, 4 };
-    const auto items = TodoList::itemsOf(facts);
-    QCOMPARE(items.size(), 1);
-    QCOMPARE(items.first().title, u"2 笔大额流水没有凭证"_s);
-    QVERIFY(items.first().text.contains(u"20,000.50 元"_s));
-    QCOMPARE(items.first().target, TodoList::Target::Ledger);
-    QCOMPARE(idsOf(items.first()), (QList<qint64> { 9, 4 }));
-}
-
-void TestTodoList::noThresholdMakesNoLargeEntries_data()
-{
-    QTest::addColumn<qint64>("thresholdFen");
-    QTest::addColumn<bool>("asked");
-    QTest::newRow("negative") << qint64 { -1 } << false;
-    QTest::newRow("zero") << qint64 { 0 } << false;
-    QTest::newRow("one fen") << qint64 { 1 } << true;
-}
-
-void TestTodoList::noThresholdMakesNoLargeEntries()
-{
-    QFETCH(qint64, thresholdFen);
-    QFETCH(bool, asked);
-    Facts facts = cleanFacts();
-    facts.profile.largeAmountFen = thresholdFen;
-    facts.largeEntriesWithoutVoucher = { 1 };
-    QCOMPARE(!TodoList::itemsOf(facts).isEmpty(), asked);
-}
-
-void TestTodoList::theGravestComesFirst()
-{
-    Facts facts;
-    facts.today = QDate(2025, 11, 21);
-    facts.highRiskCount = 1;
-    facts.ownerBalanceFen = -1;
-    for (int i = 1; i <= 3; ++i)
-        facts.ownerFlows += flow(i, u"2025-03-0%1"_s.arg(i));
-    facts.fundDecisions = { decision(u"2025-03-10"_s, u"2025-05-31"_s) };
-    facts.largeEntriesWithoutVoucher = { 1 };
-    facts.entriesLastYear = 1;
-    facts.unlinkedVouchers = 1;
-    QList<Kind> kinds;
-    NoticeLevel last = NoticeLevel::Danger;
-    for (const Item& item : TodoList::itemsOf(facts)) {
-        QVERIFY(item.severity <= last);
-        last = item.severity;
-        kinds += item.kind;
-        QVERIFY(!item.title.isEmpty() && item.text.endsWith(u'。'));
+    void lastYearsDecisionIsMissing_data()
+    {
+        addColumns<qint64, bool, bool>("entries", "exists", "asked");
+        addCase("no entries", qint64 { 0 }, false, false);
+        addCase("one entry, no decision", qint64 { 1 }, false, true);
+        addCase("decided", qint64 { 9 }, true, false);
     }
-    QCOMPARE(kinds,
-        (QList<Kind> { Kind::HighRiskEntries, Kind::YearEndDebt, Kind::UncoveredTransfers,
-            Kind::UnsettledDecision, Kind::LargeEntriesWithoutVoucher, Kind::MissingAnnualDecision,
-            Kind::MissingIndependenceStatement, Kind::UnlinkedVouchers }));
-}
+
+    void lastYearsDecisionIsMissing()
+    {
+        QFETCH(qint64, entries);
+        QFETCH(bool, exists);
+        QFETCH(bool, asked);
+        Facts facts = cleanFacts();
+        facts.entriesLastYear = entries;
+        facts.hasAnnualDecisionLastYear = exists;
+        const auto items = TodoList::itemsOf(facts);
+        QCOMPARE(items.size(), asked ? 1 : 0);
+        if (!asked)
+            return;
+        QCOMPARE(items.first().title, u"缺少 2024 年度股东决定书"_s);
+        QCOMPARE(items.first().target, TodoList::Target::AnnualDecision);
+        QCOMPARE(items.first().parameters, (QVariantMap { { u"year"_s, 2024 } }));
+    }
+
+    void statementsAgeInAYear_data()
+    {
+        addColumns<QDate, bool>("latest", "asked");
+        addCase("none", QDate(), true);
+        addCase("today", today, false);
+        addCase("twelve months ago", QDate(2024, 6, 15), false);
+        addCase("a day more", QDate(2024, 6, 14), true);
+    }
+
+    void statementsAgeInAYear()
+    {
+        QFETCH(QDate, latest);
+        QFETCH(bool, asked);
+        Facts facts = cleanFacts();
+        facts.latestIndependenceStatement = latest;
+        const auto items = TodoList::itemsOf(facts);
+        QCOMPARE(items.size(), asked ? 1 : 0);
+        if (!asked)
+            return;
+        QCOMPARE(items.first().target, TodoList::Target::IndependenceStatement);
+        QCOMPARE(items.first().text.contains(u"2024-06-14"_s), latest.isValid());
+    }
+
+    void overdueDecisionsAreRemarked_data()
+    {
+        addColumns<QString, QString, bool>("docDate", "settleDate", "remarked");
+        addCase("a day past", u"2025-01-10"_s, u"2025-06-14"_s, true);
+        addCase("due today", u"2025-01-10"_s, u"2025-06-15"_s, false);
+        addCase("due later", u"2025-01-10"_s, u"2025-12-31"_s, false);
+        addCase("no day agreed", u"2025-01-10"_s, QString(), false);
+        addCase("decided twelve months ago", u"2024-06-15"_s, u"2024-12-31"_s, true);
+        addCase("decided longer ago", u"2024-06-14"_s, u"2024-12-31"_s, false);
+    }
+
+    void overdueDecisionsAreRemarked()
+    {
+        QFETCH(QString, docDate);
+        QFETCH(QString, settleDate);
+        QFETCH(bool, remarked);
+        Facts facts = cleanFacts();
+        facts.fundDecisions = { decision(docDate, settleDate) };
+        auto items = TodoList::itemsOf(facts);
+        QCOMPARE(items.size(), remarked ? 1 : 0);
+        if (remarked) {
+            QCOMPARE(items.first().kind, Kind::UnsettledDecision);
+            QCOMPARE(items.first().title,
+                u"往来决定书 KYR-FD-2025-0001 已过约定日期，请核对是否已归还"_s);
+            QVERIFY(items.first().text.contains(u"500.00 元"_s));
+            QVERIFY(items.first().text.contains(settleDate));
+            QCOMPARE(items.first().target, TodoList::Target::DocumentArchive);
+            QCOMPARE(items.first().parameters, (QVariantMap { { u"docId"_s, qint64 { 4 } } }));
+        }
+        facts.fundDecisions.first().document.fundDirection = Direction::In;
+        QVERIFY2(
+            TodoList::itemsOf(facts).isEmpty(), "money from the owner is not the owner's debt");
+    }
+
+    void whatCountsAsReturned_data()
+    {
+        addColumns<QList<Transaction>, bool>("flows", "settled");
+        using Flows = QList<Transaction>;
+        const QString after = u"2025-02-01"_s;
+        addCase("nothing", Flows {}, false);
+        addCase("one fen short", Flows { flow(1, after, Direction::In, 49'999) }, false);
+        addCase("all at once", Flows { flow(1, after, Direction::In, 50'000) }, true);
+        addCase("in parts, the last one late",
+            Flows { flow(1, after, Direction::In, 20'000),
+                flow(2, u"2025-06-10"_s, Direction::In, 30'000) },
+            true);
+        addCase("on the day of the first payment",
+            Flows { flow(1, u"2025-01-05"_s, Direction::In, 50'000) }, true);
+        addCase("before the first payment",
+            Flows { flow(1, u"2025-01-04"_s, Direction::In, 50'000) }, false);
+        addCase("paid out", Flows { flow(1, after, Direction::Out, 50'000) }, false);
+        Transaction reimbursed = entry(after, Category::ExpenseReimburse, Direction::In, 50'000);
+        addCase("a reimbursement", Flows { reimbursed }, false);
+        Transaction undated = flow(1, QString(), Direction::In, 50'000);
+        addCase("without a date", Flows { undated }, false);
+    }
+
+    void whatCountsAsReturned()
+    {
+        QFETCH(QList<Transaction>, flows);
+        QFETCH(bool, settled);
+        Facts facts = cleanFacts();
+        facts.ownerFlows = flows;
+        facts.fundDecisions = { decision(u"2025-01-10"_s, u"2025-05-31"_s) };
+        // Drawn up five days after the money had left.
+        facts.fundDecisions.first().covered.firstDate = QDate(2025, 1, 5);
+        QCOMPARE(TodoList::itemsOf(facts).isEmpty(), settled);
+    }
+
+    void everyTransferSettlesOneDecisionOnly_data()
+    {
+        addColumns<QStringList, QList<Transaction>, QStringList>("decided", "flows", "open");
+        using Flows = QList<Transaction>;
+        const auto back
+            = [](const QString& date, qint64 fen) { return flow(1, date, Direction::In, fen); };
+        const QString first = u"2025-01-10"_s;
+        const QString second = u"2025-02-10"_s;
+        const QStringList both { first, second };
+        addCase("one return for two: the later stays open", both,
+            Flows { back(u"2025-03-01"_s, 100'000) }, QStringList { second + u": 1,000.00"_s });
+        addCase("the order of the archive does not matter", QStringList { second, first },
+            Flows { back(u"2025-03-01"_s, 100'000) }, QStringList { second + u": 1,000.00"_s });
+        addCase("nothing came back", both, Flows {},
+            QStringList { first + u": 1,000.00"_s, second + u": 1,000.00"_s });
+        addCase("returned before it was due", QStringList { first },
+            Flows { back(u"2025-02-01"_s, 100'000) }, QStringList());
+        addCase(
+            "one return over both", both, Flows { back(u"2025-03-01"_s, 200'000) }, QStringList());
+        addCase("each by its own", both,
+            Flows { back(u"2025-02-01"_s, 100'000), back(u"2025-03-01"_s, 100'000) },
+            QStringList());
+        addCase("too early for the later one", both, Flows { back(u"2025-02-01"_s, 200'000) },
+            QStringList { second + u": 1,000.00"_s });
+        addCase("in part", QStringList { first }, Flows { back(u"2025-03-01"_s, 40'000) },
+            QStringList { first + u": 600.00"_s });
+        addCase("what one leaves over goes to the next", both,
+            Flows { back(u"2025-03-01"_s, 130'000), back(u"2025-03-02"_s, 20'000) },
+            QStringList { second + u": 500.00"_s });
+        addCase("transfers out of order", both,
+            Flows { back(u"2025-03-01"_s, 100'000), back(u"2025-02-01"_s, 100'000) },
+            QStringList());
+        addCase("one no longer asked for takes nothing", QStringList { u"2024-05-01"_s, first },
+            Flows { back(u"2025-03-01"_s, 100'000) }, QStringList());
+    }
+
+    void everyTransferSettlesOneDecisionOnly()
+    {
+        QFETCH(QStringList, decided);
+        QFETCH(QList<Transaction>, flows);
+        Facts facts = cleanFacts();
+        facts.ownerFlows = flows;
+        for (const QString& day : decided) {
+            TodoList::Decision made = decision(day, u"2025-05-31"_s);
+            made.document.docNo = day;
+            made.covered.sumFen = 100'000;
+            facts.fundDecisions += made;
+        }
+        QStringList open;
+        for (const Item& item : TodoList::itemsOf(facts)) {
+            QCOMPARE(item.kind, Kind::UnsettledDecision);
+            QVERIFY2(item.text.contains(u"公司付给股东 1,000.00 元"_s), qPrintable(item.text));
+            open += item.title.section(u' ', 1, 1) + u": "_s
+                + item.text.section(u"尚差 "_s, 1).section(u' ', 0, 0);
+        }
+        QTEST(open, "open");
+    }
+
+    void theYearEndItemComesInNovember_data()
+    {
+        addColumns<QDate, qint64, bool>("day", "balance", "asked");
+        addCase("the day before", QDate(2025, 10, 31), qint64 { -100 }, false);
+        addCase("first of november", QDate(2025, 11, 1), qint64 { -100 }, true);
+        addCase("last of december", QDate(2025, 12, 31), qint64 { -1 }, true);
+        addCase("new year", QDate(2026, 1, 1), qint64 { -100 }, false);
+        addCase("even", QDate(2025, 11, 1), qint64 { 0 }, false);
+        addCase("the company owes", QDate(2025, 11, 1), qint64 { 100 }, false);
+    }
+
+    void theYearEndItemComesInNovember()
+    {
+        QFETCH(QDate, day);
+        QFETCH(qint64, balance);
+        QFETCH(bool, asked);
+        Facts facts = cleanFacts();
+        facts.today = day;
+        facts.latestIndependenceStatement = day;
+        facts.ownerBalanceFen = balance;
+        const auto items = TodoList::itemsOf(facts);
+        QCOMPARE(items.size(), asked ? 1 : 0);
+        if (!asked)
+            return;
+        QCOMPARE(items.first().kind, Kind::YearEndDebt);
+        QCOMPARE(items.first().severity, NoticeLevel::Warning);
+        // Dividends and petty cash are in the figure, so it must not be called a debt.
+        QVERIFY(!items.first().title.contains(u"欠"_s));
+        QVERIFY(!items.first().text.contains(u"尚欠"_s));
+        QVERIFY(items.first().title.contains(balance == -1 ? u"0.01 元"_s : u"1.00 元"_s));
+        for (const QString& word : { u"股东往来净额"_s, u"备用金、分红"_s, u"不属于欠款"_s,
+                 u"归还"_s, u"2025 年 12 月 31 日"_s, u"咨询税务专业人士"_s })
+            QVERIFY2(items.first().text.contains(word), qPrintable(items.first().text));
+    }
+
+    void looseVouchersOpenTheArchive()
+    {
+        Facts facts = cleanFacts();
+        facts.unlinkedVouchers = 2;
+        const auto items = TodoList::itemsOf(facts);
+        QCOMPARE(items.size(), 1);
+        QCOMPARE(items.first().title, u"2 份凭证还没有关联"_s);
+        QCOMPARE(items.first().target, TodoList::Target::Vouchers);
+        QCOMPARE(items.first().parameters, (QVariantMap { { u"linked"_s, u"none"_s } }));
+    }
+
+    void largeEntriesOpenTheLedger()
+    {
+        Facts facts = cleanFacts();
+        facts.profile.largeAmountFen = 2'000'050;
+        facts.largeEntriesWithoutVoucher = { 9, 4 };
+        const auto items = TodoList::itemsOf(facts);
+        QCOMPARE(items.size(), 1);
+        QCOMPARE(items.first().title, u"2 笔大额流水没有凭证"_s);
+        QVERIFY(items.first().text.contains(u"20,000.50 元"_s));
+        QCOMPARE(items.first().target, TodoList::Target::Ledger);
+        QCOMPARE(idsOf(items.first()), (QList<qint64> { 9, 4 }));
+    }
+
+    void noThresholdMakesNoLargeEntries_data()
+    {
+        addColumns<qint64, bool>("thresholdFen", "asked");
+        addCase("negative", qint64 { -1 }, false);
+        addCase("zero", qint64 { 0 }, false);
+        addCase("one fen", qint64 { 1 }, true);
+    }
+
+    void noThresholdMakesNoLargeEntries()
+    {
+        QFETCH(qint64, thresholdFen);
+        QFETCH(bool, asked);
+        Facts facts = cleanFacts();
+        facts.profile.largeAmountFen = thresholdFen;
+        facts.largeEntriesWithoutVoucher = { 1 };
+        QCOMPARE(!TodoList::itemsOf(facts).isEmpty(), asked);
+    }
+
+    void theGravestComesFirst()
+    {
+        Facts facts;
+        facts.today = QDate(2025, 11, 21);
+        facts.highRiskCount = 1;
+        facts.ownerBalanceFen = -1;
+        for (int i = 1; i <= 3; ++i)
+            facts.ownerFlows += flow(i, u"2025-03-0%1"_s.arg(i));
+        facts.fundDecisions = { decision(u"2025-03-10"_s, u"2025-05-31"_s) };
+        facts.largeEntriesWithoutVoucher = { 1 };
+        facts.entriesLastYear = 1;
+        facts.unlinkedVouchers = 1;
+        QList<Kind> kinds;
+        NoticeLevel last = NoticeLevel::Danger;
+        for (const Item& item : TodoList::itemsOf(facts)) {
+            QVERIFY(item.severity <= last);
+            last = item.severity;
+            kinds += item.kind;
+            QVERIFY(!item.title.isEmpty() && item.text.endsWith(u'。'));
+        }
+        QCOMPARE(kinds,
+            (QList<Kind> { Kind::HighRiskEntries, Kind::YearEndDebt, Kind::UncoveredTransfers,
+                Kind::UnsettledDecision, Kind::LargeEntriesWithoutVoucher,
+                Kind::MissingAnnualDecision, Kind::MissingIndependenceStatement,
+                Kind::UnlinkedVouchers }));
+    }
+};
+
+static const RegisteredTest<TestTodoList> registered;
+
+#include "TestTodoList.moc"

@@ -3,6 +3,7 @@
 #include "core/Money.h"
 #include "core/SafeFile.h"
 #include "core/TextRules.h"
+#include "db/TransactionDao.h"
 #include "services/csv/CsvBytes.h"
 #include "services/figures/LedgerStatistics.h"
 
@@ -49,29 +50,55 @@ template <typename Enum> const QByteArray& utf8Label(Enum value)
     return index < labels.size() ? labels[index] : utf8Label(codeFallback<Enum>);
 }
 
-QByteArray levelText(const Transaction& entry)
+QByteArray levelText(const LedgerLine& line)
 {
-    const QByteArray& label = utf8Label(entry.riskLevel);
-    return entry.riskManualOverride ? label + " *" : label;
+    const QByteArray& label = utf8Label(line.riskLevel);
+    return line.riskIsManual ? label + " *" : label;
+}
+
+void appendLine(CsvBytes& csv, const LedgerLine& line)
+{
+    csv.field(line.id)
+        .utf8Field(line.date)
+        .utf8Field(line.summary)
+        .utf8Field(utf8Label(line.direction))
+        .field(Money::formatPlain(line.amountFen))
+        .utf8Field(utf8Label(line.ownerAccountType))
+        .utf8Field(line.counterpartyName)
+        .utf8Field(utf8Label(line.counterpartyAccountType))
+        .utf8Field(utf8Label(line.category))
+        .utf8Field(line.hasProject ? line.projectName : QByteArrayView("—"))
+        .field(line.voucherCount)
+        .utf8Field(levelText(line))
+        .joinedField(line.riskReasons, u"；")
+        .utf8Field(line.note)
+        .endLine();
 }
 
 void appendEntry(CsvBytes& csv, const Transaction& entry)
 {
-    csv.field(entry.id)
-        .field(TextRules::dateText(entry.transDate))
-        .field(entry.summary)
-        .utf8Field(utf8Label(entry.direction))
-        .field(Money::formatPlain(entry.amountFen))
-        .utf8Field(utf8Label(entry.ownerAccountType))
-        .field(entry.counterpartyName)
-        .utf8Field(utf8Label(entry.counterpartyAccountType))
-        .utf8Field(utf8Label(entry.category))
-        .field(entry.projectId ? QStringView(entry.projectName) : u"—")
-        .field(entry.voucherCount)
-        .utf8Field(levelText(entry))
-        .joinedField(entry.riskReasons, u"；")
-        .field(entry.note)
-        .endLine();
+    const QByteArray date = TextRules::dateText(entry.transDate).toUtf8();
+    const QByteArray summary = entry.summary.toUtf8();
+    const QByteArray counterparty = entry.counterpartyName.toUtf8();
+    const QByteArray project = entry.projectName.toUtf8();
+    const QByteArray note = entry.note.toUtf8();
+    appendLine(csv,
+        { .id = entry.id,
+            .date = date,
+            .summary = summary,
+            .direction = entry.direction,
+            .amountFen = entry.amountFen,
+            .ownerAccountType = entry.ownerAccountType,
+            .counterpartyName = counterparty,
+            .counterpartyAccountType = entry.counterpartyAccountType,
+            .category = entry.category,
+            .hasProject = entry.projectId.has_value(),
+            .projectName = project,
+            .riskLevel = entry.riskLevel,
+            .riskIsManual = entry.riskManualOverride.has_value(),
+            .riskReasons = entry.riskReasons,
+            .note = note,
+            .voucherCount = entry.voucherCount });
 }
 
 void appendSums(CsvBytes& csv, const QString& title, const LedgerStatistics::Totals& sums)
@@ -114,11 +141,11 @@ QString rangeText(const Range& range)
     return u"%1 至 %2"_s.arg(dayText(range.from), dayText(range.to));
 }
 
-Result write(const CsvBytes& csv, const QString& path)
+Result write(const CsvBytes& csv, const QString& path, qsizetype entries = 0)
 {
     QString reason;
     if (SafeFile::write(path, csv.bytes(), &reason))
-        return { .ok = true };
+        return { .ok = true, .entries = entries };
     qWarning("CSV export to %s failed: %s", qUtf8Printable(path), qUtf8Printable(reason));
     return { .message = u"文件无法写入（磁盘空间不足、没有权限或被其他程序占用）：%1"_s.arg(
                  QDir::toNativeSeparators(path)) };
@@ -140,7 +167,22 @@ Result exportLedger(const QList<Transaction>& entries, const QString& path)
     appendHeader(csv, ledgerHeader);
     for (const Transaction& entry : entries)
         appendEntry(csv, entry);
-    return write(csv, path);
+    return write(csv, path, entries.size());
+}
+
+Result exportSearch(const TransactionFilter& filter, const QString& path)
+{
+    CsvBytes csv;
+    appendHeader(csv, ledgerHeader);
+    TransactionDao ledger;
+    qsizetype entries = 0;
+    const bool complete = ledger.visitLines(filter, [&](const LedgerLine& line) {
+        appendLine(csv, line);
+        ++entries;
+    });
+    if (!complete)
+        return { .message = u"流水读取失败：%1"_s.arg(ledger.lastError()) };
+    return write(csv, path, entries);
 }
 
 Result exportReport(const Range& range, const QList<CategoryStat>& categories,

@@ -14,6 +14,7 @@ namespace CsvExport {
 
 struct Result {
     bool ok = false;
+    qsizetype entries = 0; // of the ledger, written
     QString message; // Chinese, why not
 };
 
@@ -25,6 +26,11 @@ struct Range {
 
 /// Writes entries as a search returned them, in their order.
 [[nodiscard]] Result exportLedger(const QList<Transaction>& entries, const QString& path);
+
+/// Writes what the search of this filter finds, the same bytes as with its entries and sooner:
+/// the rows go to the file without records in between. A ledger that cannot be read to its end
+/// writes nothing.
+[[nodiscard]] Result exportSearch(const TransactionFilter& filter, const QString& path);
 
 /// Writes the sums per category in their order with their total, and the risk levels with their
 /// shares.

@@ -4,7 +4,9 @@
 #include "services/documents/DocumentLayout.h"
 
 #include <QBuffer>
+#include <QCryptographicHash>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QPageLayout>
 #include <QPainter>
@@ -48,6 +50,14 @@ void paintFooter(QPainter& painter, const QSizeF& sheet, int page, int pages)
         Qt::AlignHCenter | Qt::AlignBottom,
         u"本文书由 Brixa本地生成，第 %1 页 / 共 %2 页"_s.arg(
             QString::number(page), QString::number(pages)));
+}
+
+// The last line of a PDF, a comment: it tells which text the file shows, and stands there only as
+// long as nobody has added a signature or a note.
+QByteArray identityOf(const QString& html)
+{
+    return "%sha256:" + QCryptographicHash::hash(html.toUtf8(), QCryptographicHash::Sha256).toHex()
+        + '\n';
 }
 
 // The numbers, from 0, of the pages in the order in which they leave the printer.
@@ -111,7 +121,7 @@ QByteArray render(const QString& html, const QString& title)
         layout.paint(painter, page);
         paintFooter(painter, sheet, page + 1, layout.pageCount());
     }
-    return painter.end() ? bytes : QByteArray();
+    return painter.end() ? bytes + identityOf(html) : QByteArray();
 }
 
 bool exportPdf(const QString& html, const QString& path, QString* error)
@@ -125,6 +135,12 @@ bool exportPdf(const QString& html, const QString& path, QString* error)
     if (error)
         *error = cannotWrite(path);
     return false;
+}
+
+bool isOf(const QString& path, const QString& html)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && file.readAll().endsWith(identityOf(html));
 }
 
 QString titleOf(const QString& path)

@@ -25,6 +25,9 @@ void registerFontSubstitutes();
 /// file of that name.
 [[nodiscard]] bool exportPdf(const QString& html, const QString& path, QString* error);
 
+/// Whether the file is a PDF as it was made from exactly this text. False when it cannot be read.
+[[nodiscard]] bool isOf(const QString& path, const QString& html);
+
 /// The title that a PDF of this path carries: the file's name without its last suffix.
 QString titleOf(const QString& path);
 /// Creates the folder of a file that is to be written.

@@ -158,6 +158,14 @@ QString placeProblem(
     return file.putInPlace(former) ? QString() : DocumentPdf::cannotWrite(path);
 }
 
+// Restored rows give numbers out anew, so that the file under a document's name may show another
+// one; and a signed copy may have been scanned over it. Neither is ours to replace.
+StagedFile::Former formerOf(const DocumentRecord& record, const QString& path)
+{
+    return DocumentPdf::isOf(path, record.contentHtml) ? StagedFile::Former::Replaced
+                                                       : StagedFile::Former::PutAside;
+}
+
 DocumentResult save(DocumentRecord record)
 {
     const QString path = record.filePath;
@@ -263,7 +271,7 @@ DocumentResult DocumentService::regenerate(qint64 id)
     DocumentDao documents;
     if (!documents.updateContent(id, html))
         return rolledBack(transaction, reasonOf(documents));
-    const QString problem = placeProblem(file, *record, path, StagedFile::Former::Replaced);
+    const QString problem = placeProblem(file, *record, path, formerOf(*record, path));
     if (!problem.isEmpty())
         return rolledBack(transaction, problem);
     error = commitProblem(transaction);

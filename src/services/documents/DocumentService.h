@@ -23,8 +23,9 @@ public:
         const IndependenceStatementInput& input);
 
     /// Draws the document up again from its stored fields, the present profile and the present
-    /// entries, over its PDF. Number, title and dates stay. Refused when an entry has changed its
-    /// direction since, and when the stored selection cannot be read.
+    /// entries, over its PDF; a file of its name that is not its PDF is put aside and kept. Number,
+    /// title and dates stay. Refused when an entry has changed its direction since, and when the
+    /// stored selection cannot be read.
     [[nodiscard]] DocumentResult regenerate(qint64 id);
     /// Only `ok` and `error` say something.
     [[nodiscard]] DocumentResult deleteDocument(qint64 id);

@@ -95,7 +95,8 @@ void StagedFile::keep()
     if (!m_formerPath.isEmpty() && m_former == Former::Replaced && !QFile::remove(m_formerPath))
         qWarning("Former file not removed: %s", qUtf8Printable(m_formerPath));
     if (!m_formerPath.isEmpty() && m_former == Former::PutAside)
-        qWarning("A file without a row was put aside: %s", qUtf8Printable(m_formerPath));
+        qWarning(
+            "A file that is not this document was put aside: %s", qUtf8Printable(m_formerPath));
     m_formerPath.clear();
     m_inPlace = false;
 }

@@ -17,11 +17,18 @@ constexpr qint64 backupDays = 30;
 void addBackupNotice(QList<Notice>& notices, const Facts& facts)
 {
     const QDate last = TextRules::dateFromText(facts.profile.lastBackupAt.left(10));
-    // A day to come was written by a clock that was wrong then or is wrong now. It tells nothing
-    // about the age of the backup, and would keep this notice away until the day has passed.
-    if (!last.isValid() || last > facts.today) {
+    if (!last.isValid()) {
         notices += { Kind::NeverBackedUp, NoticeLevel::Warning,
             u"还没有备份过数据。电脑损坏或丢失时记录无法找回，请尽快备份到另一个磁盘或 U 盘。"_s,
+            Target::Backup };
+        return;
+    }
+    // A clock was wrong then or is wrong now. The backup was made, but its age is unknown, and
+    // silence would last until the day has passed.
+    if (last > facts.today) {
+        notices += { Kind::BackupAgeUnknown, NoticeLevel::Warning,
+            u"上次备份的日期（%1）晚于今天，无法判断备份是否过旧。请核对电脑日期，并重新备份。"_s
+                .arg(TextRules::dateText(last)),
             Target::Backup };
         return;
     }

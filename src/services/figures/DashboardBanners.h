@@ -10,7 +10,14 @@
 /// The warnings that stand above everything else on the dashboard.
 namespace DashboardBanners {
 
-enum class Kind { SelfCheckFailed, UnreadableData, ProfileIncomplete, NeverBackedUp, BackupTooOld };
+enum class Kind {
+    SelfCheckFailed,
+    UnreadableData,
+    ProfileIncomplete,
+    NeverBackedUp,
+    BackupAgeUnknown,
+    BackupTooOld
+};
 
 /// What the banner's button leads to.
 enum class Target { SelfCheck, Profile, Backup };
@@ -30,7 +37,8 @@ struct Facts {
 };
 
 /// The warnings that the facts call for, the gravest first. A backup counts as old after 30 days;
-/// a time of the last backup that cannot be read, or lies after today, counts as none.
+/// a time of the last backup that cannot be read counts as none, and one after today as a backup
+/// of unknown age.
 [[nodiscard]] QList<Notice> noticesOf(const Facts& facts);
 
 } // namespace DashboardBanners

@@ -1,8 +1,8 @@
 #include "services/backup/FileFaults.h"
 
-#include <QtGlobal>
-
+#include <array>
 #include <cerrno>
+#include <climits>
 #include <csignal>
 #include <cstdarg>
 
@@ -16,14 +16,35 @@ namespace {
 bool armed = false;
 FileFaults::Effect effectAtStep = FileFaults::Effect::CountOnly;
 int chosenStep = 0;
-int steps = 0;
+std::vector<FileFaults::Call> recorded;
 
-// True when this call is the one that has to fail.
-bool failsNow()
+int steps()
 {
-    if (!armed || ++steps < chosenStep)
+    return static_cast<int>(recorded.size());
+}
+
+std::string nameOf(int handle)
+{
+    std::array<char, PATH_MAX> path {};
+    const std::string link = "/proc/self/fd/" + std::to_string(handle);
+    const ssize_t size = ::readlink(link.c_str(), path.data(), path.size());
+    return { path.data(), static_cast<std::size_t>(size > 0 ? size : 0) };
+}
+
+std::string nameIn(int folder, const char* path)
+{
+    return folder == AT_FDCWD || path[0] == '/' ? path : nameOf(folder) + '/' + path;
+}
+
+// Takes a call down with the path that it is about; true when it is the one that has to fail.
+bool failsNow(const char* call, const std::string& path, const std::string& target = {})
+{
+    if (!armed)
         return false;
-    if (steps > chosenStep && effectAtStep != FileFaults::Effect::FailFromThere)
+    recorded.push_back({ call, path, target });
+    if (steps() < chosenStep)
+        return false;
+    if (steps() > chosenStep && effectAtStep != FileFaults::Effect::FailFromThere)
         return false;
     if (effectAtStep == FileFaults::Effect::Kill)
         ::kill(::getpid(), SIGKILL);
@@ -55,38 +76,42 @@ void arm(Effect effect, int step)
 {
     effectAtStep = effect;
     chosenStep = step;
-    steps = 0;
+    recorded.clear();
     armed = true;
 }
 
 int disarm()
 {
     armed = false;
-    return steps;
+    return steps();
+}
+
+const std::vector<Call>& calls()
+{
+    return recorded;
 }
 
 } // namespace FileFaults
 
 // The program's own symbols come before those of the C library, for every library in the process.
-#define FILE_CALL(result, name, parameters, arguments)                                             \
+#define FILE_CALL(result, name, parameters, arguments, ...)                                        \
     extern "C" result name parameters                                                              \
     {                                                                                              \
         static const auto original = next<result(*) parameters>(#name);                            \
-        return failsNow() ? -1 : original arguments;                                               \
+        return failsNow(#name, __VA_ARGS__) ? -1 : original arguments;                             \
     }
 
 #define FLUSH_CALL(name)                                                                           \
     extern "C" int name(int handle)                                                                \
     {                                                                                              \
-        Q_UNUSED(handle)                                                                           \
-        return failsNow() ? -1 : 0;                                                                \
+        return failsNow(#name, nameOf(handle)) ? -1 : 0;                                           \
     }
 
 #define WRITE_CALL(result, name, parameters, arguments, handle)                                    \
     extern "C" result name parameters                                                              \
     {                                                                                              \
         static const auto original = next<result(*) parameters>(#name);                            \
-        return !isOutput(handle) && failsNow() ? -1 : original arguments;                          \
+        return !isOutput(handle) && failsNow(#name, nameOf(handle)) ? -1 : original arguments;     \
     }
 
 #define OPEN_CALL(name, parameters, arguments)                                                     \
@@ -98,25 +123,26 @@ int disarm()
         va_start(rest, flags);                                                                     \
         const mode_t mode = changesFiles(flags) ? va_arg(rest, mode_t) : 0;                        \
         va_end(rest);                                                                              \
-        return changesFiles(flags) && failsNow() ? -1 : original arguments;                        \
+        return changesFiles(flags) && failsNow(#name, path) ? -1 : original arguments;             \
     }
 
-FILE_CALL(int, mkdir, (const char* path, mode_t mode), (path, mode))
-FILE_CALL(int, rename, (const char* from, const char* to), (from, to))
-FILE_CALL(int, unlink, (const char* path), (path))
-FILE_CALL(int, remove, (const char* path), (path))
-FILE_CALL(int, rmdir, (const char* path), (path))
-FILE_CALL(int, unlinkat, (int folder, const char* path, int flags), (folder, path, flags))
+FILE_CALL(int, mkdir, (const char* path, mode_t mode), (path, mode), path)
+FILE_CALL(int, rename, (const char* from, const char* to), (from, to), from, to)
+FILE_CALL(int, unlink, (const char* path), (path), path)
+FILE_CALL(int, remove, (const char* path), (path), path)
+FILE_CALL(int, rmdir, (const char* path), (path), path)
+FILE_CALL(int, unlinkat, (int folder, const char* path, int flags), (folder, path, flags),
+    nameIn(folder, path))
 FILE_CALL(int, linkat, (int from, const char* source, int to, const char* target, int flags),
-    (from, source, to, target, flags))
+    (from, source, to, target, flags), nameIn(from, source), nameIn(to, target))
 FILE_CALL(int, renameat2,
     (int from, const char* source, int to, const char* target, unsigned int flags),
-    (from, source, to, target, flags))
-FILE_CALL(int, ftruncate, (int handle, off_t size), (handle, size))
-FILE_CALL(int, ftruncate64, (int handle, off64_t size), (handle, size))
+    (from, source, to, target, flags), nameIn(from, source), nameIn(to, target))
+FILE_CALL(int, ftruncate, (int handle, off_t size), (handle, size), nameOf(handle))
+FILE_CALL(int, ftruncate64, (int handle, off64_t size), (handle, size), nameOf(handle))
 FILE_CALL(ssize_t, copy_file_range,
     (int from, off64_t* offsetFrom, int to, off64_t* offsetTo, size_t size, unsigned int flags),
-    (from, offsetFrom, to, offsetTo, size, flags))
+    (from, offsetFrom, to, offsetTo, size, flags), nameOf(to))
 FLUSH_CALL(fsync)
 FLUSH_CALL(fdatasync)
 FLUSH_CALL(syncfs)

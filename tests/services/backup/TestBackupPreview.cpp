@@ -1,12 +1,13 @@
-#include "services/backup/TestBackupPreview.h"
-
 #include "core/AppPaths.h"
 #include "db/ProfileDao.h"
 #include "services/backup/BackupLayout.h"
 #include "services/backup/BackupSample.h"
 #include "services/backup/BackupService.h"
+#include "support/DatabaseTestCase.h"
 #include "support/TestDatabase.h"
+#include "support/Warnings.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
@@ -16,11 +17,6 @@ using BackupSample::put;
 using BackupSample::tree;
 
 namespace {
-
-void expectWarning(const QString& pattern)
-{
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(pattern));
-}
 
 // A folder that passes for a backup.
 bool makeBackup(const QString& folder, const QByteArray& manifest, const QByteArray& database)
@@ -32,151 +28,153 @@ bool makeBackup(const QString& folder, const QByteArray& manifest, const QByteAr
 
 } // namespace
 
-void TestBackupPreview::invalidFoldersAreRefused_data()
-{
-    QTest::addColumn<QByteArray>("manifest");
-    QTest::addColumn<QByteArray>("database");
-    QTest::addColumn<QString>("message");
-    const QString noManifest = u"缺少备份清单 backup_manifest.txt，不是有效备份目录"_s;
-    const QString noDatabase = u"缺少数据库文件 brixa.db 或文件为空"_s;
-    QTest::newRow("neither") << QByteArray() << QByteArray() << noManifest;
-    QTest::newRow("no manifest") << QByteArray() << QByteArray("db") << noManifest;
-    QTest::newRow("no database") << QByteArray("m") << QByteArray() << noDatabase;
-    QTest::newRow("an empty database") << QByteArray("m") << QByteArray("") << noDatabase;
-    QTest::newRow("both") << QByteArray("") << QByteArray("db") << QString();
-}
+class TestBackupPreview final : public DatabaseTestCase {
+    Q_OBJECT
 
-void TestBackupPreview::invalidFoldersAreRefused()
-{
-    QFETCH(QByteArray, manifest);
-    QFETCH(QByteArray, database);
-    QFETCH(QString, message);
-    const QTemporaryDir root;
-    const QString folder = root.filePath(u"backup"_s);
-    for (const QString& missing : { QString(), folder })
-        QCOMPARE(BackupService::validateBackup(missing).message, u"目录不存在"_s);
-    QVERIFY(makeBackup(folder, manifest, database));
-    const BackupCheck check = BackupService::validateBackup(folder);
-    QCOMPARE(check.ok, message.isEmpty());
-    QCOMPARE(check.message, message);
-    if (!check.ok) {
-        QCOMPARE(BackupService::inspect(folder).message, message);
-        expectWarning(u"^Restore refused: "_s);
-        const RestoreResult result = BackupService().restoreFrom(folder);
-        QVERIFY(!result.ok && result.databaseOpen);
-        QCOMPARE(result.message, message);
-        QVERIFY2(QDir(AppPaths::autoBackupBeforeRestoreDir()).isEmpty(), "nothing is touched");
+private slots:
+    void initTestCase() { QCoreApplication::setApplicationVersion(u"1.0.0"_s); }
+
+    void invalidFoldersAreRefused_data()
+    {
+        addColumns<QByteArray, QByteArray, QString>("manifest", "database", "message");
+        const QString noManifest = u"缺少备份清单 backup_manifest.txt，不是有效备份目录"_s;
+        const QString noDatabase = u"缺少数据库文件 brixa.db 或文件为空"_s;
+        addCase("neither", QByteArray(), QByteArray(), noManifest);
+        addCase("no manifest", QByteArray(), QByteArray("db"), noManifest);
+        addCase("no database", QByteArray("m"), QByteArray(), noDatabase);
+        addCase("an empty database", QByteArray("m"), QByteArray(""), noDatabase);
+        addCase("both", QByteArray(""), QByteArray("db"), QString());
     }
-}
 
-void TestBackupPreview::thePreviewTellsWhatIsInside()
-{
-    QVERIFY(BackupSample::fill(u"甲公司"_s));
-    const QTemporaryDir target;
-    const BackupResult result = BackupService().backupTo(target.path());
-    QVERIFY2(result.ok, qUtf8Printable(result.message));
-    const BackupPreview preview = BackupService::inspect(result.folder);
-    QVERIFY(preview.ok);
-    QCOMPARE(preview.warnings, QStringList());
-    QCOMPARE(preview.manifest.version, u"1.0.0"_s);
-    QCOMPARE(preview.manifest.kind, u"手动备份"_s);
-    QCOMPARE(preview.manifest.time, ProfileDao().load().lastBackupAt);
-    QCOMPARE(preview.manifest.voucherFiles, 5);
-    QCOMPARE(preview.voucherFiles, 5);
-    qint64 bytes = QFileInfo(result.folder + u"/brixa.db"_s).size();
-    for (const QByteArray& file : tree(result.folder + u"/voucher_assets"_s))
-        bytes += file.size();
-    QCOMPARE(preview.bytes, bytes);
-    QCOMPARE(preview.companyName, u"甲公司"_s);
-    QCOMPARE(preview.entries, 2);
-    QCOMPARE(preview.vouchers, 1);
-    QCOMPARE(preview.documents, 0);
-    QCOMPARE(preview.newestEntry, QDate(2025, 3, 2));
-}
+    void invalidFoldersAreRefused()
+    {
+        QFETCH(QByteArray, manifest);
+        QFETCH(QByteArray, database);
+        QFETCH(QString, message);
+        const QTemporaryDir root;
+        const QString folder = root.filePath(u"backup"_s);
+        for (const QString& missing : { QString(), folder })
+            QCOMPARE(BackupService::validateBackup(missing).message, u"目录不存在"_s);
+        QVERIFY(makeBackup(folder, manifest, database));
+        const BackupCheck check = BackupService::validateBackup(folder);
+        QCOMPARE(check.ok, message.isEmpty());
+        QCOMPARE(check.message, message);
+        if (!check.ok) {
+            QCOMPARE(BackupService::inspect(folder).message, message);
+            expectWarnings({ u"Restore refused: "_s });
+            const RestoreResult result = BackupService().restoreFrom(folder);
+            QVERIFY(!result.ok && result.databaseOpen);
+            QCOMPARE(result.message, message);
+            QVERIFY2(QDir(AppPaths::autoBackupBeforeRestoreDir()).isEmpty(), "nothing is touched");
+        }
+    }
 
-void TestBackupPreview::thePreviewLeavesTheFolderAsItIs()
-{
-    const QTemporaryDir target;
-    const BackupResult result = BackupService().backupTo(target.path());
-    QVERIFY2(result.ok, qUtf8Printable(result.message));
-    // A database that asks for a log is the one that could leave one behind.
-    const QString database = result.folder + u"/brixa.db"_s;
-    QCOMPARE(TestDatabase::rowOfFile(database, u"PRAGMA journal_mode = WAL"_s), u"wal"_s);
-    const auto before = tree(result.folder);
-    const QDateTime modified = QFileInfo(result.folder).lastModified();
-    QTest::qWait(20);
-    QVERIFY(BackupService::inspect(result.folder).warnings.isEmpty());
-    QCOMPARE(tree(result.folder), before);
-    QCOMPARE(QFileInfo(result.folder).lastModified(), modified);
-}
+    void thePreviewTellsWhatIsInside()
+    {
+        QVERIFY(BackupSample::fill(u"甲公司"_s));
+        const QTemporaryDir target;
+        const BackupResult result = BackupService().backupTo(target.path());
+        QVERIFY2(result.ok, qUtf8Printable(result.message));
+        const BackupPreview preview = BackupService::inspect(result.folder);
+        QVERIFY(preview.ok);
+        QCOMPARE(preview.warnings, QStringList());
+        QCOMPARE(preview.manifest.version, u"1.0.0"_s);
+        QCOMPARE(preview.manifest.kind, u"手动备份"_s);
+        QCOMPARE(preview.manifest.time, ProfileDao().load().lastBackupAt);
+        QCOMPARE(preview.manifest.voucherFiles, 5);
+        QCOMPARE(preview.voucherFiles, 5);
+        qint64 bytes = QFileInfo(result.folder + u"/brixa.db"_s).size();
+        for (const QByteArray& file : tree(result.folder + u"/voucher_assets"_s))
+            bytes += file.size();
+        QCOMPARE(preview.bytes, bytes);
+        QCOMPARE(preview.companyName, u"甲公司"_s);
+        QCOMPARE(preview.entries, 2);
+        QCOMPARE(preview.vouchers, 1);
+        QCOMPARE(preview.documents, 0);
+        QCOMPARE(preview.newestEntry, QDate(2025, 3, 2));
+    }
 
-void TestBackupPreview::thePreviewWarns_data()
-{
-    QTest::addColumn<QByteArray>("manifest");
-    QTest::addColumn<bool>("soundDatabase");
-    QTest::addColumn<QString>("warning");
-    QTest::newRow("fewer files than noted")
-        << QByteArray("凭证文件数：6\n") << true
-        << u"备份清单登记 6 个凭证文件，实际有 5 个，备份可能不完整或已被改动。"_s;
-    QTest::newRow("more files than noted")
-        << QByteArray("凭证文件数：0\n") << true
-        << u"备份清单登记 0 个凭证文件，实际有 5 个，备份可能不完整或已被改动。"_s;
-    QTest::newRow("nothing noted") << QByteArray("产品：Brixa\n") << true
-                                   << u"备份清单未登记凭证文件数，无法核对凭证是否完整。"_s;
-    QTest::newRow("no database") << QByteArray("凭证文件数：5\n") << false
-                                 << u"备份中的数据库无法使用："_s;
-}
+    void thePreviewLeavesTheFolderAsItIs()
+    {
+        const QTemporaryDir target;
+        const BackupResult result = BackupService().backupTo(target.path());
+        QVERIFY2(result.ok, qUtf8Printable(result.message));
+        // A database that asks for a log is the one that could leave one behind.
+        const QString database = result.folder + u"/brixa.db"_s;
+        QCOMPARE(TestDatabase::rowOfFile(database, u"PRAGMA journal_mode = WAL"_s), u"wal"_s);
+        const auto before = tree(result.folder);
+        const QDateTime modified = QFileInfo(result.folder).lastModified();
+        QTest::qWait(20);
+        QVERIFY(BackupService::inspect(result.folder).warnings.isEmpty());
+        QCOMPARE(tree(result.folder), before);
+        QCOMPARE(QFileInfo(result.folder).lastModified(), modified);
+    }
 
-void TestBackupPreview::thePreviewWarns()
-{
-    QFETCH(QByteArray, manifest);
-    QFETCH(bool, soundDatabase);
-    QVERIFY(BackupSample::fill(u"甲公司"_s));
-    const QTemporaryDir target;
-    const BackupResult result = BackupService().backupTo(target.path());
-    QVERIFY(put(result.folder + u"/backup_manifest.txt"_s, manifest));
-    if (!soundDatabase)
-        QVERIFY(put(result.folder + u"/brixa.db"_s, QByteArray(5000, 'x')));
-    const BackupPreview preview = BackupService::inspect(result.folder);
-    QVERIFY(preview.ok);
-    QFETCH(QString, warning);
-    QCOMPARE(preview.warnings.size(), 1);
-    QVERIFY2(
-        preview.warnings.value(0).startsWith(warning), qUtf8Printable(preview.warnings.value(0)));
-    QCOMPARE(preview.entries.has_value(), soundDatabase);
-}
+    void thePreviewWarns_data()
+    {
+        addColumns<QByteArray, bool, QString>("manifest", "soundDatabase", "warning");
+        addCase("fewer files than noted", QByteArray("凭证文件数：6\n"), true,
+            u"备份清单登记 6 个凭证文件，实际有 5 个，备份可能不完整或已被改动。"_s);
+        addCase("more files than noted", QByteArray("凭证文件数：0\n"), true,
+            u"备份清单登记 0 个凭证文件，实际有 5 个，备份可能不完整或已被改动。"_s);
+        addCase("nothing noted", QByteArray("产品：Brixa\n"), true,
+            u"备份清单未登记凭证文件数，无法核对凭证是否完整。"_s);
+        addCase("no database", QByteArray("凭证文件数：5\n"), false, u"备份中的数据库无法使用："_s);
+    }
 
-void TestBackupPreview::thePreviewWarnsOfALog()
-{
-    const QTemporaryDir target;
-    const BackupResult result = BackupService().backupTo(target.path());
-    QVERIFY(result.ok);
-    QVERIFY(put(result.folder + u"/brixa.db-wal"_s, "entries"));
-    QVERIFY(put(result.folder + u"/brixa.db-journal"_s, QByteArray("")));
-    QCOMPARE(BackupService::inspect(result.folder).warnings,
-        QStringList { u"备份中的数据库带有未合并的日志，其中的内容不会被恢复：brixa.db-wal"_s });
-}
+    void thePreviewWarns()
+    {
+        QFETCH(QByteArray, manifest);
+        QFETCH(bool, soundDatabase);
+        QVERIFY(BackupSample::fill(u"甲公司"_s));
+        const QTemporaryDir target;
+        const BackupResult result = BackupService().backupTo(target.path());
+        QVERIFY(put(result.folder + u"/backup_manifest.txt"_s, manifest));
+        if (!soundDatabase)
+            QVERIFY(put(result.folder + u"/brixa.db"_s, QByteArray(5000, 'x')));
+        const BackupPreview preview = BackupService::inspect(result.folder);
+        QVERIFY(preview.ok);
+        QFETCH(QString, warning);
+        QCOMPARE(preview.warnings.size(), 1);
+        QVERIFY2(preview.warnings.value(0).startsWith(warning),
+            qUtf8Printable(preview.warnings.value(0)));
+        QCOMPARE(preview.entries.has_value(), soundDatabase);
+    }
 
-void TestBackupPreview::thePreviewWarnsOfOtherDatabases_data()
-{
-    QTest::addColumn<QString>("script");
-    QTest::addColumn<QString>("warning");
-    QTest::newRow("a newer one")
-        << u"PRAGMA user_version = 4"_s
-        << u"备份由更新版本的软件生成，恢复后部分内容可能无法显示或使用。"_s;
-    QTest::newRow("one without a table")
-        << u"DROP TABLE documents"_s << u"备份中的数据库无法使用：不是本软件的数据库"_s;
-    QTest::newRow("an older one without a table")
-        << u"DROP TABLE documents; PRAGMA user_version = 2"_s
-        << u"备份中的部分数据表无法读取，备份可能不完整。"_s;
-}
+    void thePreviewWarnsOfALog()
+    {
+        const QTemporaryDir target;
+        const BackupResult result = BackupService().backupTo(target.path());
+        QVERIFY(result.ok);
+        QVERIFY(put(result.folder + u"/brixa.db-wal"_s, "entries"));
+        QVERIFY(put(result.folder + u"/brixa.db-journal"_s, QByteArray("")));
+        QCOMPARE(BackupService::inspect(result.folder).warnings,
+            QStringList {
+                u"备份中的数据库带有未合并的日志，其中的内容不会被恢复：brixa.db-wal"_s });
+    }
 
-void TestBackupPreview::thePreviewWarnsOfOtherDatabases()
-{
-    QFETCH(QString, script);
-    const QTemporaryDir target;
-    const BackupResult result = BackupService().backupTo(target.path());
-    QVERIFY(result.ok);
-    QCOMPARE(TestDatabase::runOnFile(result.folder + u"/brixa.db"_s, script), QString());
-    QTEST(BackupService::inspect(result.folder).warnings.join(u'|'), "warning");
-}
+    void thePreviewWarnsOfOtherDatabases_data()
+    {
+        addColumns<QString, QString>("script", "warning");
+        addCase("a newer one", u"PRAGMA user_version = 4"_s,
+            u"备份由更新版本的软件生成，恢复后部分内容可能无法显示或使用。"_s);
+        addCase("one without a table", u"DROP TABLE documents"_s,
+            u"备份中的数据库无法使用：不是本软件的数据库"_s);
+        addCase("an older one without a table", u"DROP TABLE documents; PRAGMA user_version = 2"_s,
+            u"备份中的部分数据表无法读取，备份可能不完整。"_s);
+    }
+
+    void thePreviewWarnsOfOtherDatabases()
+    {
+        QFETCH(QString, script);
+        const QTemporaryDir target;
+        const BackupResult result = BackupService().backupTo(target.path());
+        QVERIFY(result.ok);
+        QCOMPARE(TestDatabase::runOnFile(result.folder + u"/brixa.db"_s, script), QString());
+        QTEST(BackupService::inspect(result.folder).warnings.join(u'|'), "warning");
+    }
+};
+
+static const RegisteredTest<TestBackupPreview> registered;
+
+#include "TestBackupPreview.moc"

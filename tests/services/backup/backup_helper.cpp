@@ -5,6 +5,9 @@
 //   backup_helper break restore                from every step on, nothing works any more
 //   backup_helper chance restore               killed at random times
 //   backup_helper repair restore               both the restore and its repair killed
+//   backup_helper order backup|restore|repair|start
+//                                              nothing disturbed: what moves, and what is made
+//                                              durable, in its order
 //
 // A line: step, what the disturbed process told (empty when it was killed), what the next start
 // finds; separated by tabs. The last line of a run belongs to an undisturbed process.
@@ -20,6 +23,9 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QRegularExpression>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTextStream>
 
@@ -235,6 +241,125 @@ void repairToo(const Stage& stage)
     }
 }
 
+// A path below the data directory or the folder of backups, without the time in its name.
+QString shortName(const Stage& stage, const std::string& path)
+{
+    static const QRegularExpression time(u"brixa_backup_\\d+_\\d+"_s);
+    QString name = QString::fromStdString(path);
+    name.replace(stage.target, u"target"_s).replace(AppPaths::dataDir(), u"data"_s);
+    return name.remove(u"data/"_s).replace(time, u"backup"_s);
+}
+
+bool isRemoval(const FileFaults::Call& call)
+{
+    return QStringList({ u"unlink"_s, u"unlinkat"_s, u"rmdir"_s, u"remove"_s })
+        .contains(QString::fromStdString(call.name));
+}
+
+// Nothing for a call that has no place in the order: what files hold, what SQLite flushes for
+// itself, what is created or removed outside of an exchange.
+QString stepText(const Stage& stage, const FileFaults::Call& call)
+{
+    const QString name = shortName(stage, call.path);
+    if (call.name == "fsync")
+        return u"sync "_s + name;
+    if (call.name == "syncfs")
+        return u"sync all of "_s + name;
+    if (call.name == "linkat")
+        return u"write "_s + shortName(stage, call.target);
+    if (call.name == "rename")
+        return u"move %1 to %2"_s.arg(name, shortName(stage, call.target));
+    if (isRemoval(call) && name.startsWith(u"restore_"_s))
+        return u"remove "_s + name.section(u'/', 0, 0);
+    return {};
+}
+
+QString orderOf(const Stage& stage)
+{
+    QStringList order;
+    for (const FileFaults::Call& call : FileFaults::calls()) {
+        const QString text = stepText(stage, call);
+        if (!text.isEmpty() && text != order.value(order.size() - 1))
+            order += text;
+    }
+    return order.join(u"; "_s);
+}
+
+// Another program that reads the database keeps its log files in place.
+bool openBesideReader()
+{
+    QSqlDatabase reader = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"reader"_s);
+    reader.setDatabaseName(AppPaths::databasePath());
+    return DatabaseManager::instance().open() && reader.open()
+        && QSqlQuery(reader).exec(u"SELECT 1 FROM transactions"_s);
+}
+
+QString restoreBesideReader(const Stage& stage, Effect effect, int step)
+{
+    if (!openBesideReader())
+        return u"not opened"_s;
+    FileFaults::arm(effect, step);
+    const RestoreResult result = BackupService().restoreFrom(stage.backup);
+    FileFaults::disarm();
+    return result.ok ? orderOf(stage) : result.message;
+}
+
+using IsCall = bool (*)(const FileFaults::Call&);
+
+bool endsExchange(const FileFaults::Call& call)
+{
+    return call.name == "rename" && call.target.ends_with("/restore_leftovers");
+}
+
+bool removesLeftovers(const FileFaults::Call& call)
+{
+    return isRemoval(call) && call.path.find("/restore_leftovers") != std::string::npos;
+}
+
+// Leaves the data directory as a restore does that is killed before this call.
+void killRestoreBefore(const Stage& stage, IsCall isCall)
+{
+    reset(stage);
+    const QByteArray step = inChild([&] {
+        restoreBesideReader(stage, Effect::CountOnly, 0);
+        const auto& calls = FileFaults::calls();
+        const auto found = std::find_if(calls.begin(), calls.end(), isCall);
+        return QString::number(found - calls.begin() + 1);
+    });
+    reset(stage);
+    inChild([&] { return restoreBesideReader(stage, Effect::Kill, step.toInt()); });
+}
+
+QString orderOfRepair(const Stage& stage)
+{
+    return disturbedRepair(Effect::CountOnly, 0) == u"repaired"_s ? orderOf(stage) : QString();
+}
+
+void order(const Stage& stage, const QString& work)
+{
+    QByteArray told;
+    reset(stage);
+    const std::string data = AppPaths::dataDir().toStdString();
+    if (work == u"backup"_s) {
+        told = inChild([&] {
+            disturbedBackup(stage, Effect::CountOnly, 0);
+            return orderOf(stage);
+        });
+    } else if (work == u"restore"_s) {
+        fs::create_directory(data + "/restore_leftovers");
+        told = inChild([&] { return restoreBesideReader(stage, Effect::CountOnly, 0); });
+    } else if (work == u"repair"_s) {
+        killRestoreBefore(stage, endsExchange);
+        // The folder's latest name did not reach the disk.
+        fs::rename(data + "/restore_swap", data + "/restore_staging");
+        told = inChild([&] { return orderOfRepair(stage); });
+    } else {
+        killRestoreBefore(stage, removesLeftovers);
+        told = inChild([&] { return orderOfRepair(stage); });
+    }
+    print(1, told, inChild([&] { return nextStart(stage); }));
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -243,11 +368,14 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationVersion(u"1.0.0"_s);
     qInstallMessageHandler(quiet);
     const QString mode = QCoreApplication::arguments().value(1);
-    const bool restore = QCoreApplication::arguments().value(2) == u"restore"_s;
+    const QString work = QCoreApplication::arguments().value(2);
+    const bool restore = work == u"restore"_s;
     Stage stage;
     if (!prepare(stage, mode == u"chance"_s ? 60 : 0))
         return 1;
-    if (mode == u"chance"_s)
+    if (mode == u"order"_s)
+        order(stage, work);
+    else if (mode == u"chance"_s)
         byChance(stage);
     else if (mode == u"repair"_s)
         repairToo(stage);
