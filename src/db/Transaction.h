@@ -33,9 +33,17 @@ struct Transaction {
     // Filled by searches only.
     QString projectName;
     int voucherCount = 0;
+
+    bool operator==(const Transaction&) const = default;
 };
 // Long lists of entries grow without moving every field on its own.
 Q_DECLARE_TYPEINFO(Transaction, Q_RELOCATABLE_TYPE);
+
+/// The other side of an entry, as it was registered last.
+struct Counterparty {
+    QString name;
+    AccountType accountType = AccountType::Unknown;
+};
 
 /// A movement between company and owner, as the frequency rule sees it.
 struct DatedFlow {

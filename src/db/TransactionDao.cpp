@@ -50,6 +50,11 @@ constexpr auto flowColumns = std::to_array<Column<DatedFlow>>({
     column<&DatedFlow::date>(u"trans_date"),
 });
 
+constexpr auto counterpartyColumns = std::to_array<Column<Counterparty>>({
+    column<&Counterparty::name>(u"counterparty_name"),
+    column<&Counterparty::accountType>(u"counterparty_account_type"),
+});
+
 constexpr auto totalsColumns = std::to_array<Column<ProjectTotals>>({
     column<&ProjectTotals::incomeFen>(u"income_fen"),
     column<&ProjectTotals::expenseFen>(u"expense_fen"),
@@ -265,6 +270,15 @@ QList<Transaction> TransactionDao::listShareholderFlows()
 QList<DatedFlow> TransactionDao::shareholderFlowDates()
 {
     return readAll<DatedFlow>(flowColumns, shareholderFlowStatement(), {});
+}
+
+QList<Counterparty> TransactionDao::knownCounterparties()
+{
+    // Beside MAX the other columns come from the row that holds it.
+    return readAll<Counterparty>(counterpartyColumns,
+        u"SELECT counterparty_name, counterparty_account_type, MAX(id) AS latest FROM transactions "
+        "GROUP BY counterparty_name ORDER BY latest DESC"_s,
+        {});
 }
 
 ProjectTotals TransactionDao::projectTotals(qint64 projectId)

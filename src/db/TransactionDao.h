@@ -31,6 +31,8 @@ public:
     QList<Transaction> listShareholderFlows();
     /// The same entries, of which only number and date are read.
     QList<DatedFlow> shareholderFlowDates();
+    /// Every counterparty once, the one registered last first.
+    QList<Counterparty> knownCounterparties();
 
     ProjectTotals projectTotals(qint64 projectId);
     /// Largest turnover first; invalid dates leave the range open.

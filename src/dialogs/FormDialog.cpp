@@ -39,8 +39,8 @@ FormDialog::FormDialog(const QString& title, QWidget* parent)
 void FormDialog::reject()
 {
     if (hasUnsavedInput()
-        && !MessageBox::ask(this, u"放弃修改"_s, u"填写的内容尚未保存，确定放弃吗？"_s,
-            u"放弃修改"_s, u"继续填写"_s, ButtonRole::Danger))
+        && !MessageBox::ask(this, u"放弃修改"_s, discardQuestion(), u"放弃修改"_s, u"继续填写"_s,
+            ButtonRole::Danger))
         return;
     QDialog::reject();
 }
@@ -71,4 +71,9 @@ QPushButton* FormDialog::addSideButton(const QString& text)
 bool FormDialog::hasUnsavedInput() const
 {
     return false;
+}
+
+QString FormDialog::discardQuestion() const
+{
+    return u"填写的内容尚未保存，确定放弃吗？"_s;
 }

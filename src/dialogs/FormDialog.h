@@ -32,6 +32,8 @@ protected:
 
     /// Whether leaving now would lose input.
     virtual bool hasUnsavedInput() const;
+    /// What is asked before the input is thrown away.
+    virtual QString discardQuestion() const;
 
 private:
     QVBoxLayout* m_body = nullptr;

@@ -74,7 +74,13 @@ QValidator::State AmountField::validate(QString& input, int& position) const
         position = static_cast<int>(tidied(QStringView(input).first(before)).size());
         input.replace(0, end, number);
     }
-    return QDoubleSpinBox::validate(input, position);
+    return number.isEmpty() ? QValidator::Acceptable : QDoubleSpinBox::validate(input, position);
+}
+
+double AmountField::valueFromText(const QString& text) const
+{
+    const QString number = text.endsWith(suffix()) ? text.chopped(suffix().size()) : text;
+    return number.isEmpty() ? 0 : QDoubleSpinBox::valueFromText(text);
 }
 
 void AmountField::focusInEvent(QFocusEvent* event)

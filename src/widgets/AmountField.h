@@ -4,7 +4,7 @@
 
 /// An amount in yuan with two decimals. Grouping commas, signs of the currency, blanks and
 /// full-width digits, as they come from bank statements and input methods, are understood and
-/// tidied away.
+/// tidied away. An emptied field is 0, not the amount that was deleted.
 class AmountField final : public QDoubleSpinBox {
     Q_OBJECT
 
@@ -15,6 +15,7 @@ public:
     void setAmountFen(qint64 fen);
 
     QValidator::State validate(QString& input, int& position) const override;
+    double valueFromText(const QString& text) const override;
 
 protected:
     void focusInEvent(QFocusEvent* event) override;

@@ -1,10 +1,10 @@
 #include "widgets/FileIntake.h"
 
 #include <QAbstractSpinBox>
+#include <QApplication>
 #include <QClipboard>
 #include <QDateTime>
 #include <QDropEvent>
-#include <QGuiApplication>
 #include <QImage>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -42,7 +42,7 @@ bool holdsFiles(const QMimeData* data)
 
 const QMimeData* clipboardData()
 {
-    return QGuiApplication::clipboard()->mimeData();
+    return QApplication::clipboard()->mimeData();
 }
 
 bool isPaste(QEvent* event)
@@ -102,7 +102,9 @@ bool FileIntake::eventFilter(QObject* watched, QEvent* event)
 bool FileIntake::dropped(QDropEvent* event)
 {
     const QStringList files = localFiles(event->mimeData());
-    if (files.isEmpty())
+    // A dialog in front has to be answered first.
+    const QWidget* front = QApplication::activeModalWidget();
+    if (files.isEmpty() || (front && front != m_window))
         return false;
     // Never a move: the sender would delete its file.
     event->setDropAction(Qt::CopyAction);

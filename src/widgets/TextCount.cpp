@@ -1,7 +1,10 @@
 #include "widgets/TextCount.h"
 
 #include "core/TextRules.h"
+#include "widgets/Painting.h"
 #include "widgets/TextRole.h"
+
+#include <QFontMetrics>
 
 using namespace Qt::StringLiterals;
 
@@ -12,9 +15,9 @@ TextCount::TextCount(int limit, QWidget* parent)
     setTextFormat(Qt::PlainText);
     setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     setCounted({});
-    // Wide enough from the start, so that the field beside it keeps its width.
-    ensurePolished();
-    setMinimumWidth(fontMetrics().horizontalAdvance(u"%1 / %1"_s.arg(m_limit)));
+    // Wide enough for the larger mark of too much, so that the field beside it keeps its width.
+    const QFontMetrics metrics(Painting::sized(font(), 13));
+    setMinimumWidth(metrics.horizontalAdvance(u"%1 / %1"_s.arg(m_limit)) + 2);
 }
 
 void TextCount::setCounted(const QString& text)

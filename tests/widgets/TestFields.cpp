@@ -215,6 +215,19 @@ private slots:
         QTEST(form.field->text(), "shown");
     }
 
+    void anEmptiedAmountIsZero()
+    {
+        AmountForm form;
+        QVERIFY(form.enterField());
+        form.field->setAmountFen(5'000);
+        form.field->selectAll();
+        QTest::keyClick(form.field, Qt::Key_Delete);
+        QCOMPARE(form.field->amountFen(), 0LL);
+        QTest::keyClick(form.field, Qt::Key_Return);
+        QCOMPARE(form.field->text(), u"0.00 元"_s);
+        QCOMPARE(form.field->amountFen(), 0LL);
+    }
+
     void amountRefusesAThirdDecimal()
     {
         AmountForm form;

@@ -1,0 +1,394 @@
+#include "core/AppPaths.h"
+#include "db/ProjectDao.h"
+#include "db/TransactionDao.h"
+#include "dialogs/transaction/TransactionDialog.h"
+#include "support/DatabaseTestCase.h"
+#include "support/InputMethod.h"
+#include "support/ModalAnswerer.h"
+#include "support/TestDatabase.h"
+#include "support/TestFile.h"
+#include "support/TestLedger.h"
+#include "widgets/AmountField.h"
+#include "widgets/Banner.h"
+#include "widgets/DateEditor.h"
+#include "widgets/FileIntake.h"
+
+#include <QAccessible>
+#include <QClipboard>
+#include <QComboBox>
+#include <QCompleter>
+#include <QDropEvent>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTableView>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+template <typename Widget> Widget* part(const QWidget& dialog, const QString& name)
+{
+    return dialog.findChild<Widget*>(name);
+}
+
+void press(const QDialog& dialog, const QString& button)
+{
+    ModalAnswerer::buttonOf(&dialog, button)->click();
+}
+
+void fill(const QDialog& dialog)
+{
+    part<AmountField>(dialog, u"amount"_s)->setAmountFen(6'000'000);
+    part<QLineEdit>(dialog, u"counterpartyName"_s)->setText(u"甲公司 %1"_s);
+    part<QLineEdit>(dialog, u"summary"_s)->setText(u"设备款"_s);
+}
+
+QString preview(const QDialog& dialog)
+{
+    return part<Banner>(dialog, u"riskPreview"_s)->text();
+}
+
+// The list of vouchers as the user reads it, a line each.
+QStringList vouchers(const QDialog& dialog)
+{
+    const QAbstractItemModel* model = part<QTableView>(dialog, u"attachedVouchers"_s)->model();
+    QStringList lines;
+    for (int row = 0; row < model->rowCount(); ++row)
+        lines += model->index(row, 0).data().toString() + u'|'
+            + model->index(row, 1).data().toString();
+    return lines;
+}
+
+int linkCount()
+{
+    return TestDatabase::row(u"SELECT COUNT(*) FROM entity_links"_s).toInt();
+}
+
+qint64 addLargeEntry()
+{
+    return TestLedger::add(
+        TestLedger::entry(u"2025-03-01"_s, Category::Other, Direction::Out, 6'000'000));
+}
+
+} // namespace
+
+class TestTransactionDialog final : public DatabaseTestCase {
+    Q_OBJECT
+
+private slots:
+    void aNewEntryIsTypedAndStored()
+    {
+        TransactionDialog dialog(qint64(0));
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QCOMPARE(dialog.windowTitle(), u"登记资金流水"_s);
+        QTest::keyClicks(dialog.focusWidget(), u"20250203"_s);
+        part<QRadioButton>(dialog, u"directionOut"_s)->setChecked(true);
+        part<AmountField>(dialog, u"amount"_s)->setFocus();
+        QTRY_VERIFY(!part<AmountField>(dialog, u"amount"_s)
+                         ->findChild<QLineEdit*>()
+                         ->selectedText()
+                         .isEmpty());
+        QTest::keyClicks(dialog.focusWidget(), u"1234.5"_s);
+        for (const auto& [name, text] : { std::pair(u"counterpartyName"_s, u" 甲 %1 公司"_s),
+                 std::pair(u"summary"_s, u"设备款"_s), std::pair(u"note"_s, u"两台服务器"_s) }) {
+            part<QWidget>(dialog, name)->setFocus();
+            InputMethod::commit(text);
+        }
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Return, Qt::ControlModifier);
+        QCOMPARE(dialog.result(), static_cast<int>(QDialog::Accepted));
+        QVERIFY(dialog.entryId() > 0);
+        QCOMPARE(TestDatabase::row(
+                     u"SELECT trans_date, direction, amount_fen, owner_account_type, category, "
+                     "project_id, counterparty_name, counterparty_account_type, summary, note, "
+                     "risk_evaluated_at IS NOT NULL FROM transactions"_s),
+            u"2025-02-03|out|123450|company|business_expense|∅|甲 %1 公司|unknown|设备款|两台服务器|1"_s);
+    }
+
+    void aProblemIsToldAtItsField_data()
+    {
+        addColumns<QString, QString, QString>("field", "value", "text");
+        addCase("date", u"transDate"_s, u"2025-02-30"_s, u"请选择交易日期"_s);
+        addCase(
+            "amount", u"amount"_s, u"100000000"_s, u"金额必须大于 0 且不超过 99,999,999.99 元"_s);
+        addCase(
+            "emptied amount", u"amount"_s, u""_s, u"金额必须大于 0 且不超过 99,999,999.99 元"_s);
+        addCase("summary", u"summary"_s, QString(65, u'款'), u"摘要需 2–64 个字"_s);
+        addCase("counterparty", u"counterpartyName"_s, u" "_s, u"请填写对方名称"_s);
+        addCase("note", u"note"_s, QString(501, u'备'), u"备注最多 500 个字"_s);
+    }
+
+    void aProblemIsToldAtItsField()
+    {
+        QFETCH(QString, field);
+        QFETCH(QString, value);
+        QFETCH(QString, text);
+        TransactionDialog dialog(qint64(0));
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        fill(dialog);
+        if (auto* area = part<QPlainTextEdit>(dialog, field))
+            area->setPlainText(value);
+        else if (auto* amount = part<AmountField>(dialog, field))
+            amount->findChild<QLineEdit*>()->setText(value);
+        else
+            part<QLineEdit>(dialog, field)->setText(value);
+        QVERIFY(preview(dialog).endsWith(u"\n（请先完善必填项，预演结果随填写更新）"_s));
+        ModalAnswerer answers(u"确定"_s);
+        press(dialog, u"保存"_s);
+        QVERIFY(dialog.isVisible());
+        QVERIFY(answers.seen().at(0).text.contains(text));
+        QTRY_COMPARE(dialog.focusWidget()->objectName(), field);
+        QCOMPARE(TestDatabase::row(u"SELECT COUNT(*) FROM transactions"_s), u"0"_s);
+    }
+
+    void aFailedSaveKeepsTheInput()
+    {
+        const qint64 id = addLargeEntry();
+        QVERIFY(TestDatabase::refuseUpdates(u"transactions"_s));
+        TransactionDialog dialog(id);
+        dialog.show();
+        part<QLineEdit>(dialog, u"summary"_s)->setText(u"改过的摘要"_s);
+        ModalAnswerer answers(u"确定"_s);
+        press(dialog, u"保存"_s);
+        QVERIFY(dialog.isVisible());
+        QCOMPARE(answers.seen().at(0).title, u"保存失败"_s);
+        QCOMPARE(part<QLineEdit>(dialog, u"summary"_s)->text(), u"改过的摘要"_s);
+    }
+
+    void aMarkedVoucherIsUnlinkedBySavingOnly()
+    {
+        const qint64 id = addLargeEntry();
+        QVERIFY(TestLedger::addVoucher(id) > 0);
+        const QString line = u"[其他] 回单  2025-01-01|"_s;
+        {
+            TransactionDialog dialog(id);
+            dialog.show();
+            QCOMPARE(vouchers(dialog), QStringList { line + u"已关联"_s });
+            QVERIFY(!preview(dialog).contains(u"大额转账"_s));
+            press(dialog, u"移除关联"_s);
+            QCOMPARE(vouchers(dialog), QStringList { line + u"移除关联（保存后生效）"_s });
+            QVERIFY2(preview(dialog).contains(u"大额转账"_s), "counts what will be left");
+            ModalAnswerer answers(u"放弃修改"_s);
+            press(dialog, u"取消"_s);
+            QTRY_VERIFY(!dialog.isVisible());
+        }
+        QCOMPARE(linkCount(), 1);
+        TransactionDialog dialog(id);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        auto* table = part<QTableView>(dialog, u"attachedVouchers"_s);
+        for (const QString& change :
+            { u"移除关联（保存后生效）"_s, u"已关联"_s, u"移除关联（保存后生效）"_s }) {
+            table->setFocus();
+            QTest::keyClick(table, Qt::Key_Delete);
+            QCOMPARE(vouchers(dialog), QStringList { line + change });
+        }
+        QTest::keyClick(&dialog, Qt::Key_S, Qt::ControlModifier);
+        QCOMPARE(dialog.result(), static_cast<int>(QDialog::Accepted));
+        QCOMPARE(linkCount(), 0);
+        QCOMPARE(TestLedger::autoRisk(id), u"low|R3"_s);
+    }
+
+    void anArchivedProjectStaysTheEntrysProject()
+    {
+        Project project { .name = u"展厅 %1"_s,
+            .code = u"P-9"_s,
+            .clientName = u"甲"_s,
+            .status = ProjectStatus::Archived };
+        QVERIFY(ProjectDao().insert(project));
+        Transaction entry = TestLedger::entry(u"2025-03-01"_s, Category::Other, Direction::Out);
+        entry.projectId = project.id;
+        TransactionDialog dialog(TestLedger::add(entry));
+        dialog.show();
+        QCOMPARE(dialog.windowTitle(), u"编辑资金流水"_s);
+        QCOMPARE(
+            part<QComboBox>(dialog, u"project"_s)->currentText(), u"P-9 展厅 %1（历史项目）"_s);
+        press(dialog, u"保存"_s);
+        QCOMPARE(TransactionDao().findById(dialog.entryId())->projectId, project.id);
+        TransactionDialog other(qint64(0));
+        QCOMPARE(part<QComboBox>(other, u"project"_s)->count(), 1);
+    }
+
+    void theRisksAreToldWhileTheFormIsFilledIn()
+    {
+        TransactionDialog dialog(qint64(0));
+        fill(dialog);
+        auto* banner = part<Banner>(dialog, u"riskPreview"_s);
+        QCOMPARE(banner->kind(), BannerKind::Warning);
+        part<QComboBox>(dialog, u"ownerAccount"_s)->setCurrentIndex(1);
+        QCOMPARE(banner->kind(), BannerKind::Danger);
+        QVERIFY(preview(dialog).startsWith(u"保存后将标记为【高风险】：\n私户收取经营款项"_s));
+        part<QPlainTextEdit>(dialog, u"note"_s)->setPlainText(u"见设备合同"_s);
+        QVERIFY(!preview(dialog).contains(u"大额转账"_s));
+        part<QComboBox>(dialog, u"category"_s)
+            ->setCurrentIndex(static_cast<int>(Category::ShareholderIn));
+        QCOMPARE(banner->kind(), BannerKind::Info);
+        QVERIFY(preview(dialog).contains(u"频繁互转规则"_s));
+    }
+
+    void choicesFollowUntilTheUserMakesThem()
+    {
+        Transaction known = TestLedger::entry(u"2025-03-01"_s, Category::Other, Direction::Out);
+        known.counterpartyName = u"林岚"_s;
+        known.counterpartyAccountType = AccountType::Private;
+        QVERIFY(TestLedger::add(known) > 0);
+        TransactionDialog dialog(qint64(0));
+        auto* name = part<QLineEdit>(dialog, u"counterpartyName"_s);
+        auto* account = part<QComboBox>(dialog, u"counterpartyAccount"_s);
+        name->setText(u"林岚"_s);
+        QCOMPARE(account->currentText(), u"股东私人账户"_s);
+        name->setText(u"林岚岚"_s);
+        QCOMPARE(account->currentText(), u"不明"_s);
+        account->setCurrentIndex(0);
+        name->setText(u"林岚"_s);
+        QCOMPARE(account->currentText(), u"对公账户"_s);
+        auto* category = part<QComboBox>(dialog, u"category"_s);
+        category->setCurrentIndex(static_cast<int>(Category::TaxFee));
+        part<QRadioButton>(dialog, u"directionOut"_s)->setChecked(true);
+        QCOMPARE(category->currentText(), u"税费缴纳"_s);
+    }
+
+    void enterTakesAKnownNameAndDoesNotSave()
+    {
+        QVERIFY(addLargeEntry() > 0);
+        TransactionDialog dialog(qint64(0));
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        fill(dialog);
+        auto* name = part<QLineEdit>(dialog, u"counterpartyName"_s);
+        name->setFocus();
+        name->selectAll();
+        InputMethod::commit(u"方"_s);
+        QTRY_VERIFY(name->completer()->popup()->isVisible());
+        QTest::keyClick(name->completer()->popup(), Qt::Key_Down);
+        QTest::keyClick(name->completer()->popup(), Qt::Key_Return);
+        QCOMPARE(name->text(), u"对方"_s);
+        QVERIFY(dialog.isVisible());
+    }
+
+    void aCopyStartsWithValuesAndToday()
+    {
+        const qint64 id = addLargeEntry();
+        QVERIFY(TestLedger::addVoucher(id) > 0);
+        TransactionDialog dialog(*TransactionDao().findById(id));
+        dialog.show();
+        QCOMPARE(dialog.windowTitle(), u"登记资金流水"_s);
+        QCOMPARE(part<DateEditor>(dialog, u"transDate"_s)->date(), QDate::currentDate());
+        QVERIFY(vouchers(dialog).isEmpty());
+        press(dialog, u"保存"_s);
+        QVERIFY(dialog.entryId() > id);
+        QCOMPARE(TransactionDao().findById(dialog.entryId())->amountFen, 6'000'000);
+        QCOMPARE(linkCount(), 1);
+    }
+
+    void anEntryThatIsGoneIsNotShown()
+    {
+        ModalAnswerer answers(u"确定"_s);
+        QCOMPARE(TransactionDialog(qint64(77)).exec(), static_cast<int>(QDialog::Rejected));
+        QCOMPARE(answers.seen().at(0).title, u"无法打开流水"_s);
+        QVERIFY(answers.seen().at(0).text.contains(u"该流水可能已被删除。"_s));
+    }
+
+    void tabReachesTheFieldsByTheirLabelsInOrder()
+    {
+        TransactionDialog dialog(qint64(0));
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QStringList names;
+        for (int i = 0; i < 10; ++i) {
+            names += dialog.focusWidget()->accessibleName();
+            QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
+        }
+        // A radio button is named by its own text.
+        QCOMPARE(names,
+            (QStringList { u"交易日期"_s, QString(), u"金额（元）"_s, u"本方账户"_s, u"资金分类"_s,
+                u"关联项目"_s, u"对方名称"_s, u"对方账户类型"_s, u"摘要"_s, u"备注"_s }));
+    }
+
+    void pickedVouchersAreAttachedAndMarkedOnesKept()
+    {
+        const qint64 id = addLargeEntry();
+        QVERIFY(TestLedger::addVoucher(id) > 0 && TestLedger::addVoucher(0) > 0);
+        QCOMPARE(
+            TestDatabase::run({ u"UPDATE vouchers SET stored_path = 'voucher_assets/a.pdf'"_s }),
+            QString());
+        TransactionDialog dialog(id);
+        dialog.show();
+        press(dialog, u"移除关联"_s);
+        ModalAnswerer answers([](QDialog* picker) {
+            press(*picker, u"全选当前列表"_s);
+            press(*picker, u"确定添加"_s);
+        });
+        press(dialog, u"添加已归档凭证…"_s);
+        const QString line = u"[其他] 回单  2025-01-01|"_s;
+        QCOMPARE(vouchers(dialog),
+            (QStringList { line + u"已关联"_s, line + u"新增关联（保存后生效）"_s }));
+        press(dialog, u"保存"_s);
+        QCOMPARE(linkCount(), 2);
+    }
+
+    void droppedFilesAreArchivedAndStayThereWhenTheEntryIsNot()
+    {
+        const QString file = AppPaths::dataDir() + u"/三月回单.png"_s;
+        QVERIFY(TestFile::put(file, "picture"));
+        TransactionDialog dialog(qint64(0));
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        ModalAnswerer answers(u"保存入库"_s);
+        answers.expectButton(u"确定"_s);
+        auto* note = part<QPlainTextEdit>(dialog, u"note"_s);
+        QMimeData files;
+        files.setUrls({ QUrl::fromLocalFile(file) });
+        const Qt::DropActions actions = Qt::MoveAction | Qt::CopyAction;
+        QDragEnterEvent enter({ 20, 8 }, actions, &files, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(note, &enter);
+        QDropEvent drop({ 20, 8 }, actions, &files, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(note, &drop);
+        QVERIFY2(drop.dropAction() == Qt::CopyAction, "the sender keeps its file");
+        QTRY_COMPARE(vouchers(dialog).size(), 1);
+        QVERIFY(vouchers(dialog).at(0).contains(u"三月回单"_s));
+        QCOMPARE(note->toPlainText(), QString());
+
+        QTRY_VERIFY(!QApplication::activeModalWidget());
+        answers.expectButton(u"放弃修改"_s);
+        press(dialog, u"取消"_s);
+        QTRY_VERIFY(!dialog.isVisible());
+        QVERIFY(answers.seen().constLast().text.contains(u"刚才入库的 1 个凭证会保留在凭证库中"_s));
+        QCOMPARE(TestDatabase::row(u"SELECT COUNT(*) FROM vouchers"_s), u"1"_s);
+        QCOMPARE(linkCount(), 0);
+    }
+
+    void aPastedPictureIsTakenByTheVoucherDialogAndTextIsNot()
+    {
+        TransactionDialog dialog(qint64(0));
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QSignalSpy offered(dialog.findChild<FileIntake*>(), &FileIntake::offered);
+        auto* summary = part<QLineEdit>(dialog, u"summary"_s);
+        summary->setFocus();
+        QGuiApplication::clipboard()->setText(u"设备款"_s);
+        QTest::keyClick(summary, Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(summary->text(), u"设备款"_s);
+
+        ModalAnswerer answers(u"取消"_s);
+        answers.expectButton(u"放弃修改"_s);
+        QImage picture(4, 4, QImage::Format_RGB32);
+        picture.fill(Qt::red);
+        QGuiApplication::clipboard()->setImage(picture);
+        QTest::keyClick(summary, Qt::Key_V, Qt::ControlModifier);
+        QTRY_COMPARE(offered.size(), 1);
+        const QString pasted = offered.at(0).at(0).toStringList().value(0);
+        QVERIFY(QFileInfo(pasted).fileName().startsWith(u"粘贴图片_"_s));
+        QCOMPARE(QImage(pasted).size(), picture.size());
+        QCOMPARE(answers.seen().at(0).title, u"添加凭证"_s);
+        QCOMPARE(summary->text(), u"设备款"_s);
+    }
+};
+
+static const RegisteredTest<TestTransactionDialog> registered;
+
+#include "TestTransactionDialog.moc"
