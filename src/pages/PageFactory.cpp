@@ -2,6 +2,7 @@
 
 #include "pages/documents/DocumentPage.h"
 #include "pages/ledger/LedgerPage.h"
+#include "pages/projects/ProjectPage.h"
 #include "pages/SettingsPage.h"
 #include "pages/UpcomingPage.h"
 
@@ -20,7 +21,7 @@ IPage* createPage(PageId id, QWidget* parent)
     case PageId::Documents:
         return new DocumentPage(parent);
     case PageId::Projects:
-        return upcoming(u"项目合同管理"_s, u"项目及其合同将在这里管理。"_s);
+        return new ProjectPage(parent);
     case PageId::Vouchers:
         return upcoming(u"凭证归档"_s, u"银行回单、合同、发票等凭证文件将在这里归档。"_s);
     case PageId::Reports:
