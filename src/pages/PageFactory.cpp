@@ -5,6 +5,7 @@
 #include "pages/projects/ProjectPage.h"
 #include "pages/SettingsPage.h"
 #include "pages/UpcomingPage.h"
+#include "pages/vouchers/VoucherPage.h"
 
 using namespace Qt::StringLiterals;
 
@@ -23,7 +24,7 @@ IPage* createPage(PageId id, QWidget* parent)
     case PageId::Projects:
         return new ProjectPage(parent);
     case PageId::Vouchers:
-        return upcoming(u"凭证归档"_s, u"银行回单、合同、发票等凭证文件将在这里归档。"_s);
+        return new VoucherPage(parent);
     case PageId::Reports:
         return upcoming(u"统计报表"_s, u"收支分类汇总和风险分布将在这里统计。"_s);
     case PageId::Settings:

@@ -56,13 +56,11 @@ void VoucherCardGrid::setMostRows(int rows)
     layOut();
 }
 
-void VoucherCardGrid::setUnlinkVisible(bool visible)
+void VoucherCardGrid::setUnlinkHint(const QString& hint)
 {
-    m_unlinkVisible = visible;
-    for (VoucherCard* card : m_shown)
-        card->setUnlinkVisible(visible);
-    for (VoucherCard* card : m_spare)
-        card->setUnlinkVisible(visible);
+    m_unlinkHint = hint;
+    for (auto* card : findChildren<VoucherCard*>())
+        card->setUnlinkHint(hint);
 }
 
 void VoucherCardGrid::resizeEvent(QResizeEvent* event)
@@ -144,8 +142,10 @@ void VoucherCardGrid::recycle(int first, int end)
 VoucherCard* VoucherCardGrid::makeCard()
 {
     auto* card = new VoucherCard(widget());
-    card->setUnlinkVisible(m_unlinkVisible);
+    card->setUnlinkHint(m_unlinkHint);
     connect(card, &VoucherCard::previewRequested, this, &VoucherCardGrid::previewRequested);
+    connect(
+        card, &VoucherCard::quickPreviewRequested, this, &VoucherCardGrid::quickPreviewRequested);
     connect(card, &VoucherCard::folderRequested, this, &VoucherCardGrid::folderRequested);
     connect(card, &VoucherCard::editRequested, this, &VoucherCardGrid::editRequested);
     connect(card, &VoucherCard::deleteRequested, this, &VoucherCardGrid::deleteRequested);
