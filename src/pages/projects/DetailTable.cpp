@@ -11,7 +11,7 @@
 namespace {
 
 // Of the column that takes the room that is left.
-constexpr int narrowestColumn = 100;
+constexpr int narrowestColumn = 92;
 // The focus ring has its place outside of the rows.
 constexpr int frame = 4;
 
