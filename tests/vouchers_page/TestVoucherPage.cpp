@@ -164,6 +164,28 @@ private slots:
         QCOMPARE(QApplication::focusWidget()->objectName(), u"keyword"_s);
     }
 
+    void clicksMeetThePictureAndTheButtons()
+    {
+        add(u"甲"_s, 3);
+        open({});
+        ModalAnswerer answers;
+        const auto click = [this](int column, auto place) {
+            const QRect cell = table()->visualRect(table()->model()->index(0, column));
+            QTest::mouseClick(table()->viewport(), Qt::LeftButton, {}, place(cell));
+        };
+        answers.expect([](QDialog* dialog) {
+            QVERIFY(qobject_cast<VoucherPreview*>(dialog));
+            dialog->reject();
+        });
+        click(VoucherListModel::Picture, [](const QRect& cell) { return cell.center(); });
+        QTRY_COMPARE(answers.seen().size(), 1);
+        answers.expectButton(u"取消"_s);
+        click(VoucherListModel::Actions,
+            [](const QRect& cell) { return cell.center() + QPoint(cell.width() * 3 / 8, 0); });
+        QTRY_COMPARE(answers.seen().size(), 2);
+        QCOMPARE(answers.seen().last().title, u"确认删除凭证"_s);
+    }
+
     void deletingAsksAndMovesOn()
     {
         add(u"甲"_s, 3);
