@@ -7,6 +7,7 @@
 #include "pages/reports/ReportPage.h"
 #include "pages/SettingsPage.h"
 #include "pages/UpcomingPage.h"
+#include "pages/vouchers/VoucherPage.h"
 
 using namespace Qt::StringLiterals;
 
@@ -25,7 +26,7 @@ IPage* createPage(PageId id, QWidget* parent)
     case PageId::Projects:
         return new ProjectPage(parent);
     case PageId::Vouchers:
-        return upcoming(u"凭证归档"_s, u"银行回单、合同、发票等凭证文件将在这里归档。"_s);
+        return new VoucherPage(parent);
     case PageId::Reports:
         return new ReportPage(parent);
     case PageId::Settings:
