@@ -6,16 +6,10 @@
 #include "pages/projects/ProjectPage.h"
 #include "pages/reports/ReportPage.h"
 #include "pages/SettingsPage.h"
-#include "pages/UpcomingPage.h"
 #include "pages/vouchers/VoucherPage.h"
-
-using namespace Qt::StringLiterals;
 
 IPage* createPage(PageId id, QWidget* parent)
 {
-    const auto upcoming = [&](const QString& title, const QString& text) {
-        return new UpcomingPage({ title, pageLabel(id).icon, text }, parent);
-    };
     switch (id) {
     case PageId::Dashboard:
         return new DashboardPage(parent);
