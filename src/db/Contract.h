@@ -13,9 +13,12 @@ struct Contract {
     QString code; // blank: given when stored
     QString partyB;
     qint64 amountFen = 0;
-    QDate signDate;
+    QDate signDate; // invalid: cannot be read
+    QString signDateText; // as it stands; not written by the store
     ContractStatus status = ContractStatus::Active;
     QString note;
     QString createdAt;
     QString updatedAt;
+
+    bool operator==(const Contract&) const = default;
 };

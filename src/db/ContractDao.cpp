@@ -14,6 +14,7 @@ constexpr auto contractColumns = std::to_array<Column<Contract>>({
     column<&Contract::partyB>(u"party_b"),
     column<&Contract::amountFen>(u"amount_fen"),
     column<&Contract::signDate>(u"sign_date"),
+    column<&Contract::signDateText>(u"sign_date"),
     column<&Contract::status>(u"status"),
     column<&Contract::note>(u"note"),
     column<&Contract::createdAt>(u"created_at"),
@@ -58,6 +59,23 @@ bool ContractDao::update(const Contract& contract)
 bool ContractDao::remove(qint64 id)
 {
     return write(u"DELETE FROM contracts WHERE id = :id"_s, { { u":id"_s, id } });
+}
+
+std::optional<QHash<qint64, int>> ContractDao::voucherCounts(qint64 projectId)
+{
+    QHash<qint64, int> counts;
+    QSqlQuery query = newQuery();
+    if (!run(query,
+            u"SELECT l.target_id, COUNT(*) FROM contracts c JOIN entity_links l ON l.target_type = "
+            "'contract' AND l.target_id = c.id AND l.source_type = 'voucher' WHERE c.project_id = "
+            ":pid GROUP BY l.target_id"_s,
+            { { u":pid"_s, projectId } }))
+        return {};
+    while (query.next())
+        counts.insert(query.value(0).toLongLong(), query.value(1).toInt());
+    if (!readToTheEnd(query))
+        return {};
+    return counts;
 }
 
 QString ContractDao::nextCode()

@@ -3,6 +3,8 @@
 #include "db/BaseDao.h"
 #include "db/Contract.h"
 
+#include <QHash>
+
 /// Table `contracts`.
 class ContractDao final : public BaseDao {
 public:
@@ -15,6 +17,10 @@ public:
     [[nodiscard]] bool update(const Contract& contract);
     /// Removes the contract; links to it go with it.
     [[nodiscard]] bool remove(qint64 id);
+
+    /// How many vouchers are tied to each contract of the project; those without any are left out.
+    /// Nothing when it cannot be read.
+    std::optional<QHash<qint64, int>> voucherCounts(qint64 projectId);
 
     /// The next free code of this year over all projects, "HT-2026-0001".
     QString nextCode();

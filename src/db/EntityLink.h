@@ -13,3 +13,10 @@ struct EntityLink {
     qint64 targetId = 0;
     QString createdAt;
 };
+
+/// What a voucher is linked to, with its name where the kind of row has one.
+struct VoucherTarget {
+    qint64 voucherId = 0;
+    qint64 targetId = 0;
+    QString name;
+};

@@ -13,6 +13,33 @@ constexpr auto linkColumns = std::to_array<Column<EntityLink>>({
     column<&EntityLink::createdAt>(u"created_at"),
 });
 
+constexpr auto targetColumns = std::to_array<Column<VoucherTarget>>({
+    column<&VoucherTarget::voucherId>(u"voucher_id"),
+    column<&VoucherTarget::targetId>(u"target_id"),
+    column<&VoucherTarget::name>(u"name"),
+});
+
+// Ids as one value, so that a whole archive needs no more placeholders than one voucher.
+QString jsonOf(const QList<qint64>& ids)
+{
+    QStringList numbers;
+    for (const qint64 id : ids)
+        numbers += QString::number(id);
+    return u'[' + numbers.join(u',') + u']';
+}
+
+QString targetStatement(TargetType kind)
+{
+    const QString head = u"SELECT l.source_id AS voucher_id, l.target_id"_s;
+    const QString tail = u" WHERE l.source_type = 'voucher' AND l.target_type = :tt AND "
+                         "l.source_id IN (SELECT value FROM json_each(:ids)) ORDER BY l.id"_s;
+    if (kind == TargetType::Transaction)
+        return head + u" FROM entity_links l"_s + tail;
+    const QString table = kind == TargetType::Project ? u"projects"_s : u"contracts"_s;
+    return head + u", t.name FROM entity_links l LEFT JOIN %1 t ON t.id = l.target_id"_s.arg(table)
+        + tail;
+}
+
 bool isAllowed(SourceType sourceType, TargetType targetType)
 {
     return targetType == TargetType::Transaction || targetType == TargetType::Project
@@ -60,6 +87,22 @@ QList<EntityLink> LinkDao::linksByTarget(TargetType targetType, qint64 targetId)
     return readAll<EntityLink>(linkColumns,
         u"SELECT * FROM entity_links WHERE target_type = :tt AND target_id = :ti ORDER BY id"_s,
         { { u":tt"_s, codeOf(targetType) }, { u":ti"_s, targetId } });
+}
+
+std::optional<QList<VoucherTarget>> LinkDao::voucherTargets(
+    TargetType kind, const QList<qint64>& voucherIds)
+{
+    QList<VoucherTarget> targets;
+    QSqlQuery query = newQuery();
+    if (!run(query, targetStatement(kind),
+            { { u":tt"_s, codeOf(kind) }, { u":ids"_s, jsonOf(voucherIds) } }))
+        return {};
+    const RecordReader<VoucherTarget> reader(targetColumns, query);
+    while (query.next())
+        reader.fill(query, targets.emplaceBack());
+    if (!readToTheEnd(query))
+        return {};
+    return targets;
 }
 
 int LinkDao::countVouchersFor(TargetType targetType, qint64 targetId)

@@ -20,6 +20,10 @@ public:
     /// In the order in which they were made.
     QList<EntityLink> linksBySource(SourceType sourceType, qint64 sourceId);
     QList<EntityLink> linksByTarget(TargetType targetType, qint64 targetId);
+    /// What the vouchers are linked to, of one kind, in the order in which the links were made.
+    /// Nothing when it cannot be read: a voucher must not seem to be unlinked.
+    std::optional<QList<VoucherTarget>> voucherTargets(
+        TargetType kind, const QList<qint64>& voucherIds);
 
     int countVouchersFor(TargetType targetType, qint64 targetId);
     /// The ledger entries that a fund decision covers.

@@ -16,9 +16,15 @@ struct Project {
     ProjectStatus status = ProjectStatus::Planning;
     QDate startDate; // invalid: not set
     QDate endDate; // invalid: not set
+    // The dates as they stand, so that one that cannot be read is not taken for an unset one. Not
+    // written by the store.
+    QString startDateText;
+    QString endDateText;
     std::optional<qint64> budgetFen;
     QString manager;
     QString note;
     QString createdAt;
     QString updatedAt;
+
+    bool operator==(const Project&) const = default;
 };

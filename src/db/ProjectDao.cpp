@@ -14,6 +14,8 @@ constexpr auto projectColumns = std::to_array<Column<Project>>({
     column<&Project::status>(u"status"),
     column<&Project::startDate>(u"start_date"),
     column<&Project::endDate>(u"end_date"),
+    column<&Project::startDateText>(u"start_date"),
+    column<&Project::endDateText>(u"end_date"),
     column<&Project::budgetFen>(u"budget_fen"),
     column<&Project::manager>(u"manager"),
     column<&Project::note>(u"note"),

@@ -46,6 +46,15 @@ QList<Voucher> VoucherDao::search(const VoucherFilter& filter)
         conditions.bindings);
 }
 
+QList<Voucher> VoucherDao::listByContract(qint64 contractId)
+{
+    return readAll<Voucher>(voucherColumns,
+        u"SELECT v.* FROM vouchers v WHERE EXISTS (SELECT 1 FROM entity_links l WHERE "
+        "l.source_type='voucher' AND l.source_id=v.id AND l.target_type='contract' AND "
+        "l.target_id=:cid) ORDER BY v.voucher_date DESC, v.id DESC"_s,
+        { { u":cid"_s, contractId } });
+}
+
 std::optional<Voucher> VoucherDao::findById(qint64 id)
 {
     return readOne<Voucher>(

@@ -9,6 +9,8 @@ class VoucherDao final : public BaseDao {
 public:
     /// Latest voucher date first, within a date the one stored last.
     QList<Voucher> search(const VoucherFilter& filter);
+    /// Those linked to a contract itself, in the same order.
+    QList<Voucher> listByContract(qint64 contractId);
     std::optional<Voucher> findById(qint64 id);
 
     int countAll();

@@ -58,7 +58,7 @@ VoucherEditDialog::VoucherEditDialog(qint64 voucherId, QWidget* parent)
     buildForm();
     if (!load())
         qWarning("Voucher %lld could not be read for editing", static_cast<long long>(voucherId));
-    resize(640, 680);
+    resize(640, 720);
 }
 
 void VoucherEditDialog::buildForm()

@@ -1,7 +1,11 @@
 #include "pages/PageFactory.h"
 
+#include "pages/documents/DocumentPage.h"
+#include "pages/ledger/LedgerPage.h"
+#include "pages/projects/ProjectPage.h"
 #include "pages/SettingsPage.h"
 #include "pages/UpcomingPage.h"
+#include "pages/vouchers/VoucherPage.h"
 
 using namespace Qt::StringLiterals;
 
@@ -14,14 +18,13 @@ IPage* createPage(PageId id, QWidget* parent)
     case PageId::Dashboard:
         return upcoming(u"首页看板"_s, u"风险提醒、待办事项和收支概览将在这里显示。"_s);
     case PageId::Ledger:
-        return upcoming(u"公私资金台账"_s, u"对公账户与股东私人账户的每一笔收支将在这里登记。"_s);
+        return new LedgerPage(parent);
     case PageId::Documents:
-        return upcoming(
-            u"文书中心"_s, u"年度股东决定书、公私资金往来决定书和财产独立声明书将在这里生成。"_s);
+        return new DocumentPage(parent);
     case PageId::Projects:
-        return upcoming(u"项目合同管理"_s, u"项目及其合同将在这里管理。"_s);
+        return new ProjectPage(parent);
     case PageId::Vouchers:
-        return upcoming(u"凭证归档"_s, u"银行回单、合同、发票等凭证文件将在这里归档。"_s);
+        return new VoucherPage(parent);
     case PageId::Reports:
         return upcoming(u"统计报表"_s, u"收支分类汇总和风险分布将在这里统计。"_s);
     case PageId::Settings:

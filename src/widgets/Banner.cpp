@@ -52,13 +52,13 @@ Banner::Banner(BannerKind kind, QWidget* parent)
 {
     setObjectName(u"Banner"_s);
     m_action->setObjectName(u"BannerAction"_s);
-    auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(12, 4, 8, 4);
-    row->setSpacing(8);
-    row->addWidget(m_icon);
-    row->addWidget(m_label, 1);
-    row->addWidget(m_action);
-    row->addWidget(m_close);
+    m_row = new QHBoxLayout(this);
+    m_row->setContentsMargins(12, 4, 8, 4);
+    m_row->setSpacing(8);
+    m_row->addWidget(m_icon);
+    m_row->addWidget(m_label, 1);
+    m_row->addWidget(m_action);
+    m_row->addWidget(m_close);
     m_action->hide();
     m_close->hide();
     setKind(kind);
@@ -94,6 +94,14 @@ void Banner::setAction(const QString& text)
 {
     m_action->setText(text);
     m_action->setVisible(!text.isEmpty());
+}
+
+QPushButton* Banner::addButton(const QString& text)
+{
+    QPushButton* button = makeButton(text, ButtonRole::Link, this);
+    m_row->insertWidget(m_row->indexOf(m_close), button);
+    setTabOrder(button, m_close);
+    return button;
 }
 
 void Banner::setClosable(bool closable)

@@ -27,6 +27,9 @@ public:
     /// The button at the end of the text; an empty text takes it away.
     void setAction(const QString& text);
 
+    /// A further button at the end of the text, which the caller connects.
+    QPushButton* addButton(const QString& text);
+
     /// Shows a close button. It hides the banner and emits `closed`.
     void setClosable(bool closable);
 
@@ -38,6 +41,7 @@ private:
     void updateAccessibleName();
 
     BannerKind m_kind;
+    QHBoxLayout* m_row = nullptr;
     IconLabel* m_icon;
     QLabel* m_label;
     QPushButton* m_action;

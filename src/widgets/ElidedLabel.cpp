@@ -18,7 +18,9 @@ void ElidedLabel::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, width());
-    setToolTip(shown == text() ? QString() : text());
+    // A tool tip takes for markup what looks like it.
+    const QString whole = Qt::mightBeRichText(text()) ? Qt::convertFromPlainText(text()) : text();
+    setToolTip(shown == text() ? QString() : whole);
     style()->drawItemText(&painter, contentsRect(), static_cast<int>(alignment()), palette(),
         isEnabled(), shown, foregroundRole());
 }

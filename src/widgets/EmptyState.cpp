@@ -33,11 +33,15 @@ EmptyState::EmptyState(
     , m_title(makeLabel(this))
     , m_text(makeLabel(this))
     , m_action(makeButton({}, ButtonRole::Primary, this))
+    , m_note(makeLabel(this))
+    , m_noteAction(makeButton({}, ButtonRole::Link, this))
 {
     setObjectName(u"EmptyState"_s);
     setTextRole(m_title, TextRole::CardTitle);
     setTextRole(m_text, TextRole::Hint);
     m_action->setObjectName(u"EmptyStateAction"_s);
+    setTextRole(m_note, TextRole::Hint);
+    m_noteAction->setObjectName(u"EmptyStateNoteAction"_s);
 
     // A column of fixed width: the layout asks a wrapping label for its height by the width that
     // it really gets.
@@ -55,6 +59,9 @@ EmptyState::EmptyState(
     column->addWidget(m_text);
     column->addSpacing(16);
     column->addWidget(m_action, 0, Qt::AlignHCenter);
+    column->addSpacing(16);
+    column->addWidget(m_note);
+    column->addWidget(m_noteAction, 0, Qt::AlignHCenter);
     column->addStretch();
     auto* layout = new QHBoxLayout(this);
     layout->addStretch();
@@ -62,8 +69,10 @@ EmptyState::EmptyState(
     layout->addStretch();
 
     setTexts(title, text);
-    m_action->hide();
+    setAction({});
+    setNote({}, {});
     connect(m_action, &QPushButton::clicked, this, &EmptyState::actionTriggered);
+    connect(m_noteAction, &QPushButton::clicked, this, &EmptyState::noteTriggered);
 }
 
 void EmptyState::setTexts(const QString& title, const QString& text)
@@ -76,4 +85,12 @@ void EmptyState::setAction(const QString& text)
 {
     m_action->setText(text);
     m_action->setVisible(!text.isEmpty());
+}
+
+void EmptyState::setNote(const QString& note, const QString& action)
+{
+    m_note->setText(note);
+    m_note->setVisible(!note.isEmpty());
+    m_noteAction->setText(action);
+    m_noteAction->setVisible(!action.isEmpty());
 }

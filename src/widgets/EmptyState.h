@@ -19,11 +19,18 @@ public:
     /// The primary button below the text; an empty text takes it away.
     void setAction(const QString& text);
 
+    /// A line and a link below the button, for a reason that may apply besides; empty texts take
+    /// them away.
+    void setNote(const QString& note, const QString& action);
+
 signals:
     void actionTriggered();
+    void noteTriggered();
 
 private:
     QLabel* m_title;
     QLabel* m_text;
     QPushButton* m_action;
+    QLabel* m_note;
+    QPushButton* m_noteAction;
 };

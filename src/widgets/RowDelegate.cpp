@@ -1,8 +1,13 @@
 #include "widgets/RowDelegate.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
+#include <QToolTip>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -35,6 +40,21 @@ QSize RowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelInde
 {
     const int inset = padding - styleMargin(option);
     return QStyledItemDelegate::sizeHint(option, index).grownBy({ inset, 0, inset, 0 });
+}
+
+bool RowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
+    const QStyleOptionViewItem& option, const QModelIndex& index)
+{
+    if (event->type() != QEvent::ToolTip || !index.isValid())
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    QString text = index.data(Qt::ToolTipRole).toString();
+    if (text.isEmpty() && sizeHint(option, index).width() > option.rect.width())
+        text = index.data().toString();
+    // Texts of users may look like markup.
+    if (!text.isEmpty())
+        text = u"<p style=\"white-space: pre-wrap\">%1</p>"_s.arg(text.toHtmlEscaped());
+    QToolTip::showText(event->globalPos(), text, view, view->visualRect(index));
+    return !text.isEmpty();
 }
 
 void RowDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const

@@ -3,7 +3,8 @@
 #include <QStyledItemDelegate>
 
 /// Draws the cells of a table: side padding, and the model's own text colour on selected rows
-/// too. Delegates of single columns derive from it.
+/// too. Tool tips are plain text; a text that is cut off is whole in the tool tip. Delegates of
+/// single columns derive from it.
 class RowDelegate : public QStyledItemDelegate {
     Q_OBJECT
 
@@ -16,6 +17,9 @@ public:
         const QModelIndex& index) const override;
 
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+        const QModelIndex& index) override;
 
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;

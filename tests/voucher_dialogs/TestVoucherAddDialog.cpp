@@ -8,6 +8,7 @@
 #include "support/TestLedger.h"
 
 #include <QAbstractItemView>
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
@@ -197,6 +198,21 @@ private slots:
         QCOMPARE(queued(dialog), QStringList { u"c.pdf 待入库 5 B"_s });
         QCOMPARE(save(dialog), u"入库完成|成功入库 1 个文件。"_s);
         QCOMPARE(vouchers(), QStringList { u"c|c.pdf"_s });
+    }
+
+    void tabReachesEverythingByItsLabelInOrder()
+    {
+        VoucherAddDialog dialog({});
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QStringList names; // a box for choosing is called by its choice
+        for (int i = 0; i < 10; ++i) {
+            names += QAccessible::queryAccessibleInterface(dialog.focusWidget())
+                         ->text(QAccessible::Name);
+            QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
+        }
+        QCOMPARE(names.join(u'|'),
+            u"选择文件…（可多选）|凭证名称|银行回单|凭证日期|备注|不关联|选择关联流水…|关联流水|取消|保存入库"_s);
     }
 
     void filesAreDroppedAndPastedButNotTwice()

@@ -1,6 +1,6 @@
 #include "dialogs/pickers/PickerModel.h"
 
-#include <QCollator>
+#include "core/ChineseOrder.h"
 
 #include <algorithm>
 #include <numeric>
@@ -21,13 +21,6 @@ void sortByKeys(std::vector<qsizetype>& records, const std::vector<Key>& keys, Q
     else
         std::stable_sort(
             records.begin(), records.end(), [&](qsizetype a, qsizetype b) { return less(b, a); });
-}
-
-QCollator chineseCollator()
-{
-    QCollator collator(QLocale(QLocale::Chinese, QLocale::China));
-    collator.setNumericMode(true);
-    return collator;
 }
 
 } // namespace
@@ -110,32 +103,38 @@ void PickerModel::setRecordCount(qsizetype count)
 
 void PickerModel::sort(int column, Qt::SortOrder order)
 {
+    // From the order of the store, so that equal records always keep that one.
     std::vector<qsizetype> records(m_order.size());
     std::iota(records.begin(), records.end(), 0);
-    if (column == tickColumn) {
+    if (column == tickColumn)
         std::stable_partition(records.begin(), records.end(), [&](qsizetype record) {
             return m_ticked[static_cast<std::size_t>(record)] == (order == Qt::AscendingOrder);
         });
-    } else if (column > 0 && !records.empty()) {
-        if (sortValue(0, column).typeId() == QMetaType::QString) {
-            const QCollator collator = chineseCollator();
-            std::vector<QCollatorSortKey> keys;
-            keys.reserve(records.size());
-            for (const qsizetype record : records)
-                keys.push_back(collator.sortKey(sortValue(record, column).toString()));
-            sortByKeys(records, keys, order);
-        } else {
-            std::vector<qint64> keys;
-            keys.reserve(records.size());
-            for (const qsizetype record : records)
-                keys.push_back(sortValue(record, column).toLongLong());
-            sortByKeys(records, keys, order);
-        }
-    }
+    else if (column > tickColumn && !records.empty())
+        sortByValues(records, column, order);
     beginResetModel();
     m_order = std::move(records);
     filter();
     endResetModel();
+}
+
+void PickerModel::sortByValues(
+    std::vector<qsizetype>& records, int column, Qt::SortOrder order) const
+{
+    if (sortValue(0, column).typeId() == QMetaType::QString) {
+        const QCollator collator = chineseCollator();
+        std::vector<QCollatorSortKey> keys;
+        keys.reserve(records.size());
+        for (const qsizetype record : records)
+            keys.push_back(collator.sortKey(sortValue(record, column).toString()));
+        sortByKeys(records, keys, order);
+    } else {
+        std::vector<qint64> keys;
+        keys.reserve(records.size());
+        for (const qsizetype record : records)
+            keys.push_back(sortValue(record, column).toLongLong());
+        sortByKeys(records, keys, order);
+    }
 }
 
 void PickerModel::setKeyword(const QString& keyword)

@@ -63,6 +63,7 @@ protected:
 private:
     QVariant tickData(qsizetype record, int role) const;
     void setRecordTicked(qsizetype record, bool ticked);
+    void sortByValues(std::vector<qsizetype>& records, int column, Qt::SortOrder order) const;
     void filter();
     void announceTicks();
 

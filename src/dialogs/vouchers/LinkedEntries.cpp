@@ -5,6 +5,7 @@
 #include "db/TransactionDao.h"
 #include "dialogs/TxPickerDialog.h"
 #include "widgets/ButtonRole.h"
+#include "widgets/RowDelegate.h"
 
 #include <QHash>
 #include <QHBoxLayout>
@@ -56,6 +57,7 @@ LinkedEntries::LinkedEntries(QWidget* parent)
     buttons->addStretch();
     m_lines->setObjectName(u"linkedEntries"_s);
     m_lines->setAccessibleName(u"关联流水"_s);
+    m_lines->setItemDelegate(new RowDelegate(m_lines));
     m_lines->setUniformItemSizes(true);
     m_lines->setTabKeyNavigation(false);
     m_lines->setMinimumHeight(72);
@@ -83,8 +85,7 @@ void LinkedEntries::setEntryIds(const QList<qint64>& ids)
             continue;
         seen += id;
         m_ids += id;
-        auto* item = new QListWidgetItem(lines.value(id, u"#%1"_s.arg(id)), m_lines);
-        item->setToolTip(item->text().toHtmlEscaped());
+        m_lines->addItem(lines.value(id, u"#%1"_s.arg(id)));
     }
     m_clear->setEnabled(!m_ids.isEmpty());
 }

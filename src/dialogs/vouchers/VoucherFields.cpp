@@ -13,7 +13,7 @@ using VoucherRules::Field;
 
 namespace {
 
-constexpr int noteHeight = 72;
+constexpr int noteHeight = 64;
 
 } // namespace
 
@@ -51,6 +51,8 @@ QWidget* VoucherFields::withCount(QPlainTextEdit* note)
     auto* count = new TextCount(VoucherRules::longestNote, wrapper);
     column->addWidget(note);
     column->addWidget(count);
+    // Whoever is short of room takes it from something else.
+    wrapper->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     connect(note, &QPlainTextEdit::textChanged, count,
         [count, note] { count->setCounted(note->toPlainText()); });
     return wrapper;

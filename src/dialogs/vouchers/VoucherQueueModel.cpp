@@ -25,7 +25,7 @@ QVariant VoucherQueueModel::data(const QModelIndex& index, int role) const
         return u"%1 %2 %3"_s.arg(
             file.fileName(), labelOf(file.state), VoucherService::formatFileSize(file.size));
     case Qt::ToolTipRole:
-        return QDir::toNativeSeparators(file.path).toHtmlEscaped();
+        return QDir::toNativeSeparators(file.path);
     default:
         return {};
     }

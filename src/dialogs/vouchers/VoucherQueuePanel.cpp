@@ -10,6 +10,7 @@
 
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QFrame>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QListView>
@@ -71,13 +72,22 @@ void VoucherQueuePanel::buildLayout()
     buttons->addWidget(m_remove);
     buttons->addStretch();
     m_stack->addWidget(m_list);
-    m_stack->addWidget(new EmptyState(u"upload"_s, u"把文件拖到这里"_s,
-        u"也可以点「选择文件…」，或按 Ctrl+V 粘贴截图和复制的文件"_s, this));
+    m_stack->addWidget(buildDropZone());
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(8);
     column->addLayout(buttons);
     column->addWidget(m_stack, 1);
+}
+
+QWidget* VoucherQueuePanel::buildDropZone()
+{
+    auto* zone = new QFrame(m_stack);
+    zone->setObjectName(u"DropZone"_s);
+    auto* layout = new QVBoxLayout(zone);
+    layout->addWidget(new EmptyState(u"upload"_s, u"把文件拖到这里"_s,
+        u"也可以点「选择文件…」，或按 Ctrl+V 粘贴截图和复制的文件"_s, zone));
+    return zone;
 }
 
 const QList<QueuedFile>& VoucherQueuePanel::files() const

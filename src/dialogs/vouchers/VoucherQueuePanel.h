@@ -33,6 +33,7 @@ signals:
 
 private:
     void buildLayout();
+    QWidget* buildDropZone();
     void onChooseFiles();
     void removeSelected();
     void update();

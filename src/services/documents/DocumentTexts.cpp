@@ -67,6 +67,20 @@ QString directionLabel(Direction direction)
     return direction == Direction::Out ? u"公司资金转付股东"_s : u"股东资金转入公司"_s;
 }
 
+QStringList fundNatures(Direction direction)
+{
+    if (direction == Direction::Out)
+        return { u"归还股东借款"_s, u"股东向公司借款"_s, u"备用金"_s, u"利润分配"_s,
+            u"归还股东代垫款"_s, u"费用报销"_s };
+    return { u"股东借款"_s, u"投入流动资金"_s, u"实缴出资"_s, u"归还公司借款"_s, u"归还备用金"_s,
+        u"代收款项转回公司"_s };
+}
+
+QStringList profitMethods()
+{
+    return { u"银行转账至股东个人账户"_s, u"抵减股东对公司的借款"_s, u"暂不支付，计入应付股利"_s };
+}
+
 QString kindName(DocType type)
 {
     for (const auto& row : codeTable<DocType>) {

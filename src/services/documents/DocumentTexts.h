@@ -24,6 +24,10 @@ QString furtherMeasures(const QString& text);
 
 /// Which way the money went, seen from owner and company.
 QString directionLabel(Direction direction);
+/// What money of that direction usually is, offered for choice; the user's own words go as well.
+QStringList fundNatures(Direction direction);
+/// The usual ways in which a profit reaches the owner, offered for choice.
+QStringList profitMethods();
 
 /// The name of a kind of document as it stands in titles and file names.
 QString kindName(DocType type);

@@ -1,6 +1,7 @@
 #include "services/vouchers/VoucherRules.h"
 
 #include "core/TextRules.h"
+#include "services/RetryText.h"
 
 using namespace Qt::StringLiterals;
 
@@ -40,10 +41,7 @@ Problem problemOfImport(qsizetype validFiles, const VoucherDescription& descript
 
 QString failedUpdateText(const QString& error)
 {
-    const QString advice = u"请重试。"_s;
-    if (error.endsWith(advice) || error.endsWith(u"请重试"_s))
-        return error;
-    return error + advice;
+    return askingToRetry(error);
 }
 
 } // namespace VoucherRules

@@ -1,0 +1,53 @@
+#include "pages/vouchers/VoucherActions.h"
+
+#include "dialogs/preview/VoucherPreview.h"
+#include "dialogs/VoucherEditDialog.h"
+#include "services/RetryText.h"
+#include "services/vouchers/VoucherLinkSummaries.h"
+#include "services/vouchers/VoucherService.h"
+#include "widgets/MessageBox.h"
+#include "widgets/Toast.h"
+
+using namespace Qt::StringLiterals;
+
+namespace VoucherActions {
+
+qint64 quickPreview(QWidget* parent, const QList<VoucherCardData>& vouchers, qint64 voucherId)
+{
+    QList<Voucher> shown;
+    shown.reserve(vouchers.size());
+    qsizetype position = -1;
+    for (const VoucherCardData& data : vouchers) {
+        if (data.voucher.id == voucherId)
+            position = shown.size();
+        shown += data.voucher;
+    }
+    if (position < 0)
+        return 0;
+    VoucherPreview preview(shown, position, parent);
+    preview.exec();
+    return preview.shownId();
+}
+
+bool edit(QWidget* parent, const Voucher& voucher)
+{
+    return VoucherEditDialog(voucher.id, parent).exec() == QDialog::Accepted;
+}
+
+bool remove(QWidget* parent, const Voucher& voucher)
+{
+    if (!MessageBox::ask(parent, u"确认删除凭证"_s,
+            u"确认删除凭证「%1」？\n将同时删除本地凭证文件副本及其全部关联，且不可恢复。"_s.arg(
+                voucher.name),
+            u"删除"_s, u"取消"_s, ButtonRole::Danger))
+        return false;
+    QString error;
+    if (!VoucherService::deleteVoucher(voucher.id, &error)) {
+        MessageBox::warn(parent, u"删除失败"_s, askingToRetry(error));
+        return false;
+    }
+    Toast::show(parent->window(), u"凭证已删除"_s);
+    return true;
+}
+
+} // namespace VoucherActions

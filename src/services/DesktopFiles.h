@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+
+class QWidget;
+
+/// Hands files of ours to the desktop. Each function tells in a box of its own why it could not,
+/// and returns whether it could.
+namespace DesktopFiles {
+
+/// Opens the file with the desktop's program for its type.
+bool openFile(QWidget* parent, const QString& path);
+
+/// Shows the file selected in the file manager, or its folder where there is no "explorer.exe".
+bool showInFolder(QWidget* parent, const QString& path);
+
+/// The box in which the services tell what cannot be shown.
+void warn(QWidget* parent, const QString& title, const QString& text);
+
+} // namespace DesktopFiles
