@@ -29,7 +29,10 @@ void TableHeader::initStyleOptionForIndex(QStyleOptionHeader* option, int logica
 
 void TableHeader::paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const
 {
+    // The style leaves a clip behind that lets nothing through.
+    painter->save();
     QHeaderView::paintSection(painter, rect, logicalIndex);
+    painter->restore();
     QStyleOptionHeaderV2 option;
     initStyleOption(&option);
     initStyleOptionForIndex(&option, logicalIndex);

@@ -255,6 +255,36 @@ private slots:
         QVERIFY(qobject_cast<RowDelegate*>(table.itemDelegate()));
     }
 
+    void titlesOfRightAlignedColumnsEndWhereTheirCellsEnd()
+    {
+        QStandardItemModel model(1, 1);
+        const QVariant right(Qt::AlignRight | Qt::AlignVCenter);
+        model.setHeaderData(0, Qt::Horizontal, u"元"_s);
+        model.setHeaderData(0, Qt::Horizontal, right, Qt::TextAlignmentRole);
+        model.setData(model.index(0, 0), u"元"_s);
+        model.setData(model.index(0, 0), right, Qt::TextAlignmentRole);
+        QTableView table;
+        ViewStyle::setUpTable(&table, u"表"_s);
+        table.setModel(&model);
+        table.setColumnWidth(0, 120);
+        table.resize(300, 200);
+        table.ensurePolished();
+        // The line at the end of a section is not part of its title.
+        const auto endOfText = [](QWidget* area, int y) {
+            const QImage picture = area->grab({ 0, y, 116, 30 }).toImage();
+            for (int x = picture.width() - 1; x > 0; --x) {
+                for (int line = 0; line < picture.height(); ++line) {
+                    if (picture.pixel(x, line) != picture.pixel(2, 2))
+                        return x;
+                }
+            }
+            return 0;
+        };
+        const int end = endOfText(table.viewport(), 3);
+        QVERIFY(end > 80);
+        QVERIFY(std::abs(endOfText(table.horizontalHeader()->viewport(), 3) - end) <= 1);
+    }
+
     void calendarIsChineseAndStartsOnMonday()
     {
         QCalendarWidget calendar;
