@@ -171,6 +171,16 @@ private slots:
         QCOMPARE(shown.chips(), QString());
     }
 
+    void everyEntryIsShownWhateverWasFilteredBefore()
+    {
+        Shown shown;
+        shown.find<QComboBox>(u"riskFilter"_s)->setCurrentIndex(1);
+        shown.request({});
+        QVERIFY(shown.summaries() != u"尾款 还款 借款 房租"_s);
+        shown.request({ { u"all"_s, true } });
+        QCOMPARE(shown.summaries(), u"尾款 还款 借款 房租"_s);
+    }
+
     void theRiskFilterShowsTheRequestedLevel()
     {
         Shown shown;

@@ -176,6 +176,18 @@ private slots:
         QVERIFY(card.findChild<QWidget*>(u"selfCheckList"_s)->isVisible());
     }
 
+    void theCheckAlsoGoesOnInPieces()
+    {
+        const QSignalSpy finished(&SelfCheck::instance(), &SelfCheck::finished);
+        int pieces = 1;
+        while (!SelfCheck::instance().advance())
+            ++pieces;
+        QCOMPARE(pieces, 12);
+        QCOMPARE(finished.count(), 1);
+        QCOMPARE(SelfCheck::lastResult().suites.size(), 12);
+        QCOMPARE(failuresOf(SelfCheck::lastResult()), QString());
+    }
+
     void aLargeLedgerIsNotEvaluatedAnew()
     {
         QCOMPARE(TestDatabase::run({ u"INSERT INTO transactions (trans_date, summary, direction, "
