@@ -75,8 +75,8 @@ BackupCard::BackupCard(QWidget* parent)
 
 void BackupCard::showProfile(const CompanyProfile& profile)
 {
-    m_last->setText(profile.lastBackupAt.isEmpty() ? u"上次备份：未备份"_s
-                                                   : u"上次备份：%1"_s.arg(profile.lastBackupAt));
+    m_last->setText(profile.lastBackupAt.isEmpty() ? u"最近备份：未备份"_s
+                                                   : u"最近备份：%1"_s.arg(profile.lastBackupAt));
     QString warning;
     const auto notices
         = DashboardBanners::noticesOf({ .today = QDate::currentDate(), .profile = profile });
