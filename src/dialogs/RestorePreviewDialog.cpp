@@ -33,9 +33,17 @@ QString orDash(const QString& text)
     return TextRules::isBlank(text) ? u"—"_s : text;
 }
 
+const QString unreadable = u"无法读取"_s;
+
 QString countText(const std::optional<int>& count)
 {
-    return count ? QString::number(*count) : u"无法读取"_s;
+    return count ? QString::number(*count) : unreadable;
+}
+
+// What cannot be read now is perhaps the reason to restore, and is not told as nothing.
+QString presentText(const BaseDao& store, qint64 count)
+{
+    return store.lastError().isEmpty() ? QString::number(count) : unreadable;
 }
 
 qint64 countOf(const RiskLevelCounts& counts)
@@ -51,20 +59,24 @@ QDate newestEntry()
 
 QList<ComparedRow> rowsOf(const BackupPreview& preview)
 {
-    const qint64 entries = countOf(TransactionDao().riskLevelCounts({}, {}));
-    const qsizetype documents = DocumentDao().listWithoutContent().size();
+    TransactionDao entryStore;
+    const qint64 entries = countOf(entryStore.riskLevelCounts({}, {}));
+    DocumentDao documentStore;
+    const qsizetype documents = documentStore.listWithoutContent().size();
+    VoucherDao voucherStore;
+    const int vouchers = voucherStore.countAll();
     return {
         { u"备份时间"_s, orDash(preview.manifest.time), u"—"_s },
         { u"备份类型"_s, orDash(preview.manifest.kind), u"—"_s },
         { u"公司名称"_s, orDash(preview.companyName), orDash(ProfileDao().load().companyName) },
-        { u"资金流水"_s, countText(preview.entries), QString::number(entries) },
+        { u"资金流水"_s, countText(preview.entries), presentText(entryStore, entries) },
         { u"最近一笔流水"_s, orDash(TextRules::dateText(preview.newestEntry)),
             orDash(TextRules::dateText(newestEntry())) },
         { u"凭证"_s,
             u"%1（文件 %2 个）"_s.arg(
                 countText(preview.vouchers), QString::number(preview.voucherFiles)),
-            QString::number(VoucherDao().countAll()) },
-        { u"文书"_s, countText(preview.documents), QString::number(documents) },
+            presentText(voucherStore, vouchers) },
+        { u"文书"_s, countText(preview.documents), presentText(documentStore, documents) },
         { u"大小"_s, VoucherService::formatFileSize(preview.bytes), u"—"_s },
     };
 }
