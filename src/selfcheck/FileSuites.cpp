@@ -58,10 +58,10 @@ void lookForFiles(Findings& findings)
             missing += voucher.name;
     }
     findings.expect(missing.isEmpty(),
-        u"%1 份凭证的文件缺失或大小不符（如「%2」）"_s.arg(
+        u"%1 张凭证的文件缺失或大小不符（如「%2」）"_s.arg(
             QString::number(missing.size()), missing.value(0)));
     if (count < vouchers.size())
-        findings.remark(u"核对了最近 %1 份凭证的文件"_s.arg(count));
+        findings.remark(u"核对了最近 %1 张凭证的文件"_s.arg(count));
 }
 
 } // namespace

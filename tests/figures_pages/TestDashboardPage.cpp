@@ -161,7 +161,7 @@ private slots:
         addCase("high", u"高风险流水"_s, u"1 笔"_s, u"1 risk=high"_s);
         addCase("medium", u"中风险流水"_s, u"0 笔"_s, u"1 risk=medium"_s);
         addCase("low", u"预警流水"_s, u"0 笔"_s, u"1 risk=low"_s);
-        addCase("vouchers", u"未关联凭证"_s, u"1 份"_s, u"4 linked=none"_s);
+        addCase("vouchers", u"未关联凭证"_s, u"1 张"_s, u"4 linked=none"_s);
         addCase("income", u"本月收入"_s, u"5,300.00 元"_s, month);
         addCase("expense", u"本月支出"_s, u"1,200.50 元"_s, month);
         addCase("net", u"本月净额"_s, u"4,099.50 元"_s, month);

@@ -342,7 +342,7 @@ private slots:
         facts.unlinkedVouchers = 2;
         const auto items = TodoList::itemsOf(facts);
         QCOMPARE(items.size(), 1);
-        QCOMPARE(items.first().title, u"2 份凭证还没有关联"_s);
+        QCOMPARE(items.first().title, u"2 张凭证还没有关联"_s);
         QCOMPARE(items.first().target, TodoList::Target::Vouchers);
         QCOMPARE(items.first().parameters, (QVariantMap { { u"linked"_s, u"none"_s } }));
     }

@@ -247,7 +247,7 @@ void DashboardPage::showCounts()
     showCount(m_cards.high, high, u" 笔"_s, u"疑似公私混同，请逐笔处理"_s);
     showCount(m_cards.medium, medium, u" 笔"_s, u"往来频繁，缺少决定书"_s);
     showCount(m_cards.low, low, u" 笔"_s, u"大额，缺少说明或凭证"_s);
-    showCount(m_cards.unlinked, unlinked, u" 份"_s, u"看不出证明哪一笔款项"_s);
+    showCount(m_cards.unlinked, unlinked, u" 张"_s, u"看不出证明哪一笔款项"_s);
 }
 
 void DashboardPage::showMonth()

@@ -220,7 +220,7 @@ void addUnlinkedVouchers(QList<Item>& items, const Facts& facts)
     if (facts.unlinkedVouchers <= 0)
         return;
     items += { Kind::UnlinkedVouchers, NoticeLevel::Info,
-        u"%1 份凭证还没有关联"_s.arg(facts.unlinkedVouchers),
+        u"%1 张凭证还没有关联"_s.arg(facts.unlinkedVouchers),
         u"请把它们关联到对应的流水、项目或合同，否则看不出它们证明哪一笔款项。"_s, Target::Vouchers,
         { { u"linked"_s, u"none"_s } } };
 }
