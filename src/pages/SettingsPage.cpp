@@ -249,6 +249,8 @@ void SettingsPage::onEditProfile()
 
 void SettingsPage::onSaveThresholds()
 {
+    if (m_thresholds->showProblem())
+        return;
     const std::optional<CompanyProfile> profile = readProfile();
     if (!profile)
         return;
