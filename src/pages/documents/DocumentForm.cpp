@@ -5,16 +5,21 @@
 #include "widgets/Banner.h"
 #include "widgets/BusyNotice.h"
 #include "widgets/ButtonRole.h"
+#include "widgets/DateEditor.h"
 #include "widgets/MessageBox.h"
 #include "widgets/TextRole.h"
 
 #include <QCheckBox>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QScrollArea>
 #include <QSplitter>
 #include <QVBoxLayout>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -114,7 +119,39 @@ QWidget* DocumentForm::buildPreview()
 void DocumentForm::refresh()
 {
     m_result->refresh();
+    showToday();
     inputChanged();
+}
+
+DateEditor* DocumentForm::makeTodayField(const QString& objectName, QWidget* parent)
+{
+    auto* field = new DateEditor(DateEditor::Empty::Forbidden, parent);
+    field->setObjectName(objectName);
+    field->setDate(QDate::currentDate());
+    m_todayFields += field;
+    connect(field, &QLineEdit::textChanged, this, [this, field] {
+        if (!m_showingToday)
+            m_changedByUser += field;
+    });
+    connect(field, &DateEditor::dateChanged, this, &DocumentForm::inputChanged);
+    return field;
+}
+
+void DocumentForm::showToday()
+{
+    const QScopedValueRollback showing(m_showingToday, true);
+    for (DateEditor* field : std::as_const(m_todayFields)) {
+        if (!m_changedByUser.contains(field))
+            field->setDate(QDate::currentDate());
+    }
+}
+
+bool DocumentForm::event(QEvent* event)
+{
+    // A window that was left open overnight.
+    if (event->type() == QEvent::WindowActivate)
+        showToday();
+    return QWidget::event(event);
 }
 
 void DocumentForm::showNotice(const QString& text)
@@ -161,6 +198,8 @@ void DocumentForm::onGenerate()
         return;
     }
     showNotice({});
+    m_changedByUser.clear();
+    showToday();
     prepareNext();
     m_result->showResult(result);
     emit stored(result.docId);

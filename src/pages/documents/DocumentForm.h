@@ -2,9 +2,11 @@
 
 #include "services/documents/DocumentService.h"
 
+#include <QSet>
 #include <QWidget>
 
 class Banner;
+class DateEditor;
 class DocumentPreview;
 class QPushButton;
 class QVBoxLayout;
@@ -32,8 +34,12 @@ protected:
     /// A message above the form; nothing is shown without a text.
     void showNotice(const QString& text);
 
+    /// A date field that holds today's date, whatever day it becomes, until it is changed.
+    DateEditor* makeTodayField(const QString& objectName, QWidget* parent);
     /// To be called after every change of the input.
     void inputChanged();
+
+    bool event(QEvent* event) override;
 
     /// The first thing that is missing in the input, in Chinese; empty when nothing is.
     virtual QString firstProblem() const = 0;
@@ -50,10 +56,14 @@ private:
     QWidget* buildInput();
     QWidget* buildPreview();
     void onGenerate();
+    void showToday();
 
     Banner* m_notice;
     ResultStrip* m_result;
     QVBoxLayout* m_body = nullptr;
     DocumentPreview* m_preview = nullptr;
     Banner* m_held = nullptr;
+    QList<DateEditor*> m_todayFields;
+    QSet<DateEditor*> m_changedByUser; // of the fields above
+    bool m_showingToday = false;
 };

@@ -49,7 +49,6 @@ FundForm::FundForm(QWidget* parent)
     });
     connect(m_nature, &QComboBox::currentTextChanged, this, &FundForm::inputChanged);
     connect(m_entries, &FundEntryPicker::changed, this, &FundForm::inputChanged);
-    connect(m_date, &DateEditor::dateChanged, this, &FundForm::inputChanged);
     connect(m_settleDate, &DateEditor::dateChanged, this, &FundForm::inputChanged);
     connect(m_extra, &QPlainTextEdit::textChanged, this, &FundForm::inputChanged);
 }
@@ -94,9 +93,7 @@ Card* FundForm::buildTermsCard()
 {
     auto* card = new Card(u"日期与补充说明"_s, this);
     auto* rows = new FormRows;
-    m_date = new DateEditor(DateEditor::Empty::Forbidden, card);
-    m_date->setObjectName(u"decisionDate"_s);
-    m_date->setDate(QDate::currentDate());
+    m_date = makeTodayField(u"decisionDate"_s, card);
     m_settleDate = new DateEditor(DateEditor::Empty::Allowed, card);
     m_settleDate->setObjectName(u"settleDate"_s);
     m_settleDate->setPlaceholderText(u"不约定"_s);
@@ -210,6 +207,5 @@ void FundForm::prepareNext()
     m_nature->clearEditText();
     m_settleDate->setDate({});
     m_extra->clear();
-    m_date->setDate(QDate::currentDate());
     refresh();
 }

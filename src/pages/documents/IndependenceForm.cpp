@@ -23,9 +23,7 @@ IndependenceForm::IndependenceForm(QWidget* parent)
 {
     auto* head = new Card(u"声明基准日"_s, this);
     auto* rows = new FormRows;
-    m_baseDate = new DateEditor(DateEditor::Empty::Forbidden, head);
-    m_baseDate->setObjectName(u"baseDate"_s);
-    m_baseDate->setDate(QDate::currentDate());
+    m_baseDate = makeTodayField(u"baseDate"_s, head);
     rows->addRow(u"声明基准日"_s, m_baseDate, Required::Yes,
         u"声明所述情况截至这一天，常用年末或出具声明的当天。"_s);
     head->body()->addLayout(rows);
@@ -51,7 +49,6 @@ IndependenceForm::IndependenceForm(QWidget* parent)
     body()->addWidget(card);
     body()->addStretch();
 
-    connect(m_baseDate, &DateEditor::dateChanged, this, &IndependenceForm::inputChanged);
     connect(m_further, &QPlainTextEdit::textChanged, this, &IndependenceForm::inputChanged);
 }
 
@@ -83,7 +80,6 @@ DocumentResult IndependenceForm::generate()
 
 void IndependenceForm::prepareNext()
 {
-    m_baseDate->setDate(QDate::currentDate());
     for (QCheckBox* measure : m_measures)
         measure->setChecked(true);
     m_further->clear();
