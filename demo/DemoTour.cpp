@@ -313,7 +313,10 @@ Problem DemoTour::visitPage(const TourStops::PageStop& stop)
             return problem;
     }
     leaveFocus();
-    return m_pictures.take(*m_window, stop.picture);
+    const Problem problem = m_pictures.take(*m_window, stop.picture);
+    if (!problem && stop.leave && !isUpcoming(stop.page))
+        return stop.leave();
+    return problem;
 }
 
 Problem DemoTour::visitDialog(const TourStops::DialogStop& stop)

@@ -4,8 +4,10 @@
 #include <QAbstractScrollArea>
 #include <QAction>
 #include <QEventLoop>
+#include <QItemSelectionModel>
 #include <QLineEdit>
 #include <QScrollBar>
+#include <QTableView>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -57,6 +59,31 @@ Problem type(const QWidget& window, const QString& objectName, const QString& te
         return u"\"%1\" has no field %2"_s.arg(window.windowTitle(), objectName);
     edit->setText(text);
     return {};
+}
+
+Problem selectRows(const QWidget& window, const QString& tableName, int count)
+{
+    auto* table = window.findChild<QTableView*>(tableName);
+    if (!table || !table->isVisible() || table->model()->rowCount() < count)
+        return u"the table %1 does not show %2 rows"_s.arg(tableName, QString::number(count));
+    const QAbstractItemModel* rows = table->model();
+    table->setCurrentIndex(rows->index(0, 0));
+    table->selectionModel()->select(QItemSelection(rows->index(0, 0), rows->index(count - 1, 0)),
+        QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    return {};
+}
+
+Problem triggerOnRow(const QWidget& window, const QString& tableName, const QString& command)
+{
+    if (const Problem problem = selectRows(window, tableName))
+        return problem;
+    for (QAction* action : window.findChild<QTableView*>(tableName)->actions()) {
+        if (action->text() == command) {
+            action->trigger();
+            return {};
+        }
+    }
+    return u"the table %1 has no command \"%2\""_s.arg(tableName, command);
 }
 
 void scrollToEnd(const QWidget& window)

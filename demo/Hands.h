@@ -20,6 +20,13 @@ QAbstractButton* buttonIn(const QWidget& window, const QString& text);
 /// Puts a text into the line edit of that object name.
 [[nodiscard]] Problem type(const QWidget& window, const QString& objectName, const QString& text);
 
+/// Chooses the first rows of the visible table of that object name.
+[[nodiscard]] Problem selectRows(const QWidget& window, const QString& tableName, int count = 1);
+
+/// Runs a command of that table on its first row.
+[[nodiscard]] Problem triggerOnRow(
+    const QWidget& window, const QString& tableName, const QString& command);
+
 /// Scrolls whatever in the window scrolls the most to its end.
 void scrollToEnd(const QWidget& window);
 

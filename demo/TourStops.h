@@ -21,6 +21,8 @@ struct PageStop {
     NavParams params;
     /// Brings the page into the state that is to be shown; may be absent.
     std::function<Problem(IPage& page)> arrange;
+    /// Takes back what arranging it stored; may be absent.
+    std::function<Problem()> leave;
 };
 
 /// A dialog, as it opens from its page. While the page is still to come its dialogs are left out.
