@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QDialog>
 #include <QDir>
+#include <QImage>
 #include <QTableView>
 
 using namespace Qt::StringLiterals;
@@ -83,18 +84,30 @@ Problem openLogin(MainWindow& window)
     return {};
 }
 
+Problem waitForContent(QDialog& dialog)
+{
+    Hands::waitUntilStill(dialog);
+    return {};
+}
+
+// Three new scans, and one file that is in the archive already.
 Problem fillQueue(QDialog& dialog)
 {
     const QDir originals(QCoreApplication::applicationDirPath() + u"/originals"_s);
-    QStringList files;
-    for (const QString& name : originals.entryList(QDir::Files, QDir::Name))
-        files += originals.filePath(name);
+    const QStringList known = originals.entryList({ u"*.png"_s }, QDir::Files, QDir::Name);
     auto* queue = dialog.findChild<VoucherQueuePanel*>();
-    if (!queue || files.size() < 4)
+    if (!queue || known.size() < 4 || !originals.mkpath(u"new"_s))
         return u"there is nothing to queue"_s;
-    queue->add(files.mid(files.size() - 4));
+    QStringList files { originals.filePath(known.first()) };
+    for (int number = 1; number < 4; ++number) {
+        const QString name = u"new/扫描_2025-12-18_0%1.jpg"_s.arg(number);
+        if (!QImage(originals.filePath(known.at(number))).save(originals.filePath(name)))
+            return u"%1 cannot be written"_s.arg(name);
+        files.insert(number - 1, originals.filePath(name));
+    }
+    queue->add(files);
     dialog.findChild<QComboBox*>(u"voucherProject"_s)->setCurrentIndex(2);
-    return {};
+    return waitForContent(dialog);
 }
 
 Problem tickThreeRows(QDialog& dialog)
@@ -104,7 +117,7 @@ Problem tickThreeRows(QDialog& dialog)
         return u"there is nothing to pick"_s;
     for (int row = 1; row < 4; ++row)
         table->model()->setData(table->model()->index(row, 0), Qt::Checked, Qt::CheckStateRole);
-    return {};
+    return waitForContent(dialog);
 }
 
 QList<DialogStop> ledgerDialogs()

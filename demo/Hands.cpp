@@ -3,9 +3,12 @@
 #include <QAbstractButton>
 #include <QAbstractScrollArea>
 #include <QAction>
+#include <QElapsedTimer>
 #include <QEventLoop>
+#include <QImage>
 #include <QItemSelectionModel>
 #include <QLineEdit>
+#include <QPixmap>
 #include <QScrollBar>
 #include <QTableView>
 #include <QTimer>
@@ -18,6 +21,21 @@ namespace {
 
 // Enough for layouts, late paint events and pictures that another thread decodes.
 constexpr int paintingMs = 60;
+constexpr int stillMs = 700;
+constexpr int patienceMs = 10'000;
+
+// Of the largest part of the window that scrolls; null when none does.
+QScrollBar* mainScrollBar(const QWidget& window)
+{
+    const QAbstractScrollArea* largest = nullptr;
+    const auto sizeOf = [](const QWidget* area) { return area->width() * area->height(); };
+    for (const auto* area : window.findChildren<QAbstractScrollArea*>()) {
+        const bool scrolls = area->isVisible() && area->verticalScrollBar()->maximum() > 0;
+        if (scrolls && (!largest || sizeOf(area) > sizeOf(largest)))
+            largest = area;
+    }
+    return largest ? largest->verticalScrollBar() : nullptr;
+}
 
 } // namespace
 
@@ -86,16 +104,16 @@ Problem triggerOnRow(const QWidget& window, const QString& tableName, const QStr
     return u"the table %1 has no command \"%2\""_s.arg(tableName, command);
 }
 
+void scrollToBegin(const QWidget& window)
+{
+    if (QScrollBar* bar = mainScrollBar(window))
+        bar->setValue(bar->minimum());
+}
+
 void scrollToEnd(const QWidget& window)
 {
-    QScrollBar* longest = nullptr;
-    for (const auto* area : window.findChildren<QAbstractScrollArea*>()) {
-        QScrollBar* bar = area->verticalScrollBar();
-        if (area->isVisible() && (!longest || bar->maximum() > longest->maximum()))
-            longest = bar;
-    }
-    if (longest)
-        longest->setValue(longest->maximum());
+    if (QScrollBar* bar = mainScrollBar(window))
+        bar->setValue(bar->maximum());
 }
 
 void waitForPainting()
@@ -103,6 +121,22 @@ void waitForPainting()
     QEventLoop loop;
     QTimer::singleShot(paintingMs, &loop, &QEventLoop::quit);
     loop.exec();
+}
+
+void waitUntilStill(QWidget& window)
+{
+    QElapsedTimer waited;
+    QElapsedTimer still;
+    waited.start();
+    still.start();
+    QImage before;
+    while (waited.elapsed() < patienceMs && still.elapsed() < stillMs) {
+        waitForPainting();
+        const QImage now = window.grab().toImage();
+        if (now != before)
+            still.restart();
+        before = now;
+    }
 }
 
 } // namespace Hands

@@ -27,10 +27,14 @@ QAbstractButton* buttonIn(const QWidget& window, const QString& text);
 [[nodiscard]] Problem triggerOnRow(
     const QWidget& window, const QString& tableName, const QString& command);
 
-/// Scrolls whatever in the window scrolls the most to its end.
+/// Scrolls the largest part of the window that scrolls.
+void scrollToBegin(const QWidget& window);
 void scrollToEnd(const QWidget& window);
 
 /// Lets the event loop run until what was shown is laid out and painted.
 void waitForPainting();
+
+/// Waits as well for what comes later: thumbnails, previews.
+void waitUntilStill(QWidget& window);
 
 } // namespace Hands

@@ -9,6 +9,7 @@
 #include "widgets/AmountField.h"
 
 #include <QComboBox>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 
 using namespace Qt::StringLiterals;
@@ -22,12 +23,28 @@ constexpr qint64 projectOfTheTour = 3; // has contracts, entries and vouchers
 Problem toEnd(IPage& page)
 {
     Hands::scrollToEnd(page);
+    Hands::waitUntilStill(page);
     return {};
 }
 
-std::function<Problem(IPage&)> pressing(const QString& text)
+// Pages stay where the last visit left them.
+Problem toBegin(IPage& page)
 {
-    return [text](IPage& page) { return Hands::press(page, text); };
+    Hands::scrollToBegin(page);
+    return {};
+}
+
+// Whoever presses buttons of the page waits for the thumbnails or the preview that follow.
+std::function<Problem(IPage&)> pressing(const QStringList& buttons)
+{
+    return [buttons](IPage& page) -> Problem {
+        for (const QString& text : buttons) {
+            if (const Problem problem = Hands::press(page, text))
+                return problem;
+        }
+        Hands::waitUntilStill(page);
+        return {};
+    };
 }
 
 // The ledger keeps the filters of the last visit.
@@ -77,6 +94,7 @@ Problem fillAnnual(IPage& page)
     if (!item)
         return u"no other item can be entered"_s;
     item->setText(u"续聘现任会计师事务所审计公司 2025 年度财务会计报告。"_s);
+    Hands::waitUntilStill(page);
     return {};
 }
 
@@ -96,6 +114,7 @@ Problem fillFund(IPage& page)
         ->setPlainText(u"用于年末客户走访与打样，凭票核销，结余退回对公账户。"_s);
     if (const Problem problem = Hands::type(*form, u"settleDate"_s, u"2026-01-31"_s))
         return problem;
+    Hands::waitUntilStill(page);
     return checkToday(*form, u"decisionDate"_s);
 }
 
@@ -104,6 +123,7 @@ Problem fillIndependence(IPage& page)
     auto* form = page.findChild<QWidget*>(u"IndependenceForm"_s);
     form->findChild<QPlainTextEdit*>(u"furtherMeasures"_s)
         ->setPlainText(u"公司印章与网银密钥由专人保管，股东个人不得单独支取。"_s);
+    Hands::waitUntilStill(page);
     return checkToday(*form, u"baseDate"_s);
 }
 
@@ -143,7 +163,7 @@ QList<PageStop> pages()
     using enum PageId;
     const NavParams project { { u"projectId"_s, projectOfTheTour } };
     QList<PageStop> stops {
-        { u"page-dashboard"_s, Dashboard, {}, {}, {} },
+        { u"page-dashboard"_s, Dashboard, {}, toBegin, {} },
         { u"page-dashboard-end"_s, Dashboard, {}, toEnd, {} },
         { u"page-ledger"_s, Ledger, {}, withoutFilters, {} },
         { u"page-ledger-high-risk"_s, Ledger, { { u"risk"_s, codeOf(RiskLevel::High) } }, {}, {} },
@@ -155,15 +175,15 @@ QList<PageStop> pages()
     };
     stops += documentPages();
     stops += {
-        { u"page-projects"_s, Projects, project, {}, {} },
+        { u"page-projects"_s, Projects, project, toBegin, {} },
         { u"page-projects-end"_s, Projects, project, toEnd, {} },
-        { u"page-vouchers"_s, Vouchers, {}, withoutFilters, {} },
-        { u"page-vouchers-list"_s, Vouchers, {}, pressing(u"列表"_s), {} },
+        { u"page-vouchers"_s, Vouchers, {}, pressing({ u"重置"_s, u"网格"_s }), {} },
+        { u"page-vouchers-list"_s, Vouchers, {}, pressing({ u"列表"_s }), {} },
         { u"page-vouchers-unlinked"_s, Vouchers, { { u"linked"_s, u"none"_s } },
-            pressing(u"网格"_s), {} },
-        { u"page-reports"_s, Reports, {}, {}, {} },
+            pressing({ u"网格"_s }), {} },
+        { u"page-reports"_s, Reports, {}, toBegin, {} },
         { u"page-reports-end"_s, Reports, {}, toEnd, {} },
-        { u"page-settings"_s, Settings, {}, {}, {} },
+        { u"page-settings"_s, Settings, {}, toBegin, {} },
         { u"page-settings-end"_s, Settings, {}, toEnd, {} },
     };
     return stops;

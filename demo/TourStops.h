@@ -25,7 +25,7 @@ struct PageStop {
     std::function<Problem()> leave;
 };
 
-/// A dialog, as it opens from its page. While the page is still to come its dialogs are left out.
+/// A dialog, as it opens from its page.
 struct DialogStop {
     QString picture; // "dialog-profile"
     QString objectName; // of the dialog
