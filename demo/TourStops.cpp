@@ -60,9 +60,11 @@ Problem selectThreeEntries(IPage& page)
 
 Problem decideOnSelected(IPage& page)
 {
-    if (const Problem problem = selectThreeEntries(page))
-        return problem;
-    return Hands::press(page, u"为所选生成往来决定书"_s);
+    if (const Problem unselected = selectThreeEntries(page))
+        return unselected;
+    const Problem problem = Hands::press(page, u"为所选生成往来决定书"_s);
+    Hands::waitUntilStill(*page.window());
+    return problem;
 }
 
 // A form that nobody has touched must not keep the day on which the program was started.
