@@ -10,7 +10,6 @@
 #include "DemoClock.h"
 #include "Hands.h"
 #include "pages/IPage.h"
-#include "pages/UpcomingPage.h"
 #include "services/ProfileRules.h"
 #include "services/vouchers/VoucherService.h"
 #include "theme/Theme.h"
@@ -295,12 +294,6 @@ Problem DemoTour::goTo(PageId page, const NavParams& params)
     return {};
 }
 
-bool DemoTour::isUpcoming(PageId page) const
-{
-    const auto* stack = m_window->findChild<QStackedWidget*>(u"PageStack"_s);
-    return qobject_cast<UpcomingPage*>(stack->widget(static_cast<int>(page)));
-}
-
 Problem DemoTour::visitPage(const TourStops::PageStop& stop)
 {
     if (const Problem problem = goTo(stop.page, stop.params))
@@ -308,20 +301,17 @@ Problem DemoTour::visitPage(const TourStops::PageStop& stop)
     auto* page = qobject_cast<IPage*>(
         m_window->findChild<QStackedWidget*>(u"PageStack"_s)->currentWidget());
     Hands::waitForPainting();
-    if (stop.arrange && !isUpcoming(stop.page)) {
+    if (stop.arrange) {
         if (const Problem problem = stop.arrange(*page))
             return problem;
     }
     leaveFocus();
-    return m_pictures.take(*m_window, stop.picture);
+    const Problem problem = m_pictures.take(*m_window, stop.picture);
+    return problem || !stop.leave ? problem : stop.leave();
 }
 
 Problem DemoTour::visitDialog(const TourStops::DialogStop& stop)
 {
-    if (isUpcoming(stop.page)) {
-        say(u"    not yet: its page is still to come"_s);
-        return {};
-    }
     if (const Problem problem = goTo(stop.page, {}))
         return problem;
     for (const auto& passage : stop.through) {

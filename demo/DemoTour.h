@@ -54,7 +54,6 @@ private:
     Problem backUp();
     Problem chooseTheme(ThemeMode theme);
     Problem goTo(PageId page, const NavParams& params);
-    bool isUpcoming(PageId page) const;
     Problem visitPage(const TourStops::PageStop& stop);
     Problem visitDialog(const TourStops::DialogStop& stop);
     Problem checkStoredData();

@@ -349,6 +349,17 @@ void TestDocumentFiles::anotherDocumentsFileIsPutAsideOnRegenerating()
     QCOMPARE(exportsContent().size(), 2);
 }
 
+void TestDocumentFiles::aSignedCopyOutlivesItsDocument()
+{
+    const DocumentResult result = generateFund();
+    QVERIFY(put(fundPath(), "%PDF-1.4 signed and scanned"));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"put aside: .*_旧_"_s));
+    QVERIFY(DocumentService().deleteDocument(result.docId).ok);
+    QCOMPARE(row(u"SELECT COUNT(*) FROM documents"_s), u"0"_s);
+    QCOMPARE(exportsContent().values(), QList<QByteArray> { "%PDF-1.4 signed and scanned" });
+    QVERIFY(exportsContent().firstKey().contains(u"_旧_"_s));
+}
+
 void TestDocumentFiles::filesOfOtherRowsAreNeverTouched()
 {
     // Another document claims the very file that the next one would be written to.

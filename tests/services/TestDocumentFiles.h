@@ -20,6 +20,7 @@ private slots:
     void aFailureBringsTheFileWithoutARowBack();
     void anotherDocumentsFileIsPutAsideOnRegenerating_data();
     void anotherDocumentsFileIsPutAsideOnRegenerating();
+    void aSignedCopyOutlivesItsDocument();
     void filesOfOtherRowsAreNeverTouched();
     void aFolderAtThePlaceOfThePdfIsLeftAlone();
     void leftoversOfACrashAreReportedAndLeftAlone();

@@ -7,6 +7,7 @@
 #include <QAbstractTextDocumentLayout>
 #include <QPainter>
 #include <QRegularExpression>
+#include <QTextCursor>
 
 using namespace Qt::StringLiterals;
 
@@ -33,11 +34,16 @@ DocumentLayout::DocumentLayout(
 {
     m_document.setDefaultFont(DocumentPdf::documentFont());
     m_document.setUndoRedoEnabled(false);
-    m_document.setHtml(renderable(html));
-    TableColumns::arrange(m_document);
-    // The device before the width: only then are the lengths of the layout in its dots.
+    // The device before the width: only then are the lengths of the layout in its dots. Both while
+    // the document is empty and all its text as one change, because each of these steps lays out
+    // whatever there is.
     m_document.documentLayout()->setPaintDevice(device);
     m_document.setTextWidth(sheetSize.width());
+    QTextCursor filling(&m_document);
+    filling.beginEditBlock();
+    m_document.setHtml(renderable(html));
+    TableColumns::arrange(m_document);
+    filling.endEditBlock();
     const PageGaps places(m_document);
     QList<PageBreaks::Gap> gaps;
     for (const PageGaps::Place& place : places.all()) {

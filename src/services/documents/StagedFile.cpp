@@ -56,6 +56,15 @@ StagedFile::~StagedFile()
     takeBack();
 }
 
+bool StagedFile::putAside(const QString& path)
+{
+    const QString aside = asidePath(path);
+    if (!renameOver(path, aside))
+        return false;
+    qWarning("A file that is not this document was put aside: %s", qUtf8Printable(aside));
+    return true;
+}
+
 bool StagedFile::write(const QByteArray& bytes)
 {
     const QString newPath = freePath(m_path, u".new"_s);
