@@ -14,6 +14,7 @@
 #include "hostile/HostileRows.h"
 #include "hostile/LogFilter.h"
 #include "pages/IPage.h"
+#include "pages/ledger/LedgerPage.h"
 #include "pages/PageFactory.h"
 #include "services/csv/CsvExport.h"
 #include "services/documents/DocumentRules.h"
@@ -28,6 +29,7 @@
 #include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScreen>
 #include <QStackedWidget>
 #include <QTableView>
 #include <QToolTip>
@@ -66,6 +68,17 @@ QStringList interpreted(const QWidget* root)
             found += u"tool tip of "_s + nameOf(widget);
     }
     return found;
+}
+
+// Windows that a text has made larger than the screen.
+QStringList tooLarge(const QWidget* window)
+{
+    const QSize screen = window->screen()->availableSize();
+    const QSize size = window->size().expandedTo(window->minimumSizeHint());
+    if (size.width() <= screen.width() && size.height() <= screen.height())
+        return {};
+    return { u"%1 has %2 by %3 dots"_s.arg(
+        nameOf(window), QString::number(size.width()), QString::number(size.height())) };
 }
 
 // Points at each cell.
@@ -188,6 +201,16 @@ private slots:
                 open(dialog);
             }
         }));
+        addCase("questions", OpenDialogs([](const auto&) {
+            for (const Transaction& entry : TransactionDao().search({})) {
+                const ModalAnswerer answerer([](QDialog* shown) {
+                    if (!tooLarge(shown).isEmpty())
+                        QTest::qFail(qUtf8Printable(tooLarge(shown).first()), __FILE__, __LINE__);
+                    shown->reject();
+                });
+                LedgerPage().onDelete(entry.id);
+            }
+        }));
         addCase("pickers", OpenDialogs([](const auto& open) {
             TxPickerDialog entries(HostileRows::ids(u"transactions"_s), nullptr);
             open(entries);
@@ -205,7 +228,7 @@ private slots:
         QStringList found;
         dialogs([&found](QDialog& dialog) {
             const ModalAnswerer answerer([&found](QDialog* shown) {
-                found += interpreted(shown);
+                found += interpreted(shown) + tooLarge(shown);
                 for (auto* view : shown->findChildren<QTableView*>())
                     found += interpretedToolTips(view);
                 (void)shown->grab();
@@ -288,7 +311,7 @@ private:
     static QStringList look(MainWindow& window, IPage* page)
     {
         sortByEachColumn(page);
-        QStringList found = interpreted(&window);
+        QStringList found = interpreted(&window) + tooLarge(&window);
         for (auto* view : page->findChildren<QAbstractItemView*>()) {
             if (view->isVisible())
                 found += interpretedToolTips(view);
