@@ -202,13 +202,15 @@ private slots:
             }
         }));
         addCase("questions", OpenDialogs([](const auto&) {
+            LedgerPage page;
+            page.refresh();
             for (const Transaction& entry : TransactionDao().search({})) {
                 const ModalAnswerer answerer([](QDialog* shown) {
                     if (!tooLarge(shown).isEmpty())
                         QTest::qFail(qUtf8Printable(tooLarge(shown).first()), __FILE__, __LINE__);
                     shown->reject();
                 });
-                LedgerPage().onDelete(entry.id);
+                page.onDelete(entry.id);
             }
         }));
         addCase("pickers", OpenDialogs([](const auto& open) {
@@ -255,7 +257,7 @@ private slots:
             QString());
         window.onPageNavigateRequested(PageId::Projects, { { u"projectId"_s, 1 } });
         const QString sums = window.findChild<QLabel*>(u"entryTotals"_s)->text();
-        QVERIFY2(!sums.contains(u'0') || sums.contains(u"失败"_s), qUtf8Printable(sums));
+        QCOMPARE(sums, u"合计读取失败"_s);
     }
 
     void noDocumentAddsUpDamagedAmounts()
