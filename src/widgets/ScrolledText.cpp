@@ -2,6 +2,7 @@
 
 #include <QLabel>
 #include <QScrollArea>
+#include <QScrollBar>
 
 namespace ScrolledText {
 
@@ -24,7 +25,9 @@ QWidget* bounded(QLabel* label, int width, int mostHeight)
     frame->setFrameShape(QFrame::NoFrame);
     frame->setWidgetResizable(true);
     frame->setAccessibleName(label->text().left(widestWord * 100));
-    frame->setMinimumWidth(width);
+    // The label gets what the bar leaves of the frame.
+    label->setMinimumWidth(0);
+    frame->setMinimumWidth(width + frame->verticalScrollBar()->sizeHint().width());
     frame->setFixedHeight(mostHeight);
     frame->setWidget(label);
     return frame;
