@@ -62,7 +62,9 @@ QString ownFile(const DocumentRecord& record)
 QString documentFile(const DocumentRecord& record)
 {
     const QString own = ownFile(record);
-    const bool elsewhere = !QFileInfo(own).isFile() && QFileInfo(record.filePath).isFile();
+    // A row from elsewhere may name anything, a program too.
+    const bool elsewhere = record.filePath.endsWith(u".pdf"_s, Qt::CaseInsensitive)
+        && !QFileInfo(own).isFile() && QFileInfo(record.filePath).isFile();
     return elsewhere ? record.filePath : own;
 }
 

@@ -15,8 +15,8 @@ QString fileName(const DocumentRecord& record);
 /// The path in the present exports folder: the only one that may be written or removed.
 QString ownFile(const DocumentRecord& record);
 
-/// The path to open or show: the own file if it is there, else the stored path if something is
-/// there, else the own file as the place to write to.
+/// The path to open or show: the own file if it is there, else the stored path if a PDF is there,
+/// else the own file as the place to write to.
 QString documentFile(const DocumentRecord& record);
 bool isThere(const DocumentRecord& record);
 

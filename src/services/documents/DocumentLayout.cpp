@@ -5,9 +5,11 @@
 #include "services/documents/TableColumns.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QImage>
 #include <QPainter>
 #include <QRegularExpression>
 #include <QTextCursor>
+#include <QUrl>
 
 using namespace Qt::StringLiterals;
 
@@ -27,6 +29,18 @@ QPalette paperPalette()
 }
 
 } // namespace
+
+QVariant DocumentLayout::SelfContained::loadResource(int type, const QUrl& name)
+{
+    qWarning("A document refers to a file that is not read: %s",
+        qUtf8Printable(name.toString().left(200)));
+    if (type != QTextDocument::ImageResource)
+        return {};
+    // Without any picture Qt would try the name as that of a file.
+    QImage nothing(1, 1, QImage::Format_ARGB32);
+    nothing.fill(Qt::transparent);
+    return nothing;
+}
 
 DocumentLayout::DocumentLayout(
     const QString& html, QPaintDevice* device, const QSizeF& sheetSize, qreal footHeight)

@@ -139,8 +139,11 @@ bool exportPdf(const QString& html, const QString& path, QString* error)
 
 bool isOf(const QString& path, const QString& html)
 {
+    const QByteArray mark = identityOf(html);
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) && file.readAll().endsWith(identityOf(html));
+    return file.open(QIODevice::ReadOnly)
+        && file.seek(std::max<qint64>(0, file.size() - mark.size()))
+        && file.read(mark.size()) == mark;
 }
 
 QString titleOf(const QString& path)
