@@ -82,9 +82,14 @@ bool StagedFile::saveFormer(Former former)
     if (QFileInfo(m_path).isDir())
         return false;
     m_former = former;
-    const bool aside = former == Former::PutAside;
-    const QString formerPath = aside ? asidePath(m_path) : freePath(m_path, u".old"_s);
-    if (aside ? !renameOver(m_path, formerPath) : !QFile::copy(m_path, formerPath))
+    // A copy in either case: moved away, the path would be without a file until the new one comes.
+    QFile file(m_path);
+    const QString formerPath
+        = former == Former::PutAside ? asidePath(m_path) : freePath(m_path, u".old"_s);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError || !SafeFile::write(formerPath, bytes))
         return false;
     m_formerPath = formerPath;
     return true;
@@ -105,9 +110,11 @@ void StagedFile::takeBack()
 {
     if (!m_newPath.isEmpty() && !QFile::remove(m_newPath))
         qWarning("New file not removed: %s", qUtf8Printable(m_newPath));
-    if (!m_formerPath.isEmpty()) {
+    if (m_inPlace && !m_formerPath.isEmpty()) {
         if (!renameOver(m_formerPath, m_path))
             qCritical("Former file not put back: %s", qUtf8Printable(m_formerPath));
+    } else if (!m_formerPath.isEmpty() && !QFile::remove(m_formerPath)) {
+        qWarning("Copy of the former file not removed: %s", qUtf8Printable(m_formerPath));
     } else if (m_inPlace && !QFile::remove(m_path)) {
         qWarning("New file not removed: %s", qUtf8Printable(m_path));
     }
