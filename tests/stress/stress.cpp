@@ -66,6 +66,8 @@ QString namesOfJobs()
 
 int main(int argc, char** argv)
 {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication app(argc, argv);
     QCoreApplication::setApplicationVersion(u"1.0.0"_s);
     qInstallMessageHandler(quiet);
