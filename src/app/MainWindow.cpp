@@ -180,6 +180,11 @@ void MainWindow::addPages(const PageFactory& createPage)
     }
 }
 
+PageId MainWindow::currentPage() const
+{
+    return static_cast<PageId>(m_pages->currentIndex());
+}
+
 void MainWindow::refreshCurrent()
 {
     switchToPage(m_pages->currentIndex(), {});

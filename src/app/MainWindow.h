@@ -24,6 +24,8 @@ public:
 
     explicit MainWindow(const PageFactory& createPage, QWidget* parent = nullptr);
 
+    PageId currentPage() const;
+
     /// Reloads the current page, its header and the status bar.
     void refreshCurrent();
 

@@ -1,6 +1,7 @@
 #include "app/Startup.h"
 
 #include "app/MainWindow.h"
+#include "app/SelfCheckStart.h"
 #include "core/AppPaths.h"
 #include "core/Logger.h"
 #include "db/DatabaseManager.h"
@@ -197,6 +198,7 @@ int Startup::showWindow()
     QRect frame = m_window->frameGeometry();
     frame.moveCenter(available.center());
     m_window->move(frame.topLeft());
+    new SelfCheckStart(m_window.get());
     m_window->showMaximized();
     qInfo("Main window shown");
     QApplication::setQuitOnLastWindowClosed(true);

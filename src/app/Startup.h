@@ -21,7 +21,8 @@ public:
     Startup& operator=(const Startup&) = delete;
 
     /// Passes the gates and runs the event loop. The exit status: 0 after a normal end and when
-    /// the user declines a gate, 1 after a failure that was shown in a message box.
+    /// the user declines a gate, 1 after a failure that was shown in a message box,
+    /// ProgramEnd::restartStatus when the program is to start anew.
     int run();
 
 private:

@@ -77,10 +77,12 @@ QList<CoveredSum> LedgerFiguresDao::fundDecisionSums()
 
 QList<qint64> LedgerFiguresDao::largeEntriesWithoutVoucher(qint64 thresholdFen)
 {
+    // The plus keeps SQLite from walking the index of dates for the order: it would fetch every
+    // row of the ledger from all over the file, which takes five times as long as sorting.
     const auto rows = readAll<IdRow>(idColumns,
         u"SELECT t.id FROM transactions t WHERE t.amount_fen >= :threshold AND NOT EXISTS (SELECT "
         "1 FROM entity_links l WHERE l.source_type = 'voucher' AND l.target_type = 'transaction' "
-        "AND l.target_id = t.id) ORDER BY t.trans_date DESC, t.id DESC"_s,
+        "AND l.target_id = t.id) ORDER BY +t.trans_date DESC, t.id DESC"_s,
         { { u":threshold"_s, thresholdFen } });
     QList<qint64> ids;
     for (const IdRow& row : rows)

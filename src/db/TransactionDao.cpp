@@ -45,6 +45,15 @@ constexpr auto evaluatedColumns = std::to_array<Column<Transaction>>({
     column<&Transaction::voucherCount>(u"x_voucher_count"),
 });
 
+constexpr auto reviewedColumns = std::to_array<Column<Transaction>>({
+    column<&Transaction::id>(u"id"),
+    column<&Transaction::transDate>(u"trans_date"),
+    column<&Transaction::direction>(u"direction"),
+    column<&Transaction::category>(u"category"),
+    column<&Transaction::amountFen>(u"amount_fen"),
+    column<&Transaction::riskManualOverride>(u"risk_manual_override"),
+});
+
 constexpr auto flowColumns = std::to_array<Column<DatedFlow>>({
     column<&DatedFlow::id>(u"id"),
     column<&DatedFlow::date>(u"trans_date"),
@@ -174,11 +183,12 @@ private:
     LedgerLine m_line;
 };
 
-QString shareholderFlowStatement()
+QString shareholderFlowStatement(const QString& columns = u"*"_s)
 {
-    return u"SELECT * FROM transactions WHERE category IN "
-           "('shareholder_in','shareholder_out','expense_reimburse') ORDER BY trans_date ASC, id "
-           "ASC"_s;
+    return u"SELECT "_s + columns
+        + u" FROM transactions WHERE category IN "
+          "('shareholder_in','shareholder_out','expense_reimburse') ORDER BY trans_date ASC, id "
+          "ASC"_s;
 }
 
 // The column's value for each level, in the order of the levels.
@@ -265,6 +275,15 @@ QList<Transaction> TransactionDao::entriesToEvaluate()
 QList<Transaction> TransactionDao::listShareholderFlows()
 {
     return readAll<Transaction>(transactionColumns, shareholderFlowStatement(), {});
+}
+
+QList<Transaction> TransactionDao::shareholderFlowsToReview()
+{
+    // Named columns: of a star the driver would copy every text of every row.
+    return readAll<Transaction>(reviewedColumns,
+        shareholderFlowStatement(
+            u"id, trans_date, direction, category, amount_fen, risk_manual_override"_s),
+        {});
 }
 
 QList<DatedFlow> TransactionDao::shareholderFlowDates()

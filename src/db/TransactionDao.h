@@ -31,6 +31,9 @@ public:
     QList<Transaction> listShareholderFlows();
     /// The same entries, of which only number and date are read.
     QList<DatedFlow> shareholderFlowDates();
+    /// The same entries, with only those fields filled that decide what is left to do about them:
+    /// id, date, direction, category, amount and the override.
+    QList<Transaction> shareholderFlowsToReview();
     /// Every counterparty once, the one registered last first.
     QList<Counterparty> knownCounterparties();
 

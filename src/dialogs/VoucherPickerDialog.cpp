@@ -3,12 +3,10 @@
 #include "db/VoucherDao.h"
 #include "dialogs/pickers/PickerPane.h"
 #include "dialogs/pickers/VoucherPickerModel.h"
-#include "widgets/RowDelegate.h"
-#include "widgets/ThumbnailPainter.h"
+#include "widgets/ThumbnailDelegate.h"
 
 #include <QHeaderView>
 #include <QPushButton>
-#include <QStyle>
 #include <QTableView>
 #include <QVBoxLayout>
 
@@ -19,23 +17,6 @@ namespace {
 constexpr QSize thumbnailSize(56, 44);
 constexpr int rowHeight = 56;
 
-class ThumbnailDelegate final : public RowDelegate {
-public:
-    using RowDelegate::RowDelegate;
-
-    void paint(QPainter* painter, const QStyleOptionViewItem& option,
-        const QModelIndex& index) const override
-    {
-        QStyleOptionViewItem ground = option;
-        initStyleOption(&ground, index);
-        paintGround(painter, ground);
-        const QRect box = QStyle::alignedRect(option.direction, Qt::AlignLeft | Qt::AlignVCenter,
-            thumbnailSize, option.rect.adjusted(padding, 0, 0, 0));
-        ThumbnailPainter::paint(
-            painter, box, index.data(VoucherPickerModel::FilePathRole).toString());
-    }
-};
-
 void layOutColumns(QTableView* table)
 {
     table->verticalHeader()->setDefaultSectionSize(rowHeight);
@@ -43,8 +24,8 @@ void layOutColumns(QTableView* table)
     table->setColumnWidth(VoucherPickerModel::Type, 130);
     table->setColumnWidth(VoucherPickerModel::Date, 112);
     table->horizontalHeader()->setSectionResizeMode(VoucherPickerModel::Name, QHeaderView::Stretch);
-    table->setItemDelegateForColumn(VoucherPickerModel::Thumbnail, new ThumbnailDelegate(table));
-    ThumbnailPainter::follow(table);
+    table->setItemDelegateForColumn(
+        VoucherPickerModel::Thumbnail, new ThumbnailDelegate(thumbnailSize, table));
 }
 
 PickerPane::Texts textsFor(bool archiveIsEmpty, const QString& error)

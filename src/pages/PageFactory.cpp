@@ -1,21 +1,18 @@
 #include "pages/PageFactory.h"
 
+#include "pages/dashboard/DashboardPage.h"
 #include "pages/documents/DocumentPage.h"
 #include "pages/ledger/LedgerPage.h"
 #include "pages/projects/ProjectPage.h"
+#include "pages/reports/ReportPage.h"
 #include "pages/SettingsPage.h"
-#include "pages/UpcomingPage.h"
-
-using namespace Qt::StringLiterals;
+#include "pages/vouchers/VoucherPage.h"
 
 IPage* createPage(PageId id, QWidget* parent)
 {
-    const auto upcoming = [&](const QString& title, const QString& text) {
-        return new UpcomingPage({ title, pageLabel(id).icon, text }, parent);
-    };
     switch (id) {
     case PageId::Dashboard:
-        return upcoming(u"首页看板"_s, u"风险提醒、待办事项和收支概览将在这里显示。"_s);
+        return new DashboardPage(parent);
     case PageId::Ledger:
         return new LedgerPage(parent);
     case PageId::Documents:
@@ -23,9 +20,9 @@ IPage* createPage(PageId id, QWidget* parent)
     case PageId::Projects:
         return new ProjectPage(parent);
     case PageId::Vouchers:
-        return upcoming(u"凭证归档"_s, u"银行回单、合同、发票等凭证文件将在这里归档。"_s);
+        return new VoucherPage(parent);
     case PageId::Reports:
-        return upcoming(u"统计报表"_s, u"收支分类汇总和风险分布将在这里统计。"_s);
+        return new ReportPage(parent);
     case PageId::Settings:
         return new SettingsPage(parent);
     }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "db/CompanyProfile.h"
-#include "dialogs/PasswordDialog.h"
 #include "pages/IPage.h"
 
 #include <QMap>
@@ -9,14 +8,12 @@
 #include <optional>
 
 class Banner;
-class Card;
-class QButtonGroup;
-class QLabel;
-class QPushButton;
-class ThresholdForm;
+class QScrollArea;
+class SettingsCard;
 
-/// What the owner can set: company profile, thresholds of the risk rules, appearance, start-up
-/// password; and what the program is.
+/// What the owner can set and look after, a card for each subject: company profile, thresholds of
+/// the risk rules, appearance, start-up password, backups, data folder, self-check; and what the
+/// program is. The parameter "section" ("profile", "backup" or "selfcheck") leads to a card.
 class SettingsPage final : public IPage {
     Q_OBJECT
 
@@ -24,29 +21,22 @@ public:
     explicit SettingsPage(QWidget* parent = nullptr);
 
     void refresh() override;
+    void applyNavParams(const NavParams& params) override;
 
 private:
-    Card* buildProfileCard();
-    Card* buildThresholdCard();
-    Card* buildAppearanceCard();
-    Card* buildPasswordCard();
-    Card* buildAboutCard();
+    /// The cards that rest on the stored profile, and those that work without it.
+    QList<SettingsCard*> buildStoredCards();
+    QList<SettingsCard*> buildFurtherCards();
+    void adopt(SettingsCard* card);
 
     /// The stored profile; the page says so when it cannot be read.
     std::optional<CompanyProfile> readProfile();
-    void showProfile();
-    void showPassword();
-    void onEditProfile();
-    void onSaveThresholds();
-    void onThemeChosen(int mode);
-    void onPassword(PasswordDialog::Action action, const QString& done);
+    void leadTo(SettingsCard* card);
 
-    CompanyProfile m_profile;
     Banner* m_unreadable = nullptr;
     QWidget* m_stored = nullptr; // everything that rests on the stored profile
-    ThresholdForm* m_thresholds = nullptr;
-    QList<QLabel*> m_profileValues;
-    QButtonGroup* m_themes = nullptr;
-    QLabel* m_passwordState = nullptr;
-    QMap<PasswordDialog::Action, QPushButton*> m_passwordButtons;
+    QScrollArea* m_scroll = nullptr;
+    QList<SettingsCard*> m_cards;
+    QMap<QString, SettingsCard*> m_sections;
+    SettingsCard* m_wanted = nullptr;
 };

@@ -7,7 +7,7 @@ class QLabel;
 class QVBoxLayout;
 
 /// A titled surface that groups what belongs together on a page or in a dialog.
-class Card final : public QFrame {
+class Card : public QFrame {
     Q_OBJECT
 
 public:

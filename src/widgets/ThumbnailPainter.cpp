@@ -2,6 +2,7 @@
 
 #include "theme/Icons.h"
 #include "theme/Theme.h"
+#include "widgets/Painting.h"
 #include "widgets/ThumbnailCache.h"
 
 #include <QAbstractItemView>
@@ -55,6 +56,17 @@ void paint(QPainter* painter, const QRect& box, const QString& absolutePath)
         painter->drawPixmap(place, picture);
         frame(painter, place);
     }
+    painter->restore();
+}
+
+void paintMissing(QPainter* painter, const QRect& box)
+{
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    Painting::drawSurface(*painter, box, Token::WarningBg, Token::WarningBorder);
+    painter->drawPixmap(centred({ glyphSize, glyphSize }, box),
+        Icons::pixmap(
+            u"warning", Token::WarningText, glyphSize, painter->device()->devicePixelRatio()));
     painter->restore();
 }
 

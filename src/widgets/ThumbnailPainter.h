@@ -13,6 +13,9 @@ namespace ThumbnailPainter {
 /// made, and for good where there is none. An empty path has none.
 void paint(QPainter* painter, const QRect& box, const QString& absolutePath);
 
+/// Paints, in the same place, that the file is missing.
+void paintMissing(QPainter* painter, const QRect& box);
+
 /// Repaints the view as its pictures get ready.
 void follow(QAbstractItemView* view);
 

@@ -229,7 +229,7 @@ private slots:
     {
         MainWindow window(createPage);
         const QStringList titles { u"首页看板"_s, u"公私资金台账"_s, u"文书中心"_s,
-            u"项目合同管理"_s, u"凭证归档"_s, u"统计报表"_s, u"系统设置"_s };
+            u"项目合同管理"_s, u"凭证归档库"_s, u"统计报表"_s, u"系统设置"_s };
         for (int id = 0; id < pageCount; ++id) {
             window.onNavClicked(id);
             QCOMPARE(window.findChild<QLabel*>(u"PageTitle"_s)->text(), titles.at(id));

@@ -1,103 +1,19 @@
-#include "app/FamiliarOwner.h"
-#include "core/AppPaths.h"
+#include "app/PortableProgram.h"
 #include "support/TestCase.h"
 #include "support/TestFile.h"
 
-#include <QDir>
-#include <QFile>
-#include <QProcess>
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-// The program in a folder of its own, with a home directory of its own.
-class PortableFolder {
+class ProgramFolder : public PortableFolder {
 public:
-    PortableFolder()
+    ProgramFolder()
+        : PortableFolder(QStringLiteral(BRIXA_PROGRAM))
     {
-        QDir().mkpath(dataDir());
-        QDir().mkpath(home());
-        QFile::copy(QStringLiteral(BRIXA_PROGRAM), program());
     }
-
-    QString program() const { return m_dir.filePath(u"brixa"_s); }
-    QString dataDir() const { return m_dir.filePath(u"data"_s); }
-    QString database() const { return dataDir() + u"/brixa.db"_s; }
-    // Its database is made in the test's own data directory.
-    bool hasFamiliarOwner() const
-    {
-        return prepareFamiliarOwner() && QFile::copy(AppPaths::databasePath(), database());
-    }
-    QString home() const { return m_dir.filePath(u"home"_s); }
-
-    QStringList dataFiles() const
-    {
-        return QDir(dataDir()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
-    }
-
-    QString log() const
-    {
-        QString text;
-        const QDir logs(dataDir() + u"/logs"_s);
-        for (const QString& name : logs.entryList(QDir::Files, QDir::Name))
-            text += QString::fromUtf8(TestFile::bytesOf(logs.filePath(name)));
-        return text;
-    }
-
-private:
-    QTemporaryDir m_dir;
-};
-
-// The running program; what it logs tells where it has come to.
-class Run {
-public:
-    explicit Run(const PortableFolder& folder)
-    {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"HOME"_s, folder.home());
-        for (const QString& name :
-            { u"XDG_CONFIG_HOME"_s, u"XDG_DATA_HOME"_s, u"XDG_CACHE_HOME"_s, u"XDG_STATE_HOME"_s })
-            environment.remove(name);
-        environment.insert(u"QT_FORCE_STDERR_LOGGING"_s, u"1"_s);
-        m_process.setProcessEnvironment(environment);
-        m_process.start(folder.program(), {});
-        m_process.waitForStarted();
-    }
-    ~Run() { kill(); }
-
-    bool reaches(const QByteArray& line)
-    {
-        QDeadlineTimer deadline(20'000);
-        while (!m_output.contains(line) && !deadline.hasExpired()
-            && m_process.state() == QProcess::Running) {
-            m_process.waitForReadyRead(200);
-            m_output += m_process.readAllStandardError();
-        }
-        return m_output.contains(line);
-    }
-
-    // As a log-out does; the exit status.
-    int terminate()
-    {
-        m_process.terminate();
-        m_process.waitForFinished();
-        m_output += m_process.readAllStandardError();
-        return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
-    }
-
-    void kill()
-    {
-        m_process.kill();
-        m_process.waitForFinished();
-    }
-
-    QByteArray output() const { return m_output; }
-
-private:
-    QProcess m_process;
-    QByteArray m_output;
 };
 
 } // namespace
@@ -108,7 +24,7 @@ class TestProgram final : public TestCase {
 private slots:
     void aFirstStartLeavesNothingBehind()
     {
-        const PortableFolder folder;
+        const ProgramFolder folder;
         Run run(folder);
         QVERIFY2(run.reaches("Waiting at the disclaimer"), run.output());
         QCOMPARE(run.terminate(), 0);
@@ -129,7 +45,7 @@ private slots:
 
     void aFamiliarOwnerSeesTheWindow()
     {
-        const PortableFolder folder;
+        const ProgramFolder folder;
         QVERIFY(folder.hasFamiliarOwner());
         Run run(folder);
         QVERIFY2(run.reaches("Main window shown"), run.output());
@@ -148,7 +64,7 @@ private slots:
     void theEndMayComeAtAnyMoment()
     {
         QFETCH(int, milliseconds);
-        const PortableFolder folder;
+        const ProgramFolder folder;
         QVERIFY(folder.hasFamiliarOwner());
         Run run(folder);
         QVERIFY2(run.reaches("Brixa starting"), run.output());
@@ -160,7 +76,7 @@ private slots:
 
     void aSecondStartIsTurnedAway()
     {
-        const PortableFolder folder;
+        const ProgramFolder folder;
         Run first(folder);
         QVERIFY2(first.reaches("Waiting at the disclaimer"), first.output());
         const QByteArray bytes = TestFile::bytesOf(folder.database());
@@ -173,7 +89,7 @@ private slots:
 
     void aCrashNeverKeepsTheOwnerOut()
     {
-        const PortableFolder folder;
+        const ProgramFolder folder;
         {
             Run crashed(folder);
             QVERIFY2(crashed.reaches("Waiting at the disclaimer"), crashed.output());
@@ -188,7 +104,7 @@ private slots:
     // Killed when the old data were aside: the start itself creates an empty voucher folder.
     void anInterruptedRestoreIsTakenBack()
     {
-        const PortableFolder folder;
+        const ProgramFolder folder;
         const QString swap = folder.dataDir() + u"/restore_swap"_s;
         QVERIFY(QDir().mkpath(swap + u"/new/voucher_assets"_s)
             && QDir().mkpath(swap + u"/old/voucher_assets"_s));
@@ -208,7 +124,7 @@ private slots:
 
     void anInterruptedRestoreThatCannotBeTakenBackEndsTheProgram()
     {
-        const PortableFolder folder;
+        const ProgramFolder folder;
         const QString swap = folder.dataDir() + u"/restore_swap"_s;
         QVERIFY(QDir().mkpath(swap + u"/new"_s) && QDir().mkpath(swap + u"/old"_s));
         const QStringList paths { swap + u"/old/brixa.db"_s, swap + u"/new/brixa.db"_s,

@@ -33,8 +33,8 @@ may_include services db core
 may_include theme core
 may_include widgets theme core
 may_include dialogs widgets theme services db core
-may_include pages dialogs widgets theme services db core
-may_include selfcheck pages dialogs widgets theme services db core
+may_include selfcheck services db core
+may_include pages dialogs widgets theme selfcheck services db core
 may_include app selfcheck pages dialogs widgets theme services db core
 
 for folder in *; do

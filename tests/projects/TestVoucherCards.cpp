@@ -104,8 +104,9 @@ private slots:
         }
         QCOMPARE(names.join(u','),
             u"预览 电费发票,文件夹 电费发票,编辑 电费发票,删除 电费发票,移除关联 电费发票"_s);
+        QSignalSpy quick(&card, &VoucherCard::quickPreviewRequested);
         card.findChild<QAbstractButton*>(u"thumbnail"_s)->click();
-        QCOMPARE(spies[0].count(), 1);
+        QCOMPARE(quick.count(), 1);
 
         QSignalSpy projects(&card, &VoucherCard::projectLinkClicked);
         QSignalSpy entries(&card, &VoucherCard::txLinkClicked);

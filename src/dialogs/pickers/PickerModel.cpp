@@ -1,6 +1,6 @@
 #include "dialogs/pickers/PickerModel.h"
 
-#include <QCollator>
+#include "core/ChineseOrder.h"
 
 #include <algorithm>
 #include <numeric>
@@ -21,13 +21,6 @@ void sortByKeys(std::vector<qsizetype>& records, const std::vector<Key>& keys, Q
     else
         std::stable_sort(
             records.begin(), records.end(), [&](qsizetype a, qsizetype b) { return less(b, a); });
-}
-
-QCollator chineseCollator()
-{
-    QCollator collator(QLocale(QLocale::Chinese, QLocale::China));
-    collator.setNumericMode(true);
-    return collator;
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "core/TextRules.h"
 #include "services/vouchers/VoucherAssets.h"
+#include "widgets/ThumbnailDelegate.h"
 
 using namespace Qt::StringLiterals;
 
@@ -46,7 +47,7 @@ QVariant VoucherPickerModel::cell(qsizetype record, int column, int role) const
 {
     const Voucher& voucher = m_vouchers.at(record);
     if (column == Thumbnail) {
-        if (role == FilePathRole)
+        if (role == ThumbnailDelegate::FilePathRole)
             return pathOf(record);
         return role == Qt::AccessibleTextRole ? u"%1 文件"_s.arg(voucher.fileExt.toUpper())
                                               : QVariant();
@@ -70,5 +71,5 @@ QString VoucherPickerModel::pathOf(qsizetype record) const
     const auto found = m_paths.constFind(record);
     if (found != m_paths.cend())
         return *found;
-    return *m_paths.insert(record, VoucherAssets::locate(m_vouchers.at(record).storedPath));
+    return *m_paths.insert(record, VoucherAssets::existingFile(m_vouchers.at(record).storedPath));
 }

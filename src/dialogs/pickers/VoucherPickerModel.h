@@ -9,10 +9,6 @@ class VoucherPickerModel final : public PickerModel {
 
 public:
     enum Column { Tick, Thumbnail, Name, Type, Date, ColumnCount };
-    /// The absolute path of the archived copy, in the thumbnail column; empty when the row names
-    /// none that may be opened.
-    static constexpr int FilePathRole = Qt::UserRole;
-
     VoucherPickerModel(const QList<Voucher>& vouchers, QObject* parent);
 
 protected:

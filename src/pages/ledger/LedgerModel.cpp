@@ -1,12 +1,10 @@
 #include "pages/ledger/LedgerModel.h"
 
+#include "core/ChineseOrder.h"
 #include "core/Money.h"
 #include "core/TextRules.h"
 #include "services/LedgerTexts.h"
 #include "theme/Theme.h"
-
-#include <QCollator>
-#include <QLocale>
 
 #include <algorithm>
 #include <numeric>
@@ -36,8 +34,7 @@ const QString& textOf(const Transaction& entry, int column)
 // text is collated once, and the rows are compared by the places that came out.
 QHash<QString, qint64> placesOf(const QList<QString>& texts)
 {
-    QCollator collator(QLocale(QLocale::Chinese, QLocale::China));
-    collator.setNumericMode(true);
+    const QCollator collator = chineseCollator();
     std::vector<QCollatorSortKey> keys;
     keys.reserve(static_cast<std::size_t>(texts.size()));
     for (const QString& text : texts)

@@ -56,6 +56,8 @@ void ProjectVouchersCard::connectCards()
 {
     connect(m_grid, &VoucherCardGrid::previewRequested, this,
         [this](qint64 id) { VoucherFiles::openVoucherFile(this, id); });
+    connect(m_grid, &VoucherCardGrid::quickPreviewRequested, this,
+        [this](qint64 id) { VoucherActions::quickPreview(this, m_grid->vouchers(), id); });
     connect(m_grid, &VoucherCardGrid::folderRequested, this,
         [this](qint64 id) { VoucherFiles::showVoucherInFolder(this, id); });
     const auto act = [this](bool (*action)(QWidget*, const Voucher&)) {

@@ -1,8 +1,9 @@
 #include "pages/vouchers/VoucherActions.h"
 
-#include "db/Voucher.h"
+#include "dialogs/preview/VoucherPreview.h"
 #include "dialogs/VoucherEditDialog.h"
 #include "services/RetryText.h"
+#include "services/vouchers/VoucherLinkSummaries.h"
 #include "services/vouchers/VoucherService.h"
 #include "widgets/MessageBox.h"
 #include "widgets/Toast.h"
@@ -10,6 +11,23 @@
 using namespace Qt::StringLiterals;
 
 namespace VoucherActions {
+
+qint64 quickPreview(QWidget* parent, const QList<VoucherCardData>& vouchers, qint64 voucherId)
+{
+    QList<Voucher> shown;
+    shown.reserve(vouchers.size());
+    qsizetype position = -1;
+    for (const VoucherCardData& data : vouchers) {
+        if (data.voucher.id == voucherId)
+            position = shown.size();
+        shown += data.voucher;
+    }
+    if (position < 0)
+        return 0;
+    VoucherPreview preview(shown, position, parent);
+    preview.exec();
+    return preview.shownId();
+}
 
 bool edit(QWidget* parent, const Voucher& voucher)
 {

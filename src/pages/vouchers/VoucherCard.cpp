@@ -10,6 +10,7 @@
 #include "widgets/TextRole.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -54,7 +55,7 @@ VoucherCard::VoucherCard(QWidget* parent)
     setFixedHeight(cardHeight);
     m_thumbnail = new VoucherThumbnail(this);
     connect(m_thumbnail, &VoucherThumbnail::clicked, this,
-        [this] { emit previewRequested(voucherId()); });
+        [this] { emit quickPreviewRequested(voucherId()); });
 
     auto* top = new QHBoxLayout;
     top->setSpacing(gap);
@@ -122,13 +123,14 @@ void VoucherCard::showVoucher(const VoucherCardData& voucherData)
     const Voucher& voucher = m_data.voucher;
     m_thumbnail->setFile(
         voucher.storedPath.isEmpty() ? QString() : VoucherAssets::existingFile(voucher.storedPath));
-    m_thumbnail->setAccessibleName(u"缩略图 %1"_s.arg(voucher.name));
+    m_thumbnail->setAccessibleName(u"快速预览 %1"_s.arg(voucher.name));
     setAccessibleName(voucher.name);
     m_name->setText(voucher.name);
     m_meta->setText(u"%1 · %2"_s.arg(labelOf(voucher.voucherType),
         voucher.voucherDate.isValid() ? TextRules::dateText(voucher.voucherDate) : u"无日期"_s));
     for (QPushButton* button : m_buttons)
         button->setAccessibleName(u"%1 %2"_s.arg(button->text(), voucher.name));
+    m_buttons.last()->setEnabled(!m_data.isUnlinked());
     showLinks();
 }
 
@@ -171,18 +173,26 @@ void VoucherCard::onLinkActivated(const QString& href)
         emit txLinkClicked(href.sliced(txScheme.size()).toLongLong());
 }
 
-void VoucherCard::setUnlinkVisible(bool visible)
+void VoucherCard::setUnlinkHint(const QString& hint)
 {
-    m_buttons.last()->setVisible(visible);
+    m_buttons.last()->setToolTip(hint);
+}
+
+void VoucherCard::keyPressEvent(QKeyEvent* event)
+{
+    if (event->matches(QKeySequence::Delete))
+        emit deleteRequested(voucherId());
+    else
+        QFrame::keyPressEvent(event);
 }
 
 QList<QWidget*> VoucherCard::tabStops() const
 {
-    QList<QWidget*> stops;
+    QList<QWidget*> stops { m_thumbnail };
     if (m_links->focusPolicy() & Qt::TabFocus)
         stops += m_links;
     for (QPushButton* button : m_buttons) {
-        if (!button->isHidden())
+        if (button->isEnabled())
             stops += button;
     }
     return stops;

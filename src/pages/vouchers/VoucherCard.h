@@ -23,20 +23,26 @@ public:
     void showVoucher(const VoucherCardData& voucherData);
     qint64 voucherId() const { return m_data.voucher.id; }
 
-    /// Takes the button away where there is nothing to unlink from.
-    void setUnlinkVisible(bool visible);
+    /// What the last button does here, for its tool tip.
+    void setUnlinkHint(const QString& hint);
 
     /// What Tab stops at, in order.
     QList<QWidget*> tabStops() const;
 
 signals:
+    /// By the button: in the desktop's own program.
     void previewRequested(qint64 id);
+    /// By the picture: in this program.
+    void quickPreviewRequested(qint64 id);
     void folderRequested(qint64 id);
     void editRequested(qint64 id);
     void deleteRequested(qint64 id);
     void unlinkRequested(qint64 id);
     void projectLinkClicked(qint64 projectId);
     void txLinkClicked(qint64 txId);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     using Request = void (VoucherCard::*)(qint64 id);

@@ -12,6 +12,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int spacing = 12;
+// The focus ring has its place outside of the cards.
+constexpr int ring = 3;
 constexpr int rowStep = VoucherCard::cardHeight + spacing;
 
 int heightOf(int rows)
@@ -28,6 +30,7 @@ VoucherCardGrid::VoucherCardGrid(QWidget* parent)
     setAccessibleName(u"凭证卡片"_s);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFrameShape(QFrame::NoFrame);
+    setViewportMargins(ring, ring, ring, ring);
     verticalScrollBar()->setSingleStep(rowStep / 3);
     setWidget(new QWidget);
 }
@@ -56,13 +59,11 @@ void VoucherCardGrid::setMostRows(int rows)
     layOut();
 }
 
-void VoucherCardGrid::setUnlinkVisible(bool visible)
+void VoucherCardGrid::setUnlinkHint(const QString& hint)
 {
-    m_unlinkVisible = visible;
-    for (VoucherCard* card : m_shown)
-        card->setUnlinkVisible(visible);
-    for (VoucherCard* card : m_spare)
-        card->setUnlinkVisible(visible);
+    m_unlinkHint = hint;
+    for (auto* card : findChildren<VoucherCard*>())
+        card->setUnlinkHint(hint);
 }
 
 void VoucherCardGrid::resizeEvent(QResizeEvent* event)
@@ -81,13 +82,14 @@ void VoucherCardGrid::layOut()
 {
     // Whether the scroll bar shows must not change the columns, on which it depends.
     const int bar = verticalScrollBar()->sizeHint().width();
-    m_columns = std::max(1, (width() - bar + spacing) / (VoucherCard::narrowest + spacing));
+    const QSize whole = size() - QSize(2 * ring, 2 * ring);
+    m_columns = std::max(1, (whole.width() - bar + spacing) / (VoucherCard::narrowest + spacing));
     const int rows = (static_cast<int>(m_vouchers.size()) + m_columns - 1) / m_columns;
-    const bool scrolls = m_mostRows > 0 ? rows > m_mostRows : heightOf(rows) > height();
-    const int room = std::max(VoucherCard::narrowest, width() - (scrolls ? bar : 0));
+    const bool scrolls = m_mostRows > 0 ? rows > m_mostRows : heightOf(rows) > whole.height();
+    const int room = std::max(VoucherCard::narrowest, whole.width() - (scrolls ? bar : 0));
     m_cardWidth = (room - (m_columns - 1) * spacing) / m_columns;
     if (m_mostRows > 0)
-        setFixedHeight(heightOf(std::min(rows, m_mostRows)));
+        setFixedHeight(heightOf(std::min(rows, m_mostRows)) + 2 * ring);
     widget()->resize(room, heightOf(rows));
     fill();
 }
@@ -144,8 +146,10 @@ void VoucherCardGrid::recycle(int first, int end)
 VoucherCard* VoucherCardGrid::makeCard()
 {
     auto* card = new VoucherCard(widget());
-    card->setUnlinkVisible(m_unlinkVisible);
+    card->setUnlinkHint(m_unlinkHint);
     connect(card, &VoucherCard::previewRequested, this, &VoucherCardGrid::previewRequested);
+    connect(
+        card, &VoucherCard::quickPreviewRequested, this, &VoucherCardGrid::quickPreviewRequested);
     connect(card, &VoucherCard::folderRequested, this, &VoucherCardGrid::folderRequested);
     connect(card, &VoucherCard::editRequested, this, &VoucherCardGrid::editRequested);
     connect(card, &VoucherCard::deleteRequested, this, &VoucherCardGrid::deleteRequested);

@@ -17,16 +17,19 @@ public:
     explicit VoucherCardGrid(QWidget* parent = nullptr);
 
     void setVouchers(const QList<VoucherCardData>& vouchers);
+    const QList<VoucherCardData>& vouchers() const { return m_vouchers; }
     /// The vouchers shown; null for one that is not among them.
     const VoucherCardData* find(qint64 voucherId) const;
 
     /// Makes the grid as high as its cards, up to so many rows; 0, as it is at first, leaves the
     /// height to the layout around it.
     void setMostRows(int rows);
-    void setUnlinkVisible(bool visible);
+    /// What removing a link means here, for the tool tip of the button.
+    void setUnlinkHint(const QString& hint);
 
 signals:
     void previewRequested(qint64 id);
+    void quickPreviewRequested(qint64 id);
     void folderRequested(qint64 id);
     void editRequested(qint64 id);
     void deleteRequested(qint64 id);
@@ -52,5 +55,5 @@ private:
     int m_columns = 1;
     int m_cardWidth = 0;
     int m_mostRows = 0;
-    bool m_unlinkVisible = true;
+    QString m_unlinkHint;
 };

@@ -2,8 +2,7 @@
 
 #include <QAbstractButton>
 
-/// The picture of a voucher's file. A click on it means to see the file; the keyboard has the
-/// card's own button for that.
+/// The picture of a voucher's file. A click on it means to see the file at once, in the program.
 class VoucherThumbnail final : public QAbstractButton {
     Q_OBJECT
 

@@ -173,12 +173,12 @@ QString cannotWrite(const QString& path)
     return u"无法打开 PDF 输出文件：%1"_s.arg(path);
 }
 
-void printHtml(const QString& html, QWidget* parent)
+void printHtml(const QString& html, QWidget* parent, const QString& title)
 {
     QPrinter printer(QPrinter::PrinterResolution);
     usePageLayout(printer);
     QPrintDialog dialog(&printer, parent);
-    dialog.setWindowTitle(u"打印文书"_s);
+    dialog.setWindowTitle(title);
     if (dialog.exec() == QDialog::Accepted)
         print(html, printer);
 }

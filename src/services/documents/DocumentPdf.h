@@ -39,8 +39,10 @@ QString titleOf(const QString& path);
 /// What the user reads when a PDF cannot be written.
 QString cannotWrite(const QString& path);
 
-/// Asks for a printer and prints there; nothing happens when the user declines.
-void printHtml(const QString& html, QWidget* parent);
+/// Asks for a printer in a dialog of this title and prints there; nothing happens when the user
+/// declines.
+void printHtml(
+    const QString& html, QWidget* parent, const QString& title = QStringLiteral("打印文书"));
 /// A printer that is set to the page of documents.
 void usePageLayout(QPrinter& printer);
 /// Prints the pages, copies and order that the printer is set to, on its paper; no footer. False

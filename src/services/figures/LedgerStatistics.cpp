@@ -4,8 +4,9 @@
 #include "db/LedgerFiguresDao.h"
 #include "db/TransactionDao.h"
 #include "db/VoucherDao.h"
+#include "services/figures/ReadResult.h"
 
-#include <QHash>
+#include <QMap>
 
 #include <algorithm>
 #include <cmath>
@@ -25,13 +26,6 @@ void add(Totals& totals, Direction direction, qint64 count, qint64 fen)
     qint64& sideFen = direction == Direction::In ? totals.incomeFen : totals.expenseFen;
     totals.count = sum(totals.count, count);
     sideFen = sum(sideFen, fen);
-}
-
-// What a store that was fresh before the call has read; nothing when it failed.
-template <typename Store, typename Value>
-std::optional<Value> ifRead(const Store& store, const Value& value)
-{
-    return store.lastError().isEmpty() ? std::optional(value) : std::nullopt;
 }
 
 QString tenthsText(qint64 tenths)
@@ -81,15 +75,22 @@ DateRange lastTwelveMonths(QDate today)
 
 QList<MonthFigures> monthlySeriesOf(const QList<MonthSum>& sums, const DateRange& months)
 {
-    QHash<QDate, MonthFigures> known;
+    QMap<QDate, MonthFigures> known;
     for (const MonthSum& row : sums) {
         const QDate month = TextRules::dateFromText(row.month + u"-01"_s);
-        known.insert(month, { month, row.incomeFen, row.expenseFen });
+        if (month.isValid())
+            known.insert(month, { month, row.incomeFen, row.expenseFen });
     }
+    // An open end is where the entries begin or end.
+    DateRange shown = months;
+    if (!shown.from.isValid() && !known.isEmpty())
+        shown.from = known.firstKey();
+    if (!shown.to.isValid() && !known.isEmpty())
+        shown.to = known.lastKey();
     QList<MonthFigures> series;
-    if (!months.from.isValid() || !months.to.isValid())
+    if (!shown.from.isValid() || !shown.to.isValid())
         return series;
-    for (QDate month = rangeOf(Period::ThisMonth, months.from).from; month <= months.to;
+    for (QDate month = rangeOf(Period::ThisMonth, shown.from).from; month <= shown.to;
          month = month.addMonths(1))
         series += known.value(month, { month, 0, 0 });
     return series;

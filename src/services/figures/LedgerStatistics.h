@@ -51,7 +51,8 @@ struct MonthFigures {
 
 /// The twelve months that end with today's, as whole months.
 [[nodiscard]] DateRange lastTwelveMonths(QDate today);
-/// One row per month from the first to the last month of the range, zero where nothing moved.
+/// One row per month from the first to the last month of the range, zero where nothing moved. An
+/// open end is that of the sums.
 [[nodiscard]] QList<MonthFigures> monthlySeriesOf(
     const QList<MonthSum>& sums, const DateRange& months);
 

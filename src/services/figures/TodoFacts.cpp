@@ -66,7 +66,7 @@ Facts readFacts(QDate today)
     facts.today = today;
     facts.profile = profiles.load();
     facts.highRiskCount = entries.riskLevelCounts({}, {}).high;
-    facts.ownerFlows = entries.listShareholderFlows();
+    facts.ownerFlows = entries.shareholderFlowsToReview();
     facts.coveredIds = links.fundDecisionTransactionIds();
     facts.entriesLastYear = figures.entryCount(lastYear.from, lastYear.to);
     facts.hasAnnualDecisionLastYear = documents.existsAnnualForYear(lastYear.from.year());

@@ -21,7 +21,8 @@ struct Decision {
 struct Facts {
     QDate today;
     qint64 highRiskCount = 0;
-    /// Entries between company and owner, oldest first, with the decisions' coverage.
+    /// Entries between company and owner, oldest first, with the fields that the rules look at,
+    /// and the decisions' coverage.
     QList<Transaction> ownerFlows;
     QSet<qint64> coveredIds;
     CompanyProfile profile; // the thresholds

@@ -1,9 +1,11 @@
+#include "core/AppPaths.h"
 #include "db/ProfileDao.h"
 #include "db/TransactionDao.h"
 #include "pages/SettingsPage.h"
 #include "support/DatabaseTestCase.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
+#include "support/TestFile.h"
 #include "theme/Theme.h"
 #include "widgets/AmountField.h"
 #include "widgets/Banner.h"
@@ -147,6 +149,47 @@ private slots:
         page.refresh();
         QVERIFY(!page.findChild<QPushButton*>(u"editProfile"_s)->isEnabled());
         QVERIFY(page.findChild<Banner*>()->isVisible());
+    }
+
+    void aSectionIsLedTo_data()
+    {
+        QTest::addColumn<QString>("title");
+        addCase("profile", u"公司档案"_s);
+        addCase("backup", u"数据备份"_s);
+        addCase("selfcheck", u"自检与日志"_s);
+    }
+
+    void aSectionIsLedTo()
+    {
+        QFETCH(QString, title);
+        SettingsPage page;
+        page.resize(900, 300);
+        page.show();
+        page.activateWindow();
+        page.applyNavParams({ { u"section"_s, QString::fromUtf8(QTest::currentDataTag()) } });
+        page.refresh();
+        const auto focusedCard = [&page] {
+            const QWidget* widget = page.focusWidget();
+            while (widget && widget->objectName() != u"Card")
+                widget = widget->parentWidget();
+            return widget;
+        };
+        QTRY_VERIFY(focusedCard());
+        QCOMPARE(focusedCard()->accessibleName(), title);
+        const int top = focusedCard()->mapTo(&page, QPoint()).y();
+        QVERIFY2(top >= 0 && top <= 20, qPrintable(QString::number(top)));
+    }
+
+    void theSizesOfTheDataAreCounted()
+    {
+        for (int i = 0; i < 300; ++i)
+            QVERIFY(TestFile::put(
+                AppPaths::voucherAssetsDir() + u"/%1.pdf"_s.arg(i), QByteArray(1024, 'x')));
+        SettingsPage page;
+        page.refresh();
+        page.show();
+        QVERIFY(shows(page, AppPaths::dataDir()));
+        QTRY_VERIFY(shows(page, u"300.0 KB（300 个文件）"_s));
     }
 
     void thePasswordButtonsFollowItsState()

@@ -1,0 +1,55 @@
+#include "pages/settings/ThresholdCard.h"
+
+#include "db/ProfileDao.h"
+#include "dialogs/ThresholdForm.h"
+#include "services/risk/RiskService.h"
+#include "widgets/ButtonRole.h"
+#include "widgets/FormRows.h"
+#include "widgets/MessageBox.h"
+#include "widgets/Toast.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+ThresholdCard::ThresholdCard(QWidget* parent)
+    : SettingsCard(u"风险提醒标准"_s, parent)
+    , m_form(new ThresholdForm(this))
+{
+    setHint(u"保存后会按新的标准重新判断全部流水。"_s);
+    auto* rows = new FormRows;
+    m_form->addRows(rows);
+    body()->addLayout(rows);
+
+    QHBoxLayout* line = addButtonLine();
+    QPushButton* save = makeButton(u"保存标准"_s, ButtonRole::Primary, this);
+    QPushButton* defaults = makeButton(u"恢复默认"_s, ButtonRole::Default, this);
+    line->addWidget(save);
+    line->addWidget(defaults);
+    line->addStretch();
+    connect(save, &QPushButton::clicked, this, &ThresholdCard::onSave);
+    connect(defaults, &QPushButton::clicked, this, [this] { m_form->show(CompanyProfile()); });
+}
+
+void ThresholdCard::showProfile(const CompanyProfile& profile)
+{
+    m_form->show(profile);
+}
+
+void ThresholdCard::onSave()
+{
+    const std::optional<CompanyProfile> profile = readProfile();
+    if (!profile)
+        return;
+    ProfileDao profiles;
+    if (!profiles.save(m_form->edited(*profile))) {
+        MessageBox::warn(
+            this, u"保存失败"_s, u"风险提醒标准无法保存：%1"_s.arg(profiles.lastError()));
+        return;
+    }
+    RiskService().reevaluateAll();
+    emit profileChanged();
+    Toast::show(window(), u"标准已保存，风险已重算"_s);
+}

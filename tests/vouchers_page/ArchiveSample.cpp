@@ -1,0 +1,72 @@
+#include "vouchers_page/ArchiveSample.h"
+
+#include "core/AppPaths.h"
+#include "db/ProjectDao.h"
+#include "services/vouchers/VoucherService.h"
+#include "support/TestFile.h"
+
+#include <QBuffer>
+#include <QImage>
+#include <QPainter>
+#include <QPdfWriter>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QByteArray picture(int width, int height, const char* format)
+{
+    QImage image(width, height, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QBuffer buffer;
+    return image.save(&buffer, format) ? buffer.data() : QByteArray();
+}
+
+} // namespace
+
+namespace ArchiveSample {
+
+qint64 addProject(const QString& name)
+{
+    Project project;
+    project.name = name;
+    project.clientName = u"客户"_s;
+    return ProjectDao().insert(project) ? project.id : 0;
+}
+
+qint64 add(const QString& name, int day, qint64 projectId, const QList<qint64>& entries,
+    const QByteArray& content, const QString& extension)
+{
+    const QString path = AppPaths::dataDir() + u"/source."_s + extension;
+    if (!TestFile::put(path, content.isEmpty() ? picture(40, 20 + day, "PNG") : content))
+        return 0;
+    VoucherImportRequest request;
+    request.sourcePath = path;
+    request.name = name;
+    request.voucherType = VoucherType::Invoice;
+    request.voucherDate = QDate(2026, 1, day);
+    return VoucherService::importVoucher(request, projectId, entries).voucherId;
+}
+
+QByteArray jpeg(int width, int height)
+{
+    return picture(width, height, "JPG");
+}
+
+QByteArray pdf(int pages)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    writer.setPageSize(QPageSize(QPageSize::A4));
+    QPainter painter(&writer);
+    for (int page = 0; page < pages; ++page) {
+        if (page > 0)
+            writer.newPage();
+        painter.fillRect(0, 0, 1000, 1000, Qt::blue);
+    }
+    painter.end();
+    return buffer.data();
+}
+
+} // namespace ArchiveSample
