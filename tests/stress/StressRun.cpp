@@ -147,6 +147,19 @@ StressRun::Figures StressRun::run()
     return figures;
 }
 
+StressRun::Figures StressRun::runEveryStep()
+{
+    Figures figures;
+    for (auto job = m_extents.cbegin(); job != m_extents.cend(); ++job) {
+        for (int step = 1; step <= job->steps; ++step) {
+            reset();
+            const QStringList lines = disturb(job.key(), { .step = step }, job->seed, figures);
+            examine(lines, u"%1, call %2"_s.arg(codeOf(job.key()), QString::number(step)), figures);
+        }
+    }
+    return figures;
+}
+
 // The work writes to the standard output, where the system calls are not counted. With a patience
 // in microseconds the process is killed that long after it has said that it is ready.
 StressRun::Outcome StressRun::inChild(const Work& work, std::optional<int> patience)
@@ -221,7 +234,8 @@ StressRun::Extent StressRun::measure(Job job)
         tellLine(u"steps\t%1"_s.arg(FileFaults::disarm()));
     });
     return { .steps = numberOf(outcome.lines, u"steps"_s),
-        .microseconds = numberOf(outcome.lines, u"microseconds"_s) };
+        .microseconds = numberOf(outcome.lines, u"microseconds"_s),
+        .seed = seed };
 }
 
 StressRun::Outcome StressRun::disturbed(Job job, Moment moment, quint32 seed)
@@ -240,39 +254,49 @@ StressRun::Outcome StressRun::disturbed(Job job, Moment moment, quint32 seed)
     return inChild(work, moment.step > 0 ? std::nullopt : std::optional(moment.microseconds));
 }
 
+QStringList StressRun::disturb(Job job, Moment moment, quint32 seed, Figures& figures)
+{
+    const Outcome outcome = disturbed(job, moment, seed);
+    figures.kills[job] += outcome.killed ? 1 : 0;
+    figures.atSystemCalls += outcome.killed && moment.step > 0 ? 1 : 0;
+    figures.undisturbed += outcome.killed ? 0 : 1;
+    return outcome.lines;
+}
+
+void StressRun::examine(const QStringList& lines, const QString& title, Figures& figures)
+{
+    const StressCheck::Claims claims { lines, m_prepared };
+    const Outcome examined = inChild([&] {
+        tellFindings(StressCheck::examine(claims, StressJobs::backupTarget(m_root.path())));
+    });
+    const StressFindings found = findingsIn(examined.lines);
+    StressFindings& sums = figures.sums;
+    for (const QString& problem : found.problems)
+        sums.problems += title + u": "_s + problem;
+    sums.levelsRepaired += found.levelsRepaired;
+    sums.documentsRepaired += found.documentsRepaired;
+    sums.restoresRepaired += found.restoresRepaired;
+    sums.filesReported = qMax(sums.filesReported, found.filesReported);
+    sums.copiesReported = qMax(sums.copiesReported, found.copiesReported);
+    sums.unfinishedBackups += found.unfinishedBackups;
+    if (!found.problems.isEmpty())
+        reset();
+}
+
 void StressRun::round(int number, Figures& figures)
 {
     if (number % roundsPerLedger == 1)
         reset();
     const Job job = nextJob();
     QStringList lines;
-    const auto disturb = [&](Job which) {
+    const auto kill = [&](Job which) {
         const Moment moment = momentIn(m_extents.value(which));
-        const Outcome outcome = disturbed(which, moment, m_random.generate());
-        lines += outcome.lines;
-        figures.kills[which] += outcome.killed ? 1 : 0;
-        figures.atSystemCalls += outcome.killed && moment.step > 0 ? 1 : 0;
-        figures.undisturbed += outcome.killed ? 0 : 1;
+        lines += disturb(which, moment, m_random.generate(), figures);
     };
     if (job == Job::Start) {
         const std::array worthRepairing { Job::SaveEntry, Job::Regenerate, Job::Restore };
-        disturb(worthRepairing.at(m_random.bounded(quint32(worthRepairing.size()))));
+        kill(worthRepairing.at(m_random.bounded(quint32(worthRepairing.size()))));
     }
-    disturb(job);
-    const StressCheck::Claims claims { lines, m_prepared };
-    const Outcome examined = inChild([&] {
-        tellFindings(StressCheck::examine(claims, StressJobs::backupTarget(m_root.path())));
-    });
-    const StressFindings found = findingsIn(examined.lines);
-    for (const QString& problem : found.problems)
-        figures.sums.problems
-            += u"round %1, %2: %3"_s.arg(QString::number(number), codeOf(job), problem);
-    figures.sums.levelsRepaired += found.levelsRepaired;
-    figures.sums.documentsRepaired += found.documentsRepaired;
-    figures.sums.restoresRepaired += found.restoresRepaired;
-    figures.sums.filesReported = qMax(figures.sums.filesReported, found.filesReported);
-    figures.sums.copiesReported = qMax(figures.sums.copiesReported, found.copiesReported);
-    figures.sums.unfinishedBackups += found.unfinishedBackups;
-    if (!found.problems.isEmpty())
-        reset();
+    kill(job);
+    examine(lines, u"round %1, %2"_s.arg(QString::number(number), codeOf(job)), figures);
 }

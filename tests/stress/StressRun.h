@@ -33,12 +33,15 @@ public:
     /// The reason when the run could not begin.
     [[nodiscard]] QString prepare();
     [[nodiscard]] Figures run();
+    /// Every job once killed before each of its system calls that change files, on fresh data.
+    [[nodiscard]] Figures runEveryStep();
 
 private:
     // How long a job takes, for moments that lie within it.
     struct Extent {
         int steps = 0; // system calls that change files
         int microseconds = 0;
+        quint32 seed = 0; // of the measured job
     };
     struct Outcome {
         QStringList lines;
@@ -56,6 +59,8 @@ private:
     Moment momentIn(const Extent& extent);
     Extent measure(Job job);
     Outcome disturbed(Job job, Moment moment, quint32 seed);
+    QStringList disturb(Job job, Moment moment, quint32 seed, Figures& figures);
+    void examine(const QStringList& lines, const QString& title, Figures& figures);
     void round(int number, Figures& figures);
 
     Options m_options;

@@ -4,6 +4,7 @@
 //   stress --seconds 40                 as long as that
 //   stress --kills 2000 --seed 7        so many kills, from this seed
 //   stress --kills 200 --only restore   of one kind; a wrong name lists them
+//   stress --every-step                 each kind at each of its system calls, one after the other
 //
 // The exit status is 0 when nothing was lost, mixed or left half-done.
 
@@ -76,6 +77,7 @@ int main(int argc, char** argv)
     parser.addOptions({ { u"kills"_s, u"how many"_s, u"number"_s, u"0"_s },
         { u"seconds"_s, u"at most so long"_s, u"number"_s, u"0"_s },
         { u"seed"_s, u"of a run to repeat"_s, u"number"_s, QString::number(chance) },
+        { u"every-step"_s, u"at each system call in turn"_s },
         { u"only"_s, u"one kind: "_s + namesOfJobs(), u"kind"_s } });
     parser.addHelpOption();
     parser.process(app);
@@ -83,7 +85,9 @@ int main(int argc, char** argv)
         .seconds = parser.value(u"seconds"_s).toInt(),
         .seed = parser.value(u"seed"_s).toUInt(),
         .only = jobOf(parser.value(u"only"_s)) };
-    if ((parser.isSet(u"only"_s) && !options.only) || (options.kills == 0 && options.seconds == 0))
+    const bool everyStep = parser.isSet(u"every-step"_s);
+    const bool hasEnd = everyStep || options.kills > 0 || options.seconds > 0;
+    if (!hasEnd || (parser.isSet(u"only"_s) && !options.only))
         parser.showHelp(2);
 
     out() << "seed                     " << options.seed << Qt::endl;
@@ -92,7 +96,7 @@ int main(int argc, char** argv)
         out() << "cannot begin: " << problem << Qt::endl;
         return 2;
     }
-    const StressRun::Figures figures = run.run();
+    const StressRun::Figures figures = everyStep ? run.runEveryStep() : run.run();
     print(figures);
     const bool anyKill = !figures.kills.isEmpty();
     return anyKill && figures.sums.problems.isEmpty() ? 0 : 1;
