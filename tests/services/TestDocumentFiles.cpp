@@ -397,22 +397,26 @@ void TestDocumentFiles::leftoversOfACrashAreReportedAndLeftAlone()
 
 void TestDocumentFiles::anInterruptedRegenerationIsUndone_data()
 {
-    // What lies at the PDF's place, and whether the former PDF takes it.
+    // What lies at the PDF's place, and whether the former file takes it.
+    QTest::addColumn<bool>("formerIsScan");
     QTest::addColumn<QString>("inPlace");
     QTest::addColumn<bool>("undone");
-    QTest::newRow("before the row was committed") << u"new"_s << true;
-    QTest::newRow("and the PDF is gone") << u"nothing"_s << true;
-    QTest::newRow("before the PDF was replaced") << u"former"_s << false;
-    QTest::newRow("after the commit") << u"committed"_s << false;
-    QTest::newRow("and a signed copy was scanned over it since") << u"scan"_s << false;
+    QTest::newRow("before the row was committed") << false << u"new"_s << true;
+    QTest::newRow("the same over a signed copy") << true << u"new"_s << true;
+    QTest::newRow("after the commit, over a signed copy") << true << u"committed"_s << false;
+    QTest::newRow("and the PDF is gone") << false << u"nothing"_s << true;
+    QTest::newRow("before the PDF was replaced") << false << u"former"_s << false;
+    QTest::newRow("after the commit") << false << u"committed"_s << false;
+    QTest::newRow("and a signed copy was scanned over it since") << false << u"scan"_s << false;
 }
 
 void TestDocumentFiles::anInterruptedRegenerationIsUndone()
 {
+    QFETCH(bool, formerIsScan);
     QFETCH(QString, inPlace);
     QFETCH(bool, undone);
     const DocumentResult result = generateFund();
-    const QByteArray former = bytesOf(fundPath());
+    const QByteArray former = formerIsScan ? "%PDF-1.4 signed" : bytesOf(fundPath());
     const QString html = DocumentDao().findById(result.docId)->contentHtml;
     QCOMPARE(TestDatabase::run({ u"UPDATE transactions SET summary = '改过的摘要'"_s }), QString());
     QVERIFY(DocumentService().regenerate(result.docId).ok);

@@ -19,6 +19,9 @@ QList<qint64> vouchersOf(qint64 entryId);
 QString linksNote(QList<qint64> entryIds);
 QList<qint64> entriesOf(qint64 voucherId);
 
+/// What the owner scans over a document's PDF.
+QByteArray signedCopy();
+
 QString digest(const QByteArray& bytes);
 
 /// One line for all that a restore exchanges, without what an evaluation writes.

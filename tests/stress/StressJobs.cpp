@@ -5,6 +5,7 @@
 #include "db/TransactionDao.h"
 #include "db/VoucherDao.h"
 #include "services/backup/BackupService.h"
+#include "services/documents/DocumentFiles.h"
 #include "services/documents/DocumentService.h"
 #include "services/DocumentSamples.h"
 #include "services/entries/EntryService.h"
@@ -151,6 +152,12 @@ void StressJobs::provideFor(Job job)
     if ((job == Job::Regenerate || job == Job::DeleteDocument)
         && DocumentDao().listWithoutContent().isEmpty())
         generate();
+    // Put aside when it is regenerated, and nothing may happen to it on the way.
+    if (job == Job::Regenerate && m_random.bounded(3) == 0) {
+        const DocumentRecord document = DocumentDao().list().first();
+        if (!TestFile::put(DocumentFiles::ownFile(document), StressFacts::signedCopy()))
+            tellRefused(u"scan"_s, {});
+    }
 }
 
 void StressJobs::run(Job job)

@@ -151,6 +151,8 @@ StressRun::Figures StressRun::runEveryStep()
 {
     Figures figures;
     for (auto job = m_extents.cbegin(); job != m_extents.cend(); ++job) {
+        if (m_options.only && job.key() != *m_options.only)
+            continue;
         for (int step = 1; step <= job->steps; ++step) {
             reset();
             const QStringList lines = disturb(job.key(), { .step = step }, job->seed, figures);

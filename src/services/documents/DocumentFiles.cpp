@@ -50,17 +50,33 @@ std::optional<QList<DocumentRecord>> allRows()
     return rows;
 }
 
-// The former PDFs that interrupted regenerations left beside this file.
+// What interrupted regenerations left of this file, the latest first.
 QStringList formersOf(const QString& path)
 {
     const QFileInfo info(path);
     QStringList formers;
     const QDir folder(info.absolutePath());
-    for (const QString& name : folder.entryList({ u"*.old"_s }, QDir::Files, QDir::Name)) {
+    for (const QString& name : folder.entryList({ u"*.old"_s }, QDir::Files, QDir::Time)) {
         if (name.startsWith(info.fileName()))
             formers += folder.filePath(name);
     }
     return formers;
+}
+
+// Which of them belongs back: the PDF of the stored text, or else, from under another PDF, what the
+// program never made.
+QString formerOf(const DocumentRecord& record, const QString& path)
+{
+    const QStringList formers = formersOf(path);
+    const auto find = [&](const auto& isWanted) {
+        const auto found = std::find_if(formers.begin(), formers.end(), isWanted);
+        return found == formers.end() ? QString() : *found;
+    };
+    const QString stored = find(
+        [&](const QString& former) { return DocumentPdf::isOf(former, record.contentHtml); });
+    return stored.isEmpty() && QFileInfo::exists(path)
+        ? find([](const QString& former) { return !DocumentPdf::isUntouched(former); })
+        : stored;
 }
 
 bool putBack(const QString& former, const QString& path)
@@ -81,15 +97,13 @@ void repairFileOf(const DocumentRecord& record)
     const bool isOurs = !QFileInfo::exists(path) || DocumentPdf::isUntouched(path);
     if (!isOurs || DocumentPdf::isOf(path, record.contentHtml) || isNamedByOther(path, record.id))
         return;
-    for (const QString& former : formersOf(path)) {
-        if (!DocumentPdf::isOf(former, record.contentHtml))
-            continue;
-        if (putBack(former, path))
-            qInfo("Interrupted regeneration undone: %s", qUtf8Printable(path));
-        else
-            qWarning("Former PDF not put back: %s", qUtf8Printable(former));
+    const QString former = formerOf(record, path);
+    if (former.isEmpty())
         return;
-    }
+    if (putBack(former, path))
+        qInfo("Interrupted regeneration undone: %s", qUtf8Printable(path));
+    else
+        qWarning("Former PDF not put back: %s", qUtf8Printable(former));
 }
 
 } // namespace

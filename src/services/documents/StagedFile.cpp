@@ -83,9 +83,9 @@ bool StagedFile::saveFormer(Former former)
         return false;
     m_former = former;
     // A copy in either case: moved away, the path would be without a file until the new one comes.
+    // Under this name a crash before the commit shows that it belongs back.
     QFile file(m_path);
-    const QString formerPath
-        = former == Former::PutAside ? asidePath(m_path) : freePath(m_path, u".old"_s);
+    const QString formerPath = freePath(m_path, u".old"_s);
     if (!file.open(QIODevice::ReadOnly))
         return false;
     const QByteArray bytes = file.readAll();
@@ -99,9 +99,12 @@ void StagedFile::keep()
 {
     if (!m_formerPath.isEmpty() && m_former == Former::Replaced && !QFile::remove(m_formerPath))
         qWarning("Former file not removed: %s", qUtf8Printable(m_formerPath));
-    if (!m_formerPath.isEmpty() && m_former == Former::PutAside)
-        qWarning(
-            "A file that is not this document was put aside: %s", qUtf8Printable(m_formerPath));
+    if (!m_formerPath.isEmpty() && m_former == Former::PutAside) {
+        const QString aside = asidePath(m_path);
+        const bool renamed = renameOver(m_formerPath, aside);
+        qWarning("A file that is not this document was put aside: %s",
+            qUtf8Printable(renamed ? aside : m_formerPath));
+    }
     m_formerPath.clear();
     m_inPlace = false;
 }
