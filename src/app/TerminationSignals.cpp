@@ -21,6 +21,11 @@ void wakeEventLoop(int)
 
 } // namespace
 
+void TerminationSignals::ignoreBrokenPipes()
+{
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
 TerminationSignals::TerminationSignals(QObject* parent)
     : QObject(parent)
 {
@@ -49,6 +54,8 @@ TerminationSignals::~TerminationSignals()
 }
 
 #else
+
+void TerminationSignals::ignoreBrokenPipes() { }
 
 TerminationSignals::TerminationSignals(QObject* parent)
     : QObject(parent)

@@ -13,6 +13,10 @@ class TerminationSignals final : public QObject {
     Q_OBJECT
 
 public:
+    /// Whoever started the program may be gone with the other end of its standard error: a line
+    /// that is written there must not end the program. Belongs before anything that may warn.
+    static void ignoreBrokenPipes();
+
     explicit TerminationSignals(QObject* parent = nullptr);
     ~TerminationSignals() override;
 

@@ -61,7 +61,7 @@ Card* AnnualForm::buildYearCard()
     m_year->setSuffix(u" 年"_s);
     m_date = new DateEditor(DateEditor::Empty::Forbidden, card);
     m_date->setObjectName(u"decisionDate"_s);
-    m_date->setDate(QDate::currentDate());
+    m_date->setToday();
     rows->addRow(u"决定年份"_s, m_year, Required::Yes);
     rows->addRow(u"决定日期"_s, m_date, Required::Yes);
     card->body()->addLayout(rows);
@@ -215,6 +215,6 @@ void AnnualForm::prepareNext()
     m_profit->setAmountFen(0);
     m_method->setCurrentIndex(0);
     m_others->clear();
-    m_date->setDate(QDate::currentDate());
+    m_date->setToday();
     showExisting();
 }
