@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int lookEveryMs = 10;
-constexpr int patienceMs = 20'000;
+constexpr int patienceMs = 60'000;
 
 QString describe(const QDialog& dialog)
 {

@@ -2,6 +2,7 @@
 
 #include "app/MainWindow.h"
 #include "app/SelfCheckStart.h"
+#include "app/TerminationSignals.h"
 #include "core/AppPaths.h"
 #include "core/Logger.h"
 #include "db/DatabaseManager.h"
@@ -65,6 +66,9 @@ int Startup::run()
              &Startup::passWizard, &Startup::passPassword }) {
         if (const Verdict verdict = (this->*gate)())
             return *verdict;
+        // The loop of a gate may have ended by itself in the same moment.
+        if (TerminationSignals::haveCome())
+            return declined;
     }
     return showWindow();
 }

@@ -17,6 +17,10 @@ public:
     /// that is written there must not end the program. Belongs before anything that may warn.
     static void ignoreBrokenPipes();
 
+    /// Whether one has been seen by an event loop. That loop ends; whoever would start another one
+    /// has to ask first, or the wish is forgotten.
+    [[nodiscard]] static bool haveCome();
+
     explicit TerminationSignals(QObject* parent = nullptr);
     ~TerminationSignals() override;
 
