@@ -24,6 +24,8 @@ private slots:
     void filesOfOtherRowsAreNeverTouched();
     void aFolderAtThePlaceOfThePdfIsLeftAlone();
     void leftoversOfACrashAreReportedAndLeftAlone();
+    void anInterruptedRegenerationIsUndone_data();
+    void anInterruptedRegenerationIsUndone();
     void aMissingExportsFolderIsMade();
     void theOwnFileComesFirst();
     void aCopyNeverTouchesTheOriginal();

@@ -29,4 +29,10 @@ bool isNamedByOther(const QString& path, qint64 id);
 /// the rows cannot be read.
 QStringList filesWithoutRow();
 
+/// Undoes regenerations that a crash cut off between the new PDF and its row: where the own file of
+/// a document is missing or a PDF of another text, and a `.old` beside it shows the stored text or
+/// is a signed copy, that one takes its place again. What lay there is put aside and kept; a signed
+/// copy in its place stays there. Belongs after the opening of the database.
+void repair();
+
 } // namespace DocumentFiles
