@@ -78,13 +78,19 @@ QFrame* MainWindow::buildTopBar()
     auto* mark = new QLabel(bar);
     mark->setPixmap(Logo::pixmap(24, devicePixelRatioF()));
     m_productTitle = new QLabel(u"Brixa"_s, bar);
-    m_dataState = new QLabel(bar);
-    m_dataState->setTextFormat(Qt::RichText);
+    m_stateDot = new QLabel(bar);
+    m_stateDot->setTextFormat(Qt::RichText);
+    m_dataState = new QLabel(u"数据状态：本地离线 "_s, bar);
+    m_dataState->setTextFormat(Qt::PlainText);
     m_dataState->setAccessibleName(u"数据状态：本地离线"_s);
     layout->addWidget(mark);
     layout->addWidget(m_productTitle);
     layout->addStretch();
-    layout->addWidget(m_dataState);
+    auto* state = new QHBoxLayout;
+    state->setSpacing(6);
+    state->addWidget(m_stateDot);
+    state->addWidget(m_dataState);
+    layout->addLayout(state);
     return bar;
 }
 
@@ -241,7 +247,9 @@ void MainWindow::showHeaderActions(IPage* page)
 void MainWindow::refreshStatusBar()
 {
     m_dataPath->setText(u"数据路径：%1"_s.arg(AppPaths::databasePath()));
-    const QString lastBackup = ProfileDao().load().lastBackupAt;
+    const std::optional<CompanyProfile> profile = ProfileDao().find();
+    // What cannot be read is not taken for a backup that was never made.
+    const QString lastBackup = profile ? profile->lastBackupAt : u"—"_s;
     m_lastBackup->setText(
         lastBackup.isEmpty() ? u"最近备份：未备份"_s : u"最近备份：%1"_s.arg(lastBackup));
 }
@@ -258,9 +266,10 @@ void MainWindow::applyTheme()
     m_productTitle->setStyleSheet(
         u"QLabel { background: transparent; border: none; font-size: 16px; font-weight: bold; "
         "color: %1; }"_s.arg(theme.hex(Token::TextPrimary)));
-    m_dataState->setStyleSheet(smallLabelStyle(Token::TextSecondary));
-    m_dataState->setText(u"<span style=\"color: %1; font-weight: bold;\">●</span>"
-                         "数据状态：本地离线 "_s.arg(theme.hex(Token::StateOnline)));
+    for (QLabel* label : { m_stateDot, m_dataState })
+        label->setStyleSheet(smallLabelStyle(Token::TextSecondary));
+    m_stateDot->setText(u"<span style=\"color: %1; font-weight: bold;\">●</span>"_s.arg(
+        theme.hex(Token::StateOnline)));
     for (QLabel* label : { static_cast<QLabel*>(m_dataPath), m_lastBackup, m_notice })
         label->setStyleSheet(smallLabelStyle(Token::TextTertiary));
 }

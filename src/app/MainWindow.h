@@ -50,6 +50,7 @@ private:
     int m_pageWhenPressed = -1;
     QButtonGroup* m_navButtons = nullptr;
     QLabel* m_productTitle = nullptr;
+    QLabel* m_stateDot = nullptr;
     QLabel* m_dataState = nullptr;
     QLabel* m_pageTitle = nullptr;
     QHBoxLayout* m_actionLayout = nullptr;

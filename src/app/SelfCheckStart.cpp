@@ -22,7 +22,8 @@ SelfCheckStart::SelfCheckStart(MainWindow* window)
 {
     SelfCheck::instance().setWindowSuite({ u"页面切换"_s, checkPageSwitching });
     m_timer.setSingleShot(true);
-    connect(&m_timer, &QTimer::timeout, this, &SelfCheckStart::run);
+    connect(&m_timer, &QTimer::timeout, this, &SelfCheckStart::advance);
+    connect(&SelfCheck::instance(), &SelfCheck::finished, this, &SelfCheckStart::onFinished);
     window->installEventFilter(this);
 }
 
@@ -35,14 +36,19 @@ bool SelfCheckStart::eventFilter(QObject* watched, QEvent* event)
     return QObject::eventFilter(watched, event);
 }
 
-void SelfCheckStart::run()
+void SelfCheckStart::advance()
 {
-    if (QApplication::activeModalWidget()) {
-        m_timer.start(retryMs);
-        return;
-    }
-    const SelfCheckReport report = SelfCheck::instance().run();
+    m_timer.start(QApplication::activeModalWidget() ? retryMs : 0);
+    if (!QApplication::activeModalWidget())
+        SelfCheck::instance().advance();
+}
+
+void SelfCheckStart::onFinished()
+{
+    // Also when the user was quicker and had everything checked at once.
+    m_timer.stop();
+    disconnect(&SelfCheck::instance(), nullptr, this, nullptr);
     // The dashboard tells of the faults; the other pages learn of them when they are opened.
-    if (report.failures() > 0 && m_window->currentPage() == PageId::Dashboard)
+    if (SelfCheck::lastResult().failures() > 0 && m_window->currentPage() == PageId::Dashboard)
         m_window->refreshCurrent();
 }

@@ -5,8 +5,9 @@
 
 class MainWindow;
 
-/// Runs the self-check once, shortly after a window has been painted for the first time. Waits
-/// while a dialog is open: what runs behind it may have the database in its hands.
+/// Runs the self-check once, shortly after a window has been painted for the first time: one suite
+/// after the other, between what the user does. Waits while a dialog is open: what runs behind it
+/// may have the database in its hands.
 class SelfCheckStart final : public QObject {
     Q_OBJECT
 
@@ -17,7 +18,8 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void run();
+    void advance();
+    void onFinished();
 
     MainWindow* m_window;
     QTimer m_timer;

@@ -11,8 +11,8 @@
 #include "pages/settings/SelfCheckCard.h"
 #include "pages/settings/ThresholdCard.h"
 #include "widgets/Banner.h"
+#include "widgets/ScrollColumn.h"
 
-#include <QScrollArea>
 #include <QScrollBar>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -27,17 +27,14 @@ constexpr int spacing = 16;
 
 SettingsPage::SettingsPage(QWidget* parent)
     : IPage(u"系统设置"_s, parent)
-    , m_scroll(new QScrollArea(this))
+    , m_scroll(new ScrollColumn(this))
 {
     setObjectName(u"SettingsPage"_s);
-    auto* content = new QWidget;
-    auto* column = new QVBoxLayout(content);
-    column->setContentsMargins(24, 20, 24, 24);
-    column->setSpacing(spacing);
-    m_unreadable = new Banner(BannerKind::Danger, content);
+    QVBoxLayout* column = m_scroll->column();
+    m_unreadable = new Banner(BannerKind::Danger, this);
     m_unreadable->hide();
     column->addWidget(m_unreadable);
-    m_stored = new QWidget(content);
+    m_stored = new QWidget(this);
     auto* stored = new QVBoxLayout(m_stored);
     stored->setContentsMargins(0, 0, 0, 0);
     stored->setSpacing(spacing);
@@ -48,8 +45,6 @@ SettingsPage::SettingsPage(QWidget* parent)
         column->addWidget(card);
     column->addStretch();
 
-    m_scroll->setWidgetResizable(true);
-    m_scroll->setWidget(content);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_scroll);

@@ -8,7 +8,7 @@
 #include <optional>
 
 class Banner;
-class QScrollArea;
+class ScrollColumn;
 class SettingsCard;
 
 /// What the owner can set and look after, a card for each subject: company profile, thresholds of
@@ -35,7 +35,7 @@ private:
 
     Banner* m_unreadable = nullptr;
     QWidget* m_stored = nullptr; // everything that rests on the stored profile
-    QScrollArea* m_scroll = nullptr;
+    ScrollColumn* m_scroll;
     QList<SettingsCard*> m_cards;
     QMap<QString, SettingsCard*> m_sections;
     SettingsCard* m_wanted = nullptr;

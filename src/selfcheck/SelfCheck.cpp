@@ -8,6 +8,8 @@
 
 #include <QElapsedTimer>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -81,20 +83,32 @@ void SelfCheck::setWindowSuite(const Suite& suite)
 
 SelfCheckReport SelfCheck::run()
 {
-    SelfCheckReport report;
-    for (const Suite& suite : dataSuites())
-        report.suites += resultOf(suite);
-    log("Data self-check result:\n%s", report.suites);
-    if (m_windowSuite.check) {
-        const QList<SelfCheckResult> windows { resultOf(m_windowSuite) };
-        log("UI self-check result:\n%s", windows);
-        report.suites += windows;
-    }
-    report.finishedAt = QDateTime::currentDateTime();
-    m_last = report;
-    SelfCheckState::setFailed(report.failures() > 0);
+    m_running = {};
+    while (!advance()) { }
+    return m_last;
+}
+
+bool SelfCheck::advance()
+{
+    const QList<Suite>& data = dataSuites();
+    const qsizetype done = m_running.suites.size();
+    m_running.suites += resultOf(done < data.size() ? data.at(done) : m_windowSuite);
+    const qsizetype all = data.size() + (m_windowSuite.check ? 1 : 0);
+    if (m_running.suites.size() < all)
+        return false;
+    conclude();
+    return true;
+}
+
+void SelfCheck::conclude()
+{
+    m_last = std::exchange(m_running, {});
+    m_last.finishedAt = QDateTime::currentDateTime();
+    log("Data self-check result:\n%s", m_last.suites.first(dataSuites().size()));
+    if (m_windowSuite.check)
+        log("UI self-check result:\n%s", m_last.suites.last(1));
+    SelfCheckState::setFailed(m_last.failures() > 0);
     emit finished();
-    return report;
 }
 
 SelfCheckReport SelfCheck::lastResult()

@@ -29,6 +29,10 @@ public:
     /// Runs every suite, logs the reports, and tells the rest of the program.
     SelfCheckReport run();
 
+    /// Runs the next suite alone, so that the window can answer between them. Whether it was the
+    /// last one, with which the check is complete.
+    bool advance();
+
     /// Of the last run since the start of the program.
     static SelfCheckReport lastResult();
 
@@ -37,7 +41,9 @@ signals:
 
 private:
     SelfCheck() = default;
+    void conclude();
 
+    SelfCheckReport m_running;
     SelfCheckReport m_last;
     Suite m_windowSuite;
 };

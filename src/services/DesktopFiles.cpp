@@ -59,6 +59,14 @@ bool showInFolder(QWidget* parent, const QString& path)
         || openInDesktop(parent, QFileInfo(path).absolutePath());
 }
 
+bool openFolder(QWidget* parent, const QString& path)
+{
+    if (QFileInfo(path).isDir())
+        return openInDesktop(parent, path);
+    warn(parent, u"文件夹缺失"_s, u"文件夹不存在：\n%1"_s.arg(QDir::toNativeSeparators(path)));
+    return false;
+}
+
 void warn(QWidget* parent, const QString& title, const QString& text)
 {
     QMessageBox box(parent);

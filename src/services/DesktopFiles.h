@@ -4,8 +4,8 @@
 
 class QWidget;
 
-/// Hands files of ours to the desktop. Each function tells in a box of its own why it could not,
-/// and returns whether it could.
+/// Hands files and folders of ours to the desktop. Each function tells in a box of its own why it
+/// could not, and returns whether it could.
 namespace DesktopFiles {
 
 /// Opens the picture or PDF with the desktop's program for its type. Other files are not opened:
@@ -14,6 +14,9 @@ bool openFile(QWidget* parent, const QString& path);
 
 /// Shows the file selected in the file manager, or its folder where there is no "explorer.exe".
 bool showInFolder(QWidget* parent, const QString& path);
+
+/// Opens a folder in the file manager.
+bool openFolder(QWidget* parent, const QString& path);
 
 /// The box in which the services tell what cannot be shown.
 void warn(QWidget* parent, const QString& title, const QString& text);

@@ -2,6 +2,7 @@
 
 #include "theme/Theme.h"
 #include "widgets/RowDelegate.h"
+#include "widgets/TableHeader.h"
 
 #include <QCalendarWidget>
 #include <QHeaderView>
@@ -32,6 +33,7 @@ namespace ViewStyle {
 void setUpTable(QTableView* table, const QString& accessibleName)
 {
     table->setAccessibleName(accessibleName);
+    table->setHorizontalHeader(new TableHeader(table));
     table->setItemDelegate(new RowDelegate(table));
     table->setAlternatingRowColors(true);
     table->setSelectionBehavior(QAbstractItemView::SelectRows);

@@ -176,7 +176,9 @@ void DashboardPage::connectLists()
     connect(m_recent, &ListCard::rowTriggered, this, [this](int row) {
         goTo({ PageId::Ledger, { { u"txId"_s, m_figures.recent->at(row).id } } });
     });
-    connect(m_recent, &ListCard::linkTriggered, this, [this] { goTo({ PageId::Ledger, {} }); });
+    connect(m_recent, &ListCard::linkTriggered, this, [this] {
+        goTo({ PageId::Ledger, { { u"all"_s, true } } });
+    });
     connect(m_projects, &ListCard::rowTriggered, this, [this](int row) {
         goTo({ PageId::Projects, { { u"projectId"_s, m_figures.projects->at(row).id } } });
     });

@@ -54,7 +54,8 @@ RowButton::Content todoRow(const TodoList::Item& item)
     return { .icon = codeOf(kind),
         .iconColour = textTokenOf(kind),
         .title = item.title,
-        .text = item.text };
+        .text = item.text,
+        .name = u"%1：%2"_s.arg(labelOf(kind), item.title) };
 }
 
 Destination destinationOf(const TodoList::Item& item)

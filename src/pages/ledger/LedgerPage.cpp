@@ -168,7 +168,7 @@ void LedgerPage::applyNavParams(const NavParams& params)
     const LedgerScope asked = LedgerScope::of(params);
     // What an earlier request put into the fields goes with it; a request for a single entry
     // leaves alone what the user typed.
-    if (asked.restricts() || m_scope.restricts())
+    if (asked.all || asked.restricts() || m_scope.restricts())
         m_filters->clear();
     m_scope = asked;
     if (asked.risk)

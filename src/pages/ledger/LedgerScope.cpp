@@ -31,6 +31,7 @@ LedgerScope LedgerScope::of(const NavParams& params)
     for (const QVariant& id : ids)
         scope.entryIds += id.toLongLong();
     scope.selectedId = params.value(u"txId"_s).toLongLong();
+    scope.all = params.value(u"all"_s).toBool();
     return scope;
 }
 

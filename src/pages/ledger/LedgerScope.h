@@ -10,7 +10,8 @@
 
 /// What another page wants the ledger to show, read from the parameters of its request: "risk"
 /// and "category" (codes), "projectId", "dateFrom" and "dateTo" (dates), "txIds" (the only entries
-/// to show) and "txId" (the entry to select). What is missing does not restrict.
+/// to show), "txId" (the entry to select) and "all" (true: every entry, whatever was filtered
+/// before). What is missing does not restrict.
 struct LedgerScope {
     std::optional<RiskLevel> risk;
     std::optional<Category> category;
@@ -18,6 +19,7 @@ struct LedgerScope {
     qint64 projectId = 0;
     QSet<qint64> entryIds;
     qint64 selectedId = 0;
+    bool all = false;
 
     /// Unknown codes and numbers that no row has count as missing.
     static LedgerScope of(const NavParams& params);

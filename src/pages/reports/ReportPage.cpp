@@ -256,6 +256,9 @@ void ReportPage::openLedger(NavParams params)
         params.insert(u"dateFrom"_s, m_report->range.from);
     if (m_report->range.to.isValid())
         params.insert(u"dateTo"_s, m_report->range.to);
+    // The total of all days: without parameters the ledger would keep its earlier filters.
+    if (params.isEmpty())
+        params.insert(u"all"_s, true);
     emit navigateRequested(PageId::Ledger, params);
 }
 

@@ -4,6 +4,7 @@
 #include "db/ProfileDao.h"
 #include "dialogs/RestorePreviewDialog.h"
 #include "services/backup/BackupService.h"
+#include "services/DesktopFiles.h"
 #include "services/figures/DashboardBanners.h"
 #include "widgets/Banner.h"
 #include "widgets/BusyNotice.h"
@@ -108,7 +109,7 @@ void BackupCard::onBackUp()
     if (!result.message.isEmpty())
         text += u"\n\n"_s + result.message;
     if (MessageBox::ask(this, u"备份完成"_s, text, u"打开文件夹"_s, u"关闭"_s))
-        openFolder(result.folder);
+        DesktopFiles::openFolder(this, result.folder);
     Toast::show(window(), u"数据备份完成"_s);
 }
 

@@ -1,6 +1,7 @@
 #include "pages/settings/DataFolderCard.h"
 
 #include "core/AppPaths.h"
+#include "services/DesktopFiles.h"
 #include "services/FolderSize.h"
 #include "services/vouchers/VoucherService.h"
 #include "widgets/ButtonRole.h"
@@ -28,7 +29,8 @@ DataFolderCard::DataFolderCard(QWidget* parent)
     setHint(u"全部数据都在这个文件夹里，请勿手工移动、改名或删除其中的文件。"_s);
     QPushButton* open = makeButton(u"打开数据目录"_s, ButtonRole::Default, this);
     addHeadWidget(open);
-    connect(open, &QPushButton::clicked, this, [this] { openFolder(AppPaths::dataDir()); });
+    connect(open, &QPushButton::clicked, this,
+        [this] { DesktopFiles::openFolder(this, AppPaths::dataDir()); });
 
     m_path->setObjectName(u"dataFolderPath"_s);
     m_layout->setHorizontalSpacing(24);

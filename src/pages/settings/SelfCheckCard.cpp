@@ -3,6 +3,7 @@
 #include "core/AppPaths.h"
 #include "core/TextRules.h"
 #include "selfcheck/SelfCheck.h"
+#include "services/DesktopFiles.h"
 #include "services/FolderSize.h"
 #include "services/vouchers/VoucherService.h"
 #include "theme/ThemeTokens.h"
@@ -63,7 +64,8 @@ SelfCheckCard::SelfCheckCard(QWidget* parent)
     setTabOrder(m_details, logs);
     connect(run, &QPushButton::clicked, this, &SelfCheckCard::onRun);
     connect(m_details, &QPushButton::clicked, this, &SelfCheckCard::onToggleDetails);
-    connect(logs, &QPushButton::clicked, this, [this] { openFolder(AppPaths::logsDir()); });
+    connect(logs, &QPushButton::clicked, this,
+        [this] { DesktopFiles::openFolder(this, AppPaths::logsDir()); });
     connect(&SelfCheck::instance(), &SelfCheck::finished, this, &SelfCheckCard::refresh);
 }
 

@@ -1,13 +1,9 @@
 #include "pages/settings/SettingsCard.h"
 
 #include "db/ProfileDao.h"
-#include "widgets/MessageBox.h"
 
-#include <QDesktopServices>
-#include <QDir>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QUrl>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -66,11 +62,4 @@ std::optional<CompanyProfile> SettingsCard::readProfile()
     if (!profile)
         emit profileChanged();
     return profile;
-}
-
-void SettingsCard::openFolder(const QString& path)
-{
-    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(path)))
-        MessageBox::warn(this, u"无法打开"_s,
-            u"系统缺少可打开文件夹的程序：\n%1"_s.arg(QDir::toNativeSeparators(path)));
 }

@@ -41,7 +41,4 @@ protected:
 
     /// The profile as it is stored now; the page is told when it cannot be read.
     std::optional<CompanyProfile> readProfile();
-
-    /// Opens a folder in the file manager; says so when there is none.
-    void openFolder(const QString& path);
 };

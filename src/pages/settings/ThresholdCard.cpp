@@ -21,7 +21,11 @@ ThresholdCard::ThresholdCard(QWidget* parent)
     setHint(u"保存后会按新的标准重新判断全部流水。"_s);
     auto* rows = new FormRows;
     m_form->addRows(rows);
-    body()->addLayout(rows);
+    // Fields for short numbers need not be as wide as the window.
+    auto* part = new QHBoxLayout;
+    part->addLayout(rows, 3);
+    part->addStretch(2);
+    body()->addLayout(part);
 
     QHBoxLayout* line = addButtonLine();
     QPushButton* save = makeButton(u"保存标准"_s, ButtonRole::Primary, this);
