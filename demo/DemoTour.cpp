@@ -306,7 +306,8 @@ Problem DemoTour::visitPage(const TourStops::PageStop& stop)
             return problem;
     }
     leaveFocus();
-    return m_pictures.take(*m_window, stop.picture);
+    const Problem problem = m_pictures.take(*m_window, stop.picture);
+    return problem || !stop.leave ? problem : stop.leave();
 }
 
 Problem DemoTour::visitDialog(const TourStops::DialogStop& stop)

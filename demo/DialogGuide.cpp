@@ -1,5 +1,7 @@
 #include "DialogGuide.h"
 
+#include "widgets/BusyNotice.h"
+
 #include <QApplication>
 #include <QLabel>
 #include <QStringList>
@@ -11,7 +13,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int lookEveryMs = 10;
-constexpr int patienceMs = 20'000;
+constexpr int patienceMs = 60'000;
 
 QString describe(const QDialog& dialog)
 {
@@ -47,7 +49,8 @@ Problem DialogGuide::takeProblem()
 void DialogGuide::look()
 {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (!dialog || !dialog->isVisible())
+    // A notice of work that goes on asks for nothing and goes by itself.
+    if (!dialog || !dialog->isVisible() || qobject_cast<BusyNotice*>(dialog))
         return;
     m_visited.removeIf([](const QPointer<QDialog>& each) { return each.isNull(); });
     if (!m_visited.contains(dialog)) {

@@ -1,14 +1,16 @@
 #include "TourStops.h"
 
-#include "app/MainWindow.h"
 #include "core/Codes.h"
-#include "dialogs/LoginDialog.h"
+#include "db/DocumentDao.h"
+#include "db/TransactionDao.h"
 #include "Hands.h"
 #include "pages/IPage.h"
-#include "services/Password.h"
+#include "services/documents/DocumentService.h"
+#include "widgets/AmountField.h"
 
-#include <QItemSelectionModel>
-#include <QTableView>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
 
 using namespace Qt::StringLiterals;
 
@@ -16,27 +18,33 @@ namespace TourStops {
 
 namespace {
 
-using Open = std::function<Problem(MainWindow&)>;
-
-// Presses the button of the page, or of its part of the header, that opens the dialog.
-Open byButton(const QString& text)
-{
-    return [text](MainWindow& window) { return Hands::press(window, text); };
-}
-
-Problem openLogin(MainWindow& window)
-{
-    const auto secret = Password::makeSecret(u"shanlan-2025"_s);
-    if (!secret)
-        return u"no password could be derived"_s;
-    LoginDialog(*secret, &Password::waitSecondsAfter, &window).exec();
-    return {};
-}
+constexpr qint64 projectOfTheTour = 3; // has contracts, entries and vouchers
 
 Problem toEnd(IPage& page)
 {
     Hands::scrollToEnd(page);
+    Hands::waitUntilStill(page);
     return {};
+}
+
+// Pages stay where the last visit left them.
+Problem toBegin(IPage& page)
+{
+    Hands::scrollToBegin(page);
+    return {};
+}
+
+// Whoever presses buttons of the page waits for the thumbnails or the preview that follow.
+std::function<Problem(IPage&)> pressing(const QStringList& buttons)
+{
+    return [buttons](IPage& page) -> Problem {
+        for (const QString& text : buttons) {
+            if (const Problem problem = Hands::press(page, text))
+                return problem;
+        }
+        Hands::waitUntilStill(page);
+        return {};
+    };
 }
 
 // The ledger keeps the filters of the last visit.
@@ -45,31 +53,108 @@ Problem withoutFilters(IPage& page)
     return Hands::press(page, u"重置"_s);
 }
 
-Problem selectRows(const QWidget& window, const QString& tableName, int count)
+Problem selectThreeEntries(IPage& page)
 {
-    auto* table = window.findChild<QTableView*>(tableName);
-    if (!table || !table->isVisible() || table->model()->rowCount() < count)
-        return u"the table %1 does not show %2 rows"_s.arg(tableName, QString::number(count));
-    const QAbstractItemModel* rows = table->model();
-    table->setCurrentIndex(rows->index(0, 0));
-    table->selectionModel()->select(QItemSelection(rows->index(0, 0), rows->index(count - 1, 0)),
-        QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    return Hands::selectRows(page, u"ledgerTable"_s, 3);
+}
+
+Problem decideOnSelected(IPage& page)
+{
+    if (const Problem unselected = selectThreeEntries(page))
+        return unselected;
+    const Problem problem = Hands::press(page, u"为所选生成往来决定书"_s);
+    Hands::waitUntilStill(*page.window());
+    return problem;
+}
+
+// A form that nobody has touched must not keep the day on which the program was started.
+Problem checkToday(const QWidget& form, const QString& dateField)
+{
+    const auto* date = form.findChild<QLineEdit*>(dateField);
+    if (!date || date->text() != QDate::currentDate().toString(Qt::ISODate))
+        return u"the field %1 does not hold today's date"_s.arg(dateField);
     return {};
 }
 
-Problem selectThreeEntries(IPage& page)
+Problem fillAnnual(IPage& page)
 {
-    return selectRows(page, u"ledgerTable"_s, 3);
+    auto* form = page.findChild<QWidget*>(u"AnnualForm"_s);
+    if (const Problem problem = checkToday(*form, u"decisionDate"_s))
+        return problem;
+    if (const Problem problem = Hands::press(page, u"向股东分配利润"_s))
+        return problem;
+    form->findChild<AmountField*>(u"profit"_s)->setAmountFen(86'000'00);
+    QLineEdit* item = nullptr;
+    for (int attempt = 0; attempt < 2 && !item; ++attempt) {
+        for (auto* edit : form->findChildren<QLineEdit*>())
+            item = edit->accessibleName() == u"其他事项 1"_s ? edit : item;
+        if (item)
+            break;
+        if (const Problem problem = Hands::press(page, u"添加其他事项"_s))
+            return problem;
+    }
+    if (!item)
+        return u"no other item can be entered"_s;
+    item->setText(u"续聘现任会计师事务所审计公司 2025 年度财务会计报告。"_s);
+    Hands::waitUntilStill(page);
+    return {};
 }
 
-// Runs a command of the ledger's table on the newest entry of high risk.
-Open onHighRiskEntry(const QString& command)
+Problem fillFund(IPage& page)
 {
-    return [command](MainWindow& window) -> Problem {
-        window.onPageNavigateRequested(PageId::Ledger, { { u"risk"_s, codeOf(RiskLevel::High) } });
-        if (const Problem problem = selectRows(window, u"ledgerTable"_s, 1))
-            return problem;
-        return Hands::trigger(window, command);
+    QVariantList ids;
+    TransactionFilter owed { .category = Category::ShareholderOut };
+    for (const Transaction& entry : TransactionDao().search(owed)) {
+        if (ids.size() < 3)
+            ids += entry.id;
+    }
+    page.applyNavParams({ { u"fund"_s, true }, { u"txIds"_s, ids } });
+    page.refresh();
+    auto* form = page.findChild<QWidget*>(u"FundForm"_s);
+    form->findChild<QComboBox*>(u"fundNature"_s)->setEditText(u"备用金"_s);
+    form->findChild<QPlainTextEdit*>(u"extraText"_s)
+        ->setPlainText(u"用于年末客户走访与打样，凭票核销，结余退回对公账户。"_s);
+    if (const Problem problem = Hands::type(*form, u"settleDate"_s, u"2026-01-31"_s))
+        return problem;
+    Hands::waitUntilStill(page);
+    return checkToday(*form, u"decisionDate"_s);
+}
+
+Problem fillIndependence(IPage& page)
+{
+    auto* form = page.findChild<QWidget*>(u"IndependenceForm"_s);
+    form->findChild<QPlainTextEdit*>(u"furtherMeasures"_s)
+        ->setPlainText(u"公司印章与网银密钥由专人保管，股东个人不得单独支取。"_s);
+    Hands::waitUntilStill(page);
+    return checkToday(*form, u"baseDate"_s);
+}
+
+Problem drawUpStatement(IPage& page)
+{
+    if (const Problem problem = fillIndependence(page))
+        return problem;
+    return Hands::press(page, u"生成文书"_s);
+}
+
+Problem removeNewestDocument()
+{
+    const QList<DocumentRecord> documents = DocumentDao().listWithoutContent();
+    if (documents.isEmpty())
+        return u"no document was drawn up"_s;
+    const DocumentResult removed = DocumentService().deleteDocument(documents.first().id);
+    return removed.ok ? Problem() : removed.error;
+}
+
+QList<PageStop> documentPages()
+{
+    const NavParams statement { { u"kind"_s, codeOf(DocType::IndependenceStatement) } };
+    return {
+        { u"page-documents"_s, PageId::Documents, { { u"year"_s, 2025 } }, fillAnnual, {} },
+        { u"page-documents-fund"_s, PageId::Documents, { { u"fund"_s, true } }, fillFund, {} },
+        { u"page-documents-statement"_s, PageId::Documents, statement, fillIndependence, {} },
+        { u"page-documents-result"_s, PageId::Documents, statement, drawUpStatement,
+            removeNewestDocument },
+        { u"page-documents-archive"_s, PageId::Documents, { { u"docId"_s, 2 } }, {}, {} },
     };
 }
 
@@ -78,43 +163,32 @@ Open onHighRiskEntry(const QString& command)
 QList<PageStop> pages()
 {
     using enum PageId;
-    return {
-        { u"page-dashboard"_s, Dashboard, {}, {} },
-        { u"page-ledger"_s, Ledger, {}, withoutFilters },
-        { u"page-ledger-high-risk"_s, Ledger, { { u"risk"_s, codeOf(RiskLevel::High) } }, {} },
-        { u"page-ledger-project"_s, Ledger, { { u"projectId"_s, 3 } }, {} },
+    const NavParams project { { u"projectId"_s, projectOfTheTour } };
+    QList<PageStop> stops {
+        { u"page-dashboard"_s, Dashboard, {}, toBegin, {} },
+        { u"page-dashboard-end"_s, Dashboard, {}, toEnd, {} },
+        { u"page-ledger"_s, Ledger, {}, withoutFilters, {} },
+        { u"page-ledger-high-risk"_s, Ledger, { { u"risk"_s, codeOf(RiskLevel::High) } }, {}, {} },
+        { u"page-ledger-project"_s, Ledger, project, {}, {} },
         { u"page-ledger-selection"_s, Ledger,
-            { { u"category"_s, codeOf(Category::ShareholderOut) } }, selectThreeEntries },
-        { u"page-documents"_s, Documents, {}, {} },
-        { u"page-documents-fund"_s, Documents, { { u"fund"_s, true } }, {} },
-        { u"page-projects"_s, Projects, {}, {} },
-        { u"page-vouchers"_s, Vouchers, {}, {} },
-        { u"page-vouchers-unlinked"_s, Vouchers, { { u"linked"_s, u"none"_s } }, {} },
-        { u"page-reports"_s, Reports, {}, {} },
-        { u"page-settings"_s, Settings, {}, {} },
-        { u"page-settings-end"_s, Settings, {}, toEnd },
+            { { u"category"_s, codeOf(Category::ShareholderOut) } }, selectThreeEntries, {} },
+        { u"page-ledger-decision"_s, Ledger,
+            { { u"category"_s, codeOf(Category::ShareholderOut) } }, decideOnSelected, {} },
     };
-}
-
-QList<DialogStop> dialogs()
-{
-    using enum PageId;
-    return {
-        { u"dialog-entry-new"_s, u"TransactionDialog"_s, Ledger, {}, byButton(u"＋ 新增流水"_s),
-            {} },
-        { u"dialog-entry-edit"_s, u"TransactionDialog"_s, Ledger, {}, onHighRiskEntry(u"编辑"_s),
-            {} },
-        { u"dialog-risk-review"_s, u"RiskReviewDialog"_s, Ledger, {},
-            onHighRiskEntry(u"人工复核…"_s), {} },
-        { u"dialog-entry-delete"_s, u"MessageBox"_s, Ledger, {}, onHighRiskEntry(u"删除"_s), {} },
-        { u"dialog-profile"_s, u"ProfileDialog"_s, Settings, {}, byButton(u"编辑档案"_s), {} },
-        { u"dialog-password"_s, u"PasswordDialog"_s, Settings, {}, byButton(u"设置密码"_s), {} },
-        { u"dialog-password-refused"_s, u"MessageBox"_s, Settings,
-            { { u"PasswordDialog"_s, u"设置密码"_s } }, byButton(u"设置密码"_s), {} },
-        { u"dialog-disclaimer"_s, u"DisclaimerDialog"_s, Settings, {}, byButton(u"查看免责声明"_s),
-            {} },
-        { u"dialog-login"_s, u"LoginDialog"_s, Settings, {}, openLogin, {} },
+    stops += documentPages();
+    stops += {
+        { u"page-projects"_s, Projects, project, toBegin, {} },
+        { u"page-projects-end"_s, Projects, project, toEnd, {} },
+        { u"page-vouchers"_s, Vouchers, {}, pressing({ u"重置"_s, u"网格"_s }), {} },
+        { u"page-vouchers-list"_s, Vouchers, {}, pressing({ u"列表"_s }), {} },
+        { u"page-vouchers-unlinked"_s, Vouchers, { { u"linked"_s, u"none"_s } },
+            pressing({ u"网格"_s }), {} },
+        { u"page-reports"_s, Reports, {}, toBegin, {} },
+        { u"page-reports-end"_s, Reports, {}, toEnd, {} },
+        { u"page-settings"_s, Settings, {}, toBegin, {} },
+        { u"page-settings-end"_s, Settings, {}, toEnd, {} },
     };
+    return stops;
 }
 
 } // namespace TourStops

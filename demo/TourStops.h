@@ -21,9 +21,11 @@ struct PageStop {
     NavParams params;
     /// Brings the page into the state that is to be shown; may be absent.
     std::function<Problem(IPage& page)> arrange;
+    /// Takes back what arranging it stored; may be absent.
+    std::function<Problem()> leave;
 };
 
-/// A dialog, as it opens from its page. While the page is still to come its dialogs are left out.
+/// A dialog, as it opens from its page.
 struct DialogStop {
     QString picture; // "dialog-profile"
     QString objectName; // of the dialog

@@ -42,6 +42,7 @@ int startAgain()
 
 int run(int argc, char** argv)
 {
+    TerminationSignals::ignoreBrokenPipes();
     ApplicationSetup::keepHomeClean();
     QApplication app(argc, argv);
     ApplicationSetup::configure(app);

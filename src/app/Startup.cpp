@@ -2,6 +2,7 @@
 
 #include "app/MainWindow.h"
 #include "app/SelfCheckStart.h"
+#include "app/TerminationSignals.h"
 #include "core/AppPaths.h"
 #include "core/Logger.h"
 #include "db/DatabaseManager.h"
@@ -12,6 +13,7 @@
 #include "pages/IPage.h"
 #include "pages/PageFactory.h"
 #include "services/backup/RestoreRepair.h"
+#include "services/CrashRepair.h"
 #include "services/ProfileRules.h"
 #include "theme/Theme.h"
 #include "widgets/MessageBox.h"
@@ -64,6 +66,9 @@ int Startup::run()
              &Startup::passWizard, &Startup::passPassword }) {
         if (const Verdict verdict = (this->*gate)())
             return *verdict;
+        // The loop of a gate may have ended by itself in the same moment.
+        if (TerminationSignals::haveCome())
+            return declined;
     }
     return showWindow();
 }
@@ -107,7 +112,9 @@ Startup::Verdict Startup::openDatabase()
     if (const std::optional<QString> problem = RestoreRepair::run())
         return failure("an interrupted restore cannot be repaired", u"启动失败"_s, *problem);
     DatabaseManager& database = DatabaseManager::instance();
+    const CrashRepair repair;
     if (database.open()) {
+        repair.run();
         if (database.isReadOnly())
             MessageBox::warn(nullptr, u"数据库为只读"_s,
                 u"数据库文件是只读的：可以查看记录，但任何修改都无法保存。\n请检查文件的权限：%1"_s

@@ -12,6 +12,7 @@ namespace {
 
 // A signal handler may do no more than write a byte; the event loop reads it at the other end.
 std::array<int, 2> wakePipe { -1, -1 };
+bool requested = false;
 
 void wakeEventLoop(int)
 {
@@ -21,6 +22,16 @@ void wakeEventLoop(int)
 
 } // namespace
 
+void TerminationSignals::ignoreBrokenPipes()
+{
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+bool TerminationSignals::haveCome()
+{
+    return requested;
+}
+
 TerminationSignals::TerminationSignals(QObject* parent)
     : QObject(parent)
 {
@@ -29,8 +40,10 @@ TerminationSignals::TerminationSignals(QObject* parent)
     m_notifier = std::make_unique<QSocketNotifier>(wakePipe[0], QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, [] {
         char byte = 0;
-        if (read(wakePipe[0], &byte, 1) == 1)
-            QCoreApplication::exit(0);
+        if (read(wakePipe[0], &byte, 1) != 1)
+            return;
+        requested = true;
+        QCoreApplication::exit(0);
     });
     for (const int signal : { SIGTERM, SIGINT, SIGHUP })
         std::signal(signal, wakeEventLoop);
@@ -49,6 +62,13 @@ TerminationSignals::~TerminationSignals()
 }
 
 #else
+
+void TerminationSignals::ignoreBrokenPipes() { }
+
+bool TerminationSignals::haveCome()
+{
+    return false;
+}
 
 TerminationSignals::TerminationSignals(QObject* parent)
     : QObject(parent)

@@ -13,6 +13,14 @@ class TerminationSignals final : public QObject {
     Q_OBJECT
 
 public:
+    /// Whoever started the program may be gone with the other end of its standard error: a line
+    /// that is written there must not end the program. Belongs before anything that may warn.
+    static void ignoreBrokenPipes();
+
+    /// Whether one has been seen by an event loop. That loop ends; whoever would start another one
+    /// has to ask first, or the wish is forgotten.
+    [[nodiscard]] static bool haveCome();
+
     explicit TerminationSignals(QObject* parent = nullptr);
     ~TerminationSignals() override;
 

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cmath>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -108,7 +109,12 @@ QString capitalDecimals(quint64 jiao, quint64 fen, bool hasYuan)
 
 qint64 fromYuan(double yuan)
 {
-    return std::llround(yuan * 100.0);
+    // The largest number has no double of its own; the next one is beyond.
+    constexpr double beyond = 9223372036854775808.0;
+    const double fen = yuan * 100.0;
+    if (fen >= beyond)
+        return std::numeric_limits<qint64>::max();
+    return fen > -beyond ? std::llround(fen) : std::numeric_limits<qint64>::min();
 }
 
 QString format(qint64 fen)

@@ -6,7 +6,7 @@
 /// The only way between amounts and texts. Amounts are fen (1/100 yuan) everywhere.
 namespace Money {
 
-/// Fen of a yuan value, halves away from zero.
+/// Fen of a yuan value, halves away from zero; the nearest number of fen when it has none.
 qint64 fromYuan(double yuan);
 
 /// "1,234.56"; "-" in front of negative amounts; never a unit.

@@ -44,6 +44,13 @@ bool isBlank(const QString& text)
     return QStringView(text).trimmed().isEmpty();
 }
 
+QString oneLine(const QString& text)
+{
+    static const QRegularExpression breaks(u"\\s*[\\n\\r\\t\\f\\v\\x{85}\\x{2028}\\x{2029}]\\s*"_s,
+        QRegularExpression::UseUnicodePropertiesOption);
+    return text.trimmed().replace(breaks, u" "_s);
+}
+
 QString dateText(QDate date)
 {
     if (!date.isValid())

@@ -15,6 +15,10 @@ qsizetype characterCount(QStringView text);
 /// Nothing left once white space (the ideographic space included) is trimmed.
 bool isBlank(const QString& text);
 
+/// Trimmed, and with a blank where a line was broken: what is pasted into a field of one line may
+/// hold several. Blanks within a line stay as they are.
+QString oneLine(const QString& text);
+
 /// "yyyy-MM-dd", the only form in which dates are stored and compared; empty for an unset date.
 QString dateText(QDate date);
 

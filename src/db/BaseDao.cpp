@@ -3,6 +3,7 @@
 #include "core/TextRules.h"
 #include "db/Connection.h"
 #include "db/SerialCode.h"
+#include "db/SqlErrorText.h"
 
 #include <QSqlError>
 
@@ -36,13 +37,19 @@ bool BaseDao::prepare(QSqlQuery& query, const QString& sql)
 {
     if (!Connection::current().isOpen())
         return failStatement(u"数据库未打开"_s, sql);
+    if (query.prepare(sql))
+        return true;
     // Running it all the same would replace the reason by a complaint about parameters.
-    return query.prepare(sql) || failStatement(query.lastError().text(), sql);
+    failStatement(query.lastError().text(), sql);
+    return fail(sqlErrorText(query.lastError()));
 }
 
 bool BaseDao::exec(QSqlQuery& query)
 {
-    return query.exec() || failStatement(query.lastError().text(), query.lastQuery());
+    if (query.exec())
+        return true;
+    failStatement(query.lastError().text(), query.lastQuery());
+    return fail(sqlErrorText(query.lastError()));
 }
 
 bool BaseDao::run(QSqlQuery& query, const QString& sql, const Bindings& bindings)
@@ -56,8 +63,10 @@ bool BaseDao::run(QSqlQuery& query, const QString& sql, const Bindings& bindings
 
 bool BaseDao::readToTheEnd(const QSqlQuery& query)
 {
-    return !query.lastError().isValid()
-        || failStatement(query.lastError().text(), query.lastQuery());
+    if (!query.lastError().isValid())
+        return true;
+    failStatement(query.lastError().text(), query.lastQuery());
+    return fail(sqlErrorText(query.lastError()));
 }
 
 bool BaseDao::write(const QString& sql, const Bindings& bindings)

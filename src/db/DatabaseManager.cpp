@@ -4,6 +4,7 @@
 #include "db/Connection.h"
 #include "db/DbTransaction.h"
 #include "db/PlannerStatistics.h"
+#include "db/SqlErrorText.h"
 #include "db/SqlScript.h"
 
 #include <QDateTime>
@@ -212,7 +213,7 @@ bool DatabaseManager::applyPragmas()
         // A read-only file keeps the journal mode it has and can be read in any.
         if (pragma == journalMode && isReadOnlyError(query.lastError()))
             continue;
-        fail(pragma + u" -> "_s + query.lastError().text());
+        fail(pragma + u" -> "_s + sqlErrorText(query.lastError()));
         qCritical("PRAGMA failed: %s", qUtf8Printable(m_lastError));
         return false;
     }

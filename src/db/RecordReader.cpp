@@ -34,13 +34,23 @@ bool readPlainArray(QStringView json, QStringList& texts)
 
 void read(const QVariant& cell, qint64& field)
 {
-    field = cell.toLongLong();
+    // A damaged row may hold a number without an integer of its own: the nearest one stands for it.
+    constexpr double beyond = 9223372036854775808.0;
+    const double number = cell.typeId() == QMetaType::Double ? cell.toDouble() : 0;
+    if (number >= beyond)
+        field = std::numeric_limits<qint64>::max();
+    else if (number <= -beyond)
+        field = std::numeric_limits<qint64>::min();
+    else
+        field = cell.toLongLong();
 }
 
 void read(const QVariant& cell, int& field)
 {
     using Limits = std::numeric_limits<int>;
-    field = static_cast<int>(std::clamp<qint64>(cell.toLongLong(), Limits::min(), Limits::max()));
+    qint64 number = 0;
+    read(cell, number);
+    field = static_cast<int>(std::clamp<qint64>(number, Limits::min(), Limits::max()));
 }
 
 void read(const QVariant& cell, bool& field)

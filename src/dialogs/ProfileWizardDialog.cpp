@@ -162,6 +162,8 @@ bool ProfileWizardDialog::showProblem()
 
 void ProfileWizardDialog::save()
 {
+    if (m_thresholds->showProblem())
+        return;
     ProfileDao profiles;
     if (profiles.save(edited())) {
         // An older ledger may lack nothing but the names, and the thresholds may have changed.

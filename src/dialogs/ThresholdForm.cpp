@@ -1,7 +1,9 @@
 #include "dialogs/ThresholdForm.h"
 
+#include "services/ProfileRules.h"
 #include "widgets/AmountField.h"
 #include "widgets/FormRows.h"
+#include "widgets/MessageBox.h"
 
 #include <QSpinBox>
 
@@ -45,6 +47,16 @@ void ThresholdForm::show(const CompanyProfile& profile)
     m_largeAmount->setAmountFen(profile.largeAmountFen);
     m_windowDays->setValue(profile.frequentWindowDays);
     m_count->setValue(profile.frequentCount);
+}
+
+bool ThresholdForm::showProblem()
+{
+    const QString problem = ProfileRules::thresholdProblem(edited({}));
+    if (problem.isEmpty())
+        return false;
+    MessageBox::warn(m_largeAmount->window(), u"请检查填写内容"_s, problem);
+    m_largeAmount->setFocus();
+    return true;
 }
 
 CompanyProfile ThresholdForm::edited(CompanyProfile profile) const

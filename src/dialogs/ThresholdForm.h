@@ -19,6 +19,8 @@ public:
     void addRows(FormRows* rows);
 
     void show(const CompanyProfile& profile);
+    /// Tells what forbids storing the thresholds and leads to its field; false when nothing does.
+    [[nodiscard]] bool showProblem();
     /// The given profile with the thresholds as they now stand.
     CompanyProfile edited(CompanyProfile profile) const;
 

@@ -3,13 +3,11 @@
 #include "db/TransactionDao.h"
 #include "dialogs/pickers/PickerPane.h"
 #include "dialogs/pickers/TxPickerModel.h"
-#include "widgets/RiskBadge.h"
-#include "widgets/RowDelegate.h"
+#include "widgets/RiskCellDelegate.h"
 #include "widgets/TextRole.h"
 
 #include <QHeaderView>
 #include <QLabel>
-#include <QPainter>
 #include <QPushButton>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -20,35 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class RiskDelegate final : public RowDelegate {
-public:
-    RiskDelegate(const TxPickerModel* model, QObject* parent)
-        : RowDelegate(parent)
-        , m_model(model)
-    {
-    }
-
-    void paint(QPainter* painter, const QStyleOptionViewItem& option,
-        const QModelIndex& index) const override
-    {
-        QStyleOptionViewItem ground = option;
-        initStyleOption(&ground, index);
-        paintGround(painter, ground);
-        const Transaction& entry = m_model->entryAt(index.row());
-        if (entry.riskLevel == RiskLevel::Normal)
-            return;
-        QFont font = option.font;
-        font.setPixelSize(12);
-        painter->setFont(font);
-        RiskBadge::paint(painter, option.rect.adjusted(padding, 0, -padding, 0), entry.riskLevel,
-            entry.riskManualOverride.has_value());
-    }
-
-private:
-    const TxPickerModel* m_model;
-};
-
-void layOutColumns(QTableView* table, const TxPickerModel* model)
+void layOutColumns(QTableView* table)
 {
     struct Width {
         int column;
@@ -65,7 +35,7 @@ void layOutColumns(QTableView* table, const TxPickerModel* model)
         table->setColumnWidth(width.column, width.pixels);
     table->horizontalHeader()->setSectionResizeMode(TxPickerModel::Summary, QHeaderView::Stretch);
     table->setColumnWidth(TxPickerModel::Risk, 112);
-    table->setItemDelegateForColumn(TxPickerModel::Risk, new RiskDelegate(model, table));
+    table->setItemDelegateForColumn(TxPickerModel::Risk, new RiskCellDelegate(table));
 }
 
 PickerPane::Texts textsFor(const QString& error)
@@ -98,7 +68,7 @@ TxPickerDialog::TxPickerDialog(const QList<qint64>& chosen, QWidget* parent)
     setTextRole(hint, TextRole::Hint);
     body()->addWidget(hint);
     auto* pane = new PickerPane(m_model, textsFor(entries.lastError()), this);
-    layOutColumns(pane->table(), m_model);
+    layOutColumns(pane->table());
     body()->addWidget(pane, 1);
 
     addRejectButton(u"取消"_s);

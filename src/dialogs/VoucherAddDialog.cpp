@@ -97,7 +97,7 @@ QWidget* VoucherAddDialog::buildFields()
     layout->setSpacing(16);
     auto* description = new Card(u"② 凭证信息（多文件批量入库时名称自动加序号）"_s, column);
     auto* rows = new FormRows;
-    m_fields->addTo(rows, Required::Yes);
+    m_fields->addTo(rows, Required::Trailing);
     m_fields->nameEdit()->setPlaceholderText(u"必填，默认取文件名（去后缀）"_s);
     description->body()->addLayout(rows);
     layout->addWidget(description);

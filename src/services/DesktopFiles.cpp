@@ -1,5 +1,7 @@
 #include "services/DesktopFiles.h"
 
+#include "services/vouchers/VoucherService.h"
+
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
@@ -22,6 +24,16 @@ bool isThere(QWidget* parent, const QString& path)
     return false;
 }
 
+// The archive takes in nothing else; what else lies there came with data from elsewhere.
+bool isHarmless(QWidget* parent, const QString& path)
+{
+    if (VoucherService::acceptedExtensions().contains(QFileInfo(path).suffix().toLower()))
+        return true;
+    warn(parent, u"无法打开"_s,
+        u"为安全起见，只打开图片和 PDF 文件：\n%1"_s.arg(QDir::toNativeSeparators(path)));
+    return false;
+}
+
 bool openInDesktop(QWidget* parent, const QString& path)
 {
     if (QDesktopServices::openUrl(QUrl::fromLocalFile(path)))
@@ -35,7 +47,7 @@ bool openInDesktop(QWidget* parent, const QString& path)
 
 bool openFile(QWidget* parent, const QString& path)
 {
-    return isThere(parent, path) && openInDesktop(parent, path);
+    return isThere(parent, path) && isHarmless(parent, path) && openInDesktop(parent, path);
 }
 
 bool showInFolder(QWidget* parent, const QString& path)

@@ -8,7 +8,8 @@ class QWidget;
 /// could not, and returns whether it could.
 namespace DesktopFiles {
 
-/// Opens the file with the desktop's program for its type.
+/// Opens the picture or PDF with the desktop's program for its type. Other files are not opened:
+/// the desktop would run those that are programs.
 bool openFile(QWidget* parent, const QString& path);
 
 /// Shows the file selected in the file manager, or its folder where there is no "explorer.exe".

@@ -17,6 +17,11 @@ std::optional<FormProblem<Field>> firstProblem(const CompanyProfile& profile)
     return {};
 }
 
+QString thresholdProblem(const CompanyProfile& profile)
+{
+    return profile.largeAmountFen > 0 ? QString() : u"大额转账标准必须大于 0 元。"_s;
+}
+
 bool isComplete(const CompanyProfile& profile)
 {
     return !firstProblem(profile);

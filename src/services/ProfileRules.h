@@ -39,6 +39,10 @@ inline constexpr auto fieldRows = std::to_array<FieldRow>({
 /// The first required name that is missing; nothing when the profile may be saved.
 std::optional<FormProblem<Field>> firstProblem(const CompanyProfile& profile);
 
+/// What forbids storing the thresholds, in Chinese; empty when nothing does. A large amount of 0,
+/// as an emptied field gives, would mark every entry without explanation.
+QString thresholdProblem(const CompanyProfile& profile);
+
 /// Both names are present, so the first-run wizard need not be shown.
 bool isComplete(const CompanyProfile& profile);
 

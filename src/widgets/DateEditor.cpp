@@ -13,9 +13,11 @@
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QScreen>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <chrono>
 
 using namespace Qt::StringLiterals;
 
@@ -23,6 +25,8 @@ namespace {
 
 // Six whole weeks; the calendar's own hint cuts the last one.
 constexpr QSize calendarSize(272, 244);
+
+constexpr std::chrono::seconds calendarInterval(20);
 
 // Below the field, or above it where the screen ends, and never beyond the sides.
 QPoint placeFor(const QWidget* field, QSize popup)
@@ -41,7 +45,10 @@ QPoint placeFor(const QWidget* field, QSize popup)
 DateEditor::DateEditor(Empty empty, QWidget* parent)
     : QLineEdit(parent)
     , m_empty(empty)
+    , m_calendar(new QTimer(this))
 {
+    m_calendar->setInterval(calendarInterval);
+    connect(m_calendar, &QTimer::timeout, this, [this] { setToday(); });
     setPlaceholderText(empty == Empty::Allowed ? u"未设定"_s : u"yyyy-MM-dd"_s);
     setMinimumWidth(136);
     QAction* open = addAction(Icons::icon(u"calendar"), QLineEdit::TrailingPosition);
@@ -61,6 +68,12 @@ QDate DateEditor::date() const
 void DateEditor::setDate(QDate date)
 {
     setText(TextRules::dateText(date));
+}
+
+void DateEditor::setToday(QDate today)
+{
+    setDate(today);
+    m_calendar->start();
 }
 
 bool DateEditor::isAcceptable() const
@@ -136,6 +149,7 @@ void DateEditor::focusOutEvent(QFocusEvent* event)
 
 void DateEditor::onTextChanged()
 {
+    m_calendar->stop();
     // While somebody is typing, a day that is not finished yet is no mistake.
     if (isAcceptable() || !hasFocus())
         markWrong(!isAcceptable());

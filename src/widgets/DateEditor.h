@@ -4,6 +4,7 @@
 #include <QLineEdit>
 
 class QFrame;
+class QTimer;
 
 /// A day, typed or picked from a calendar. Shows "yyyy-MM-dd"; 20250203, 2025/2/3 and 2025.2.3
 /// are understood and tidied when the field is left. Anything else is marked as wrong and never
@@ -22,6 +23,10 @@ public:
 
     /// An invalid date empties the field.
     void setDate(QDate date);
+
+    /// Fills in the present day. A page may be open for days: until it is changed in any other
+    /// way, the field moves on with the calendar.
+    void setToday(QDate today = QDate::currentDate());
 
     /// A day, or empty where that is allowed.
     bool isAcceptable() const;
@@ -45,4 +50,5 @@ private:
 
     const Empty m_empty;
     QDate m_lastDate;
+    QTimer* m_calendar; // runs while the field follows the present day
 };

@@ -40,7 +40,6 @@ EmptyState::EmptyState(
     setTextRole(m_title, TextRole::CardTitle);
     setTextRole(m_text, TextRole::Hint);
     m_action->setObjectName(u"EmptyStateAction"_s);
-    setTextRole(m_note, TextRole::Hint);
     m_noteAction->setObjectName(u"EmptyStateNoteAction"_s);
 
     // A column of fixed width: the layout asks a wrapping label for its height by the width that

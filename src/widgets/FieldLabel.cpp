@@ -43,8 +43,12 @@ void FieldLabel::render()
 {
     const QString text = m_plainText.toHtmlEscaped();
     const QString star = Theme::instance().hex(Token::DangerText);
-    setText(m_required == Required::Yes ? u"<span style='color:%1'>*</span> %2"_s.arg(star, text)
-                                        : text);
+    if (m_required == Required::Yes)
+        setText(u"<span style='color:%1'>*</span> %2"_s.arg(star, text));
+    else if (m_required == Required::Trailing)
+        setText(u"%2 <span style='color:%1'>*</span>"_s.arg(star, text));
+    else
+        setText(text);
     setAccessibleName(m_plainText);
     if (buddy())
         nameField(buddy());

@@ -2,7 +2,8 @@
 
 #include <QLabel>
 
-enum class Required { No, Yes };
+/// `Trailing`: required too, with the star behind the text.
+enum class Required { No, Yes, Trailing };
 
 /// The label of a form field. A required one carries a red star, which follows the theme; the
 /// name that assistive technology reads is always the plain text.

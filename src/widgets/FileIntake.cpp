@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QDateTime>
 #include <QDropEvent>
+#include <QFileInfo>
 #include <QImage>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -43,6 +44,15 @@ bool holdsFiles(const QMimeData* data)
 const QMimeData* clipboardData()
 {
     return QApplication::clipboard()->mimeData();
+}
+
+// Two pictures may be pasted within one second; the second one must not replace the first.
+QString freePath(const QTemporaryDir& folder, const QString& baseName)
+{
+    QString path = folder.filePath(baseName + u".png"_s);
+    for (int number = 2; QFileInfo::exists(path); ++number)
+        path = folder.filePath(u"%1_%2.png"_s.arg(baseName, QString::number(number)));
+    return path;
 }
 
 bool isPaste(QEvent* event)
@@ -131,9 +141,8 @@ QString FileIntake::savedPicture(const QMimeData* data)
 {
     if (!m_pictures)
         m_pictures = std::make_unique<QTemporaryDir>();
-    const QString name
-        = u"粘贴图片_%1.png"_s.arg(QDateTime::currentDateTime().toString(u"yyyyMMdd_HHmmss"));
-    const QString path = m_pictures->filePath(name);
+    const QString path = freePath(*m_pictures,
+        u"粘贴图片_%1"_s.arg(QDateTime::currentDateTime().toString(u"yyyyMMdd_HHmmss")));
     if (qvariant_cast<QImage>(data->imageData()).save(path, "PNG"))
         return path;
     qWarning("The pasted picture could not be written to %s", qUtf8Printable(path));

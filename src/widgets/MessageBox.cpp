@@ -2,6 +2,7 @@
 
 #include "widgets/BannerKind.h"
 #include "widgets/IconLabel.h"
+#include "widgets/ScrolledText.h"
 
 #include <QAccessible>
 #include <QDialog>
@@ -19,9 +20,10 @@ namespace {
 constexpr int iconSize = 32;
 constexpr int narrowestText = 280;
 constexpr int widestText = 440;
+constexpr int highestText = 400;
 constexpr int narrowestButton = 88;
 
-QLabel* makeText(const QString& text, QWidget* parent)
+QWidget* makeText(const QString& text, QWidget* parent)
 {
     auto* label = new QLabel(text, parent);
     label->setObjectName(u"MessageText"_s);
@@ -32,7 +34,7 @@ QLabel* makeText(const QString& text, QWidget* parent)
     const int natural = label->sizeHint().width();
     label->setWordWrap(natural > widestText);
     label->setMinimumWidth(std::clamp(natural, narrowestText, widestText));
-    return label;
+    return ScrolledText::bounded(label, widestText, highestText);
 }
 
 // A dialog of our own: the layout of Qt's message boxes cuts long Chinese lines under a style

@@ -1,5 +1,8 @@
 #include "widgets/PageDecoder.h"
 
+#include "core/JpegHead.h"
+
+#include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
 #include <QMutex>
@@ -18,8 +21,11 @@ using PageDecoder::Sizing;
 
 constexpr qint64 largestPdf = 64 * 1024 * 1024;
 constexpr qreal dotsPerPoint = 96.0 / 72;
+// In dots, more than 200 metres; enlarged it still has a whole number of pixels.
+constexpr qreal longestPage = 1'000'000;
 
-// A JPEG file is made smaller while it is read; the others are held whole, four bytes a pixel.
+// Most JPEG files are made smaller while they are read; the others, and those that come in several
+// passes, are held whole, four bytes a pixel and more.
 constexpr qint64 mostPixelsOfJpeg = 150'000'000;
 constexpr qint64 mostPixels = 32'000'000;
 
@@ -36,10 +42,16 @@ bool isAccepted(const QByteArray& format)
     return format == "jpeg" || format == "png" || format == "bmp";
 }
 
-bool isAffordable(const QByteArray& format, const QSize& size)
+bool isReadInPieces(const QString& path, const QByteArray& format)
+{
+    QFile file(path);
+    return format == "jpeg" && file.open(QIODevice::ReadOnly) && !JpegHead::needsWholePicture(file);
+}
+
+bool isAffordable(const QString& path, const QByteArray& format, const QSize& size)
 {
     const qint64 pixels = qint64(size.width()) * size.height();
-    return pixels <= (format == "jpeg" ? mostPixelsOfJpeg : mostPixels);
+    return pixels <= mostPixels || (pixels <= mostPixelsOfJpeg && isReadInPieces(path, format));
 }
 
 QImage onPaper(const QImage& image)
@@ -64,7 +76,7 @@ Page pictureOf(const QString& path, const Sizing& sizing)
     // The size counts before the picture is turned upright.
     const bool turned = reader.transformation() & QImageIOHandler::TransformationRotate90;
     const QSize upright = turned ? size.transposed() : size;
-    if (!isAffordable(reader.format(), size))
+    if (!isAffordable(path, reader.format(), size))
         return failed(Problem::TooLarge, upright);
     const QSize wanted = sizing(upright, false).boundedTo(upright);
     if (wanted != upright)
@@ -108,6 +120,8 @@ Page pdfPageOf(const QString& path, int number, const Sizing& sizing)
     page.naturalSize = document.pagePointSize(index) * dotsPerPoint;
     if (page.naturalSize.isEmpty())
         return failed(Problem::Damaged);
+    if (std::max(page.naturalSize.width(), page.naturalSize.height()) > longestPage)
+        return failed(Problem::TooLarge);
     // The seals of electronic invoices are annotations.
     QPdfDocumentRenderOptions options;
     options.setRenderFlags(QPdfDocumentRenderOptions::RenderFlag::Annotations);

@@ -11,6 +11,8 @@ void RiskCellDelegate::paint(
     QStyleOptionViewItem ground = option;
     initStyleOption(&ground, index);
     paintGround(painter, ground);
+    if (ground.text.isEmpty())
+        return;
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setFont(Painting::sized(option.font, 12));

@@ -2,7 +2,8 @@
 
 #include "widgets/RowDelegate.h"
 
-/// Draws a risk level as its badge. The cell's own text is the bare label; the level comes from
+/// Draws a risk level as its badge, or nothing where the cell has no text. The cell's own text is
+/// the bare label; the level comes from
 /// `LevelRole` as an integer, and `OverriddenRole` tells whether a person set it.
 class RiskCellDelegate final : public RowDelegate {
     Q_OBJECT

@@ -73,7 +73,7 @@ public:
 
     bool reaches(const QByteArray& line)
     {
-        QDeadlineTimer deadline(20'000);
+        QDeadlineTimer deadline(60'000);
         while (!m_output.contains(line) && !deadline.hasExpired()
             && m_process.state() == QProcess::Running) {
             m_process.waitForReadyRead(200);
@@ -92,7 +92,7 @@ public:
     // Waits until the program ends by itself; the exit status.
     int end()
     {
-        if (!m_process.waitForFinished() && m_process.state() != QProcess::NotRunning)
+        if (!m_process.waitForFinished(60'000) && m_process.state() != QProcess::NotRunning)
             return -1;
         m_output += m_process.readAllStandardError();
         return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
@@ -101,7 +101,7 @@ public:
     void kill()
     {
         m_process.kill();
-        m_process.waitForFinished();
+        m_process.waitForFinished(60'000);
     }
 
     QByteArray output() const { return m_output; }

@@ -9,6 +9,7 @@
 #include "support/TestCase.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
+#include "support/TestLedger.h"
 #include "theme/Theme.h"
 
 #include <QApplication>
@@ -254,6 +255,27 @@ private slots:
             answers.seen().at(0).text.contains(u"无法创建数据目录：%1"_s.arg(AppPaths::dataDir())));
         QCOMPARE(TestFile::bytesOf(AppPaths::dataDir()), QByteArray("in the way"));
         QVERIFY(QFile::remove(AppPaths::dataDir()));
+    }
+
+    void aStartAfterACrashCatchesUp()
+    {
+        // The files as a process leaves them that dies after storing an entry: not yet evaluated.
+        const QString log = AppPaths::databasePath() + u"-wal"_s;
+        QByteArray database;
+        QByteArray logged;
+        QVERIFY(prepareFamiliarOwner([&](ProfileDao&) {
+            const bool stored = TestLedger::add(TestLedger::entry(
+                                    u"2025-03-01"_s, Category::Other, Direction::Out, 9'000'000))
+                > 0;
+            database = TestFile::bytesOf(AppPaths::databasePath());
+            logged = TestFile::bytesOf(log);
+            return stored;
+        }));
+        QVERIFY(TestFile::put(AppPaths::databasePath(), database) && TestFile::put(log, logged));
+        QCOMPARE(runStartup().status, 0);
+        QCOMPARE(TestDatabase::rowOfFile(
+                     AppPaths::databasePath(), u"SELECT risk_level FROM transactions"_s),
+            u"low"_s);
     }
 
     void theLockEndsWithTheProgram()

@@ -3,7 +3,7 @@
 set -euo pipefail
 
 folders=()
-for folder in src tests demo bench; do
+for folder in src tests demo bench fuzz; do
     [ -d "$2/$folder" ] && folders+=("$2/$folder")
 done
 find "${folders[@]}" \( -name '*.cpp' -o -name '*.h' \) -print0 |

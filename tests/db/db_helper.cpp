@@ -27,16 +27,19 @@ void printWarnings(QtMsgType type, const QMessageLogContext&, const QString& tex
         out() << "log: " << text << Qt::endl;
 }
 
-// Holds the file of the path for itself until the input closes.
-int lock(const QString& path)
+// Holds the file of the path until the input closes: for itself, or for writing alone, so that
+// others can still read it.
+int lock(const QString& path, bool forItself)
 {
     {
         QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"holder"_s);
         database.setDatabaseName(path);
         const bool opened = database.open();
         QSqlQuery query(database);
-        const bool locked = opened && query.exec(u"PRAGMA locking_mode = EXCLUSIVE"_s)
-            && query.exec(u"BEGIN EXCLUSIVE"_s);
+        const bool locked = opened
+            && (forItself ? query.exec(u"PRAGMA locking_mode = EXCLUSIVE"_s)
+                        && query.exec(u"BEGIN EXCLUSIVE"_s)
+                          : query.exec(u"BEGIN IMMEDIATE"_s));
         out() << (locked ? "locked" : "failed") << Qt::endl;
         QTextStream(stdin).readLine();
     }
@@ -89,8 +92,8 @@ int main(int argc, char** argv)
 {
     const QCoreApplication app(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.value(1) == u"lock"_s)
-        return lock(arguments.value(2));
+    if (arguments.value(1) == u"lock"_s || arguments.value(1) == u"write"_s)
+        return lock(arguments.value(2), arguments.value(1) == u"lock"_s);
     if (arguments.value(1) == u"guest"_s && !becomeGuest(true))
         return 1;
     if (arguments.value(1) == u"stranger"_s && !becomeGuest(false))

@@ -182,6 +182,12 @@ private slots:
         edit(wizard, u"shareholderName"_s)->setText(u"林岚"_s);
         press(wizard, u"下一步"_s);
         edit(wizard, u"bankAccount"_s)->setText(u"5719"_s);
+        wizard.findChild<AmountField*>()->clear();
+        {
+            ModalAnswerer answers(u"确定"_s);
+            press(wizard, u"完成"_s);
+            QVERIFY(answers.seen().at(0).text.contains(u"大额转账标准必须大于 0 元。"_s));
+        }
         wizard.findChild<AmountField*>()->setAmountFen(2'000'000);
         wizard.findChild<QSpinBox*>(u"frequentWindowDays"_s)->setValue(45);
         wizard.findChild<QSpinBox*>(u"frequentCount"_s)->setValue(4);

@@ -108,6 +108,20 @@ private slots:
         QCOMPARE(test.cells(DocumentModel::File).first(), u"正常"_s);
     }
 
+    void aFileThatShowsSomethingElseIsAskedAbout()
+    {
+        QVERIFY(TestFile::put(m_fund.filePath, "%PDF of another document"));
+        PageUnderTest test;
+        test.navigate({ { u"docId"_s, m_fund.docId } });
+        ModalAnswerer answers(u"取消"_s);
+        answers.expectButton(u"仍然打开"_s);
+        test.press(u"打开"_s);
+        QCOMPARE(answers.seen().first().title, u"文件与存档不一致"_s);
+        QVERIFY(m_opened.isEmpty());
+        test.press(u"打开"_s);
+        QCOMPARE(m_opened, QStringList { m_fund.filePath });
+    }
+
     void theConsequencesAreToldBeforeADocumentIsRemoved()
     {
         PageUnderTest test;

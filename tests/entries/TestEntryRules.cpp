@@ -73,6 +73,18 @@ private slots:
         QTEST(problem ? problem->text : QString(), "text");
     }
 
+    void pastedLinesBecomeOne()
+    {
+        const Transaction stored = EntryRules::normalized(with([](Transaction& e) {
+            e.summary = u"\n设备款 \r\n\t 第二  期\u2028尾款\n"_s;
+            e.counterpartyName = u"甲\n公司"_s;
+            e.note = u"第一行\n第二行"_s;
+        }));
+        QCOMPARE(stored.summary, u"设备款 第二  期 尾款"_s);
+        QCOMPARE(stored.counterpartyName, u"甲 公司"_s);
+        QCOMPARE(stored.note, u"第一行\n第二行"_s);
+    }
+
     void aReviewNeedsAnExplanation_data()
     {
         addColumns<QString, QString>("note", "text");

@@ -3,6 +3,7 @@
 #include "dialogs/projects/ContractDialog.h"
 #include "dialogs/projects/ProjectDialog.h"
 #include "projects/ProjectSample.h"
+#include "services/projects/ProjectService.h"
 #include "support/DatabaseTestCase.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
@@ -155,6 +156,31 @@ private slots:
         QVERIFY(answers.seen().value(0).text.contains(u"refused"_s));
         answers.expectButton(u"放弃修改"_s);
         dialog.reject();
+    }
+
+    void aCodeThatIsTakenIsTold()
+    {
+        Project first { .name = u"甲"_s, .code = u"<b>%1"_s, .clientName = u"客户"_s };
+        QVERIFY(ProjectService::saveProject(first).ok);
+        Project second { .name = u"乙"_s, .code = first.code, .clientName = u"客户"_s };
+        const QRegularExpression logged(u"SQL error: UNIQUE constraint failed: .*code"_s);
+        QTest::ignoreMessage(QtWarningMsg, logged);
+        const QString told = ProjectService::saveProject(second).message;
+        QVERIFY2(
+            told.startsWith(u"项目编号「<b>%1」已被使用，请换一个编号。"_s), qUtf8Printable(told));
+
+        Contract contract { .projectId = first.id, .name = u"合同"_s, .code = u"A"_s };
+        contract.signDate = QDate(2026, 1, 2);
+        QVERIFY(ProjectService::saveContract(contract).ok);
+        contract.code.clear();
+        QVERIFY(ProjectService::saveContract(contract).ok);
+        Contract other { .projectId = first.id, .name = u"合同"_s, .code = u"B"_s };
+        other.signDate = contract.signDate;
+        QVERIFY(ProjectService::saveContract(other).ok);
+        other.code.clear();
+        QTest::ignoreMessage(QtWarningMsg, logged);
+        QVERIFY(ProjectService::saveContract(other).message.startsWith(
+            u"已有另一个没有编号的合同，请填写合同编号。"_s));
     }
 
     void aRecordThatIsGoneIsToldAndWritesNothing()

@@ -349,6 +349,17 @@ void TestDocumentFiles::anotherDocumentsFileIsPutAsideOnRegenerating()
     QCOMPARE(exportsContent().size(), 2);
 }
 
+void TestDocumentFiles::aSignedCopyOutlivesItsDocument()
+{
+    const DocumentResult result = generateFund();
+    QVERIFY(put(fundPath(), "%PDF-1.4 signed and scanned"));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"put aside: .*_旧_"_s));
+    QVERIFY(DocumentService().deleteDocument(result.docId).ok);
+    QCOMPARE(row(u"SELECT COUNT(*) FROM documents"_s), u"0"_s);
+    QCOMPARE(exportsContent().values(), QList<QByteArray> { "%PDF-1.4 signed and scanned" });
+    QVERIFY(exportsContent().firstKey().contains(u"_旧_"_s));
+}
+
 void TestDocumentFiles::filesOfOtherRowsAreNeverTouched()
 {
     // Another document claims the very file that the next one would be written to.
@@ -393,6 +404,55 @@ void TestDocumentFiles::leftoversOfACrashAreReportedAndLeftAlone()
     QCOMPARE(exportsContent().size(), 3);
     QCOMPARE(DocumentFiles::filesWithoutRow(),
         (QStringList { fundPath() + u".new"_s, fundPath() + u".old"_s }));
+}
+
+void TestDocumentFiles::anInterruptedRegenerationIsUndone_data()
+{
+    // What lies at the PDF's place, and whether the former file takes it.
+    QTest::addColumn<bool>("formerIsScan");
+    QTest::addColumn<QString>("inPlace");
+    QTest::addColumn<bool>("undone");
+    QTest::newRow("before the row was committed") << false << u"new"_s << true;
+    QTest::newRow("the same over a signed copy") << true << u"new"_s << true;
+    QTest::newRow("after the commit, over a signed copy") << true << u"committed"_s << false;
+    QTest::newRow("and the PDF is gone") << false << u"nothing"_s << true;
+    QTest::newRow("before the PDF was replaced") << false << u"former"_s << false;
+    QTest::newRow("after the commit") << false << u"committed"_s << false;
+    QTest::newRow("and a signed copy was scanned over it since") << false << u"scan"_s << false;
+}
+
+void TestDocumentFiles::anInterruptedRegenerationIsUndone()
+{
+    QFETCH(bool, formerIsScan);
+    QFETCH(QString, inPlace);
+    QFETCH(bool, undone);
+    const DocumentResult result = generateFund();
+    const QByteArray former = formerIsScan ? "%PDF-1.4 signed" : bytesOf(fundPath());
+    const QString html = DocumentDao().findById(result.docId)->contentHtml;
+    QCOMPARE(TestDatabase::run({ u"UPDATE transactions SET summary = '改过的摘要'"_s }), QString());
+    QVERIFY(DocumentService().regenerate(result.docId).ok);
+    QVERIFY(put(fundPath() + u"_2.old"_s, former));
+    if (inPlace != u"committed"_s)
+        QVERIFY(DocumentDao().updateContent(result.docId, html));
+    if (inPlace == u"scan"_s)
+        QVERIFY(put(fundPath(), "%PDF-1.4 signed"));
+    else if (inPlace == u"former"_s)
+        QVERIFY(put(fundPath(), former));
+    else if (inPlace == u"nothing"_s)
+        QVERIFY(QFile::remove(fundPath()));
+    const auto before = exportsContent();
+
+    if (inPlace == u"new"_s)
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"put aside: .*_旧_"_s));
+    DocumentFiles::repair();
+    QCOMPARE(exportsContent() == before, !undone);
+    if (!undone)
+        return;
+    QCOMPARE(bytesOf(fundPath()), former);
+    // The former PDF is no leftover any more; the new one is kept.
+    QCOMPARE(exportsContent().size(), inPlace == u"new"_s ? 2 : 1);
+    QVERIFY(inPlace != u"new"_s
+        || bytesOf(DocumentFiles::filesWithoutRow().value(0)) == before.value(fundName));
 }
 
 void TestDocumentFiles::aMissingExportsFolderIsMade()

@@ -20,9 +20,12 @@ private slots:
     void aFailureBringsTheFileWithoutARowBack();
     void anotherDocumentsFileIsPutAsideOnRegenerating_data();
     void anotherDocumentsFileIsPutAsideOnRegenerating();
+    void aSignedCopyOutlivesItsDocument();
     void filesOfOtherRowsAreNeverTouched();
     void aFolderAtThePlaceOfThePdfIsLeftAlone();
     void leftoversOfACrashAreReportedAndLeftAlone();
+    void anInterruptedRegenerationIsUndone_data();
+    void anInterruptedRegenerationIsUndone();
     void aMissingExportsFolderIsMade();
     void theOwnFileComesFirst();
     void aCopyNeverTouchesTheOriginal();

@@ -185,7 +185,8 @@ void TestDocumentService::nothingIsWrittenByAPreview()
     const QStringList before = TestDatabase::dump();
     DocumentService service;
     QVERIFY(service.preview(AnnualDecisionInput {}).contains(u"二、决定事项"_s));
-    QVERIFY(service.preview(FundDecisionInput {}).contains(u"本次往来共 0 笔"_s));
+    QVERIFY(service.preview(FundDecisionInput {})
+                .contains(u"资金性质为<b>（待填写）</b>。本次往来共 0 笔"_s));
     QVERIFY(service.preview(IndependenceStatementInput {}).contains(u"声明基准日"_s));
     QVERIFY(service.preview(fundInput(ids + QList<qint64> { 99 })).contains(u"本次往来共 2 笔"_s));
     QCOMPARE(TestDatabase::dump(), before);

@@ -126,6 +126,19 @@ private slots:
         QCOMPARE(TransactionDao().findById(entry.id)->riskLevel, RiskLevel::Low);
     }
 
+    void anEmptiedAmountIsNotStoredAsZero()
+    {
+        SettingsPage page;
+        page.refresh();
+        page.show();
+        auto* amount = page.findChild<AmountField*>();
+        amount->clear();
+        ModalAnswerer answers(u"确定"_s);
+        press(page, u"保存标准"_s);
+        QCOMPARE(answers.seen().value(0).text, u"大额转账标准必须大于 0 元。"_s);
+        QCOMPARE(ProfileDao().load().largeAmountFen, 5'000'000);
+    }
+
     void defaultThresholdsCanBeRestored()
     {
         SettingsPage page;

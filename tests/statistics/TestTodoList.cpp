@@ -171,6 +171,8 @@ private slots:
         if (!asked)
             return;
         QCOMPARE(items.first().target, TodoList::Target::IndependenceStatement);
+        QCOMPARE(
+            items.first().parameters, (QVariantMap { { u"kind"_s, u"independence_statement"_s } }));
         QCOMPARE(items.first().text.contains(u"2024-06-14"_s), latest.isValid());
     }
 

@@ -239,6 +239,16 @@ private slots:
         const QRegularExpression pasted(u"^粘贴图片_\\d{8}_\\d{6}\\.png 待入库 "_s);
         QVERIFY2(
             pasted.match(queued(dialog).last()).hasMatch(), qUtf8Printable(queued(dialog).last()));
+        // Whether or not the second has passed by now, none replaces another.
+        for (int i = 3; i <= 5; ++i) {
+            picture.fill(QColor(0, 0, i));
+            QApplication::clipboard()->setImage(picture);
+            QTest::keyClick(nameEdit(dialog), Qt::Key_V, Qt::ControlModifier);
+            QTRY_COMPARE(queued(dialog).size(), i);
+        }
+        save(dialog);
+        QCOMPARE(TestDatabase::row(u"SELECT COUNT(DISTINCT sha256), COUNT(*) FROM vouchers"_s),
+            u"5|5"_s);
     }
 };
 

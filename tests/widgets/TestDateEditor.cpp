@@ -41,6 +41,19 @@ class TestDateEditor final : public TestCase {
     Q_OBJECT
 
 private slots:
+    void followsTheCalendarUntilItIsTouched()
+    {
+        DateEditor untouched;
+        DateEditor touched;
+        for (DateEditor* field : { &untouched, &touched }) {
+            field->setToday(QDate(2025, 2, 3));
+            field->findChild<QTimer*>()->setInterval(0);
+        }
+        touched.setText(u"2025-02-04"_s);
+        QTRY_COMPARE(untouched.date(), QDate::currentDate());
+        QCOMPARE(touched.date(), QDate(2025, 2, 4));
+    }
+
     void understandsWhatIsTyped_data()
     {
         addColumns<QString, QString>("typed", "shown");

@@ -3,6 +3,7 @@
 #include "core/Money.h"
 #include "core/TextRules.h"
 #include "theme/Theme.h"
+#include "widgets/RiskCellDelegate.h"
 
 using namespace Qt::StringLiterals;
 
@@ -11,11 +12,6 @@ TxPickerModel::TxPickerModel(const QList<Transaction>& entries, QObject* parent)
     , m_entries(entries)
 {
     setRecordCount(m_entries.size());
-}
-
-const Transaction& TxPickerModel::entryAt(int row) const
-{
-    return m_entries.at(recordAt(row));
 }
 
 QStringList TxPickerModel::headers() const
@@ -68,6 +64,10 @@ QVariant TxPickerModel::cell(qsizetype record, int column, int role) const
             return QBrush(Theme::instance().color(
                 entry.direction == Direction::In ? Token::AmountIn : Token::AmountOut));
         return {};
+    case RiskCellDelegate::LevelRole:
+        return static_cast<int>(entry.riskLevel);
+    case RiskCellDelegate::OverriddenRole:
+        return entry.riskManualOverride.has_value();
     default:
         return {};
     }

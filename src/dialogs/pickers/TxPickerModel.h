@@ -12,8 +12,6 @@ public:
 
     TxPickerModel(const QList<Transaction>& entries, QObject* parent);
 
-    const Transaction& entryAt(int row) const;
-
 protected:
     QStringList headers() const override;
     qint64 idOf(qsizetype record) const override { return m_entries.at(record).id; }

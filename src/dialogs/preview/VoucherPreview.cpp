@@ -34,6 +34,15 @@ QString metaOf(const Voucher& voucher)
     return parts.join(u" · "_s);
 }
 
+QString digestText(const QString& stored)
+{
+    // A damaged row may hold anything, of any length.
+    constexpr qsizetype whole = 64;
+    if (stored.isEmpty())
+        return u"未记录"_s;
+    return stored.size() > whole ? stored.first(whole) + u'…' : stored;
+}
+
 QLabel* makeHint(const QString& objectName, QWidget* parent)
 {
     auto* label = new QLabel(parent);
@@ -169,7 +178,7 @@ void VoucherPreview::showAt(qsizetype position)
     const QString path = VoucherAssets::existingFile(voucher.storedPath);
     m_name->setText(voucher.name);
     m_meta->setText(metaOf(voucher));
-    m_hash->setText(u"SHA-256：%1"_s.arg(voucher.sha256.isEmpty() ? u"未记录"_s : voucher.sha256));
+    m_hash->setText(u"SHA-256：%1"_s.arg(digestText(voucher.sha256)));
     m_place->setText(u"第 %1 张，共 %2 张"_s.arg(
         QString::number(position + 1), QString::number(m_vouchers.size())));
     // A button that goes out of use would hand the keyboard to any other.

@@ -78,11 +78,11 @@ void ContractDialog::buildForm()
     m_note = RecordFields::makeNote(noteHeight, this);
 
     auto* rows = new FormRows;
-    rows->addRow(u"合同名称"_s, m_name, Required::Yes);
+    rows->addRow(u"合同名称"_s, m_name, Required::Trailing);
     rows->addRow(u"合同编号"_s, m_code);
-    rows->addRow(u"对方当事人"_s, m_partyB, Required::Yes);
+    rows->addRow(u"对方当事人"_s, m_partyB, Required::Trailing);
     rows->addRow(u"合同金额"_s, m_amount);
-    rows->addRow(u"签订日期"_s, m_signDate, Required::Yes);
+    rows->addRow(u"签订日期"_s, m_signDate, Required::Trailing);
     rows->addRow(u"状态"_s, m_status);
     rows->addRow(u"备注"_s, m_note);
     body()->addLayout(rows);

@@ -104,9 +104,9 @@ void ProjectDialog::buildForm()
     m_note = RecordFields::makeNote(noteHeight, this);
 
     auto* rows = new FormRows;
-    rows->addRow(u"项目名称"_s, m_name, Required::Yes);
+    rows->addRow(u"项目名称"_s, m_name, Required::Trailing);
     rows->addRow(u"项目编号"_s, m_code);
-    rows->addRow(u"客户名称"_s, m_clientName, Required::Yes);
+    rows->addRow(u"客户名称"_s, m_clientName, Required::Trailing);
     rows->addRow(u"项目状态"_s, m_status);
     rows->addWrappedRow(
         u"起止日期"_s, sideBySide({ m_start, new QLabel(u"至"_s, this), m_end }, this), m_start);

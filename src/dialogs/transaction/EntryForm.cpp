@@ -179,7 +179,8 @@ void EntryForm::connectSignals()
         connect(combo, &QComboBox::currentIndexChanged, this, &EntryForm::changed);
     for (QLineEdit* edit : { m_counterparty, m_summary })
         connect(edit, &QLineEdit::textChanged, this, &EntryForm::changed);
-    connect(m_project, &QComboBox::currentTextChanged, m_project, &QWidget::setToolTip);
+    connect(m_project, &QComboBox::currentTextChanged, m_project,
+        [this](const QString& text) { m_project->setToolTip(Qt::convertFromPlainText(text)); });
     connect(m_summary, &QLineEdit::textChanged, m_summaryCount, &TextCount::setCounted);
     connect(m_note, &QPlainTextEdit::textChanged, this, [this] {
         m_noteCount->setCounted(m_note->toPlainText());

@@ -8,6 +8,7 @@
 #include "widgets/FormRows.h"
 #include "widgets/MessageBox.h"
 #include "widgets/RiskBadge.h"
+#include "widgets/ScrolledText.h"
 #include "widgets/TextCount.h"
 #include "widgets/TextRole.h"
 
@@ -26,6 +27,9 @@ namespace {
 
 // The ids of the choices are the levels; this one gives the automatic level back.
 constexpr int automatic = 100;
+
+constexpr int factWidth = 440;
+constexpr int highestFact = 160;
 
 QLabel* makeText(const QString& text, QWidget* parent)
 {
@@ -77,7 +81,8 @@ RiskReviewDialog::RiskReviewDialog(qint64 entryId, QWidget* parent)
 void RiskReviewDialog::addFacts(FormRows* rows)
 {
     rows->addRow(u"交易日期"_s, makeText(TextRules::dateText(m_entry.transDate), this));
-    rows->addRow(u"摘要"_s, makeText(m_entry.summary, this));
+    rows->addRow(
+        u"摘要"_s, ScrolledText::bounded(makeText(m_entry.summary, this), factWidth, highestFact));
     rows->addRow(u"金额"_s,
         makeText(
             u"%1 %2 元"_s.arg(labelOf(m_entry.direction), Money::format(m_entry.amountFen)), this));
@@ -96,7 +101,7 @@ QWidget* RiskReviewDialog::buildAutomatic()
     QLabel* label = makeText(reasons, cell);
     label->setObjectName(u"riskReasons"_s);
     setTextRole(label, TextRole::Hint);
-    column->addWidget(label);
+    column->addWidget(ScrolledText::bounded(label, factWidth, highestFact));
     return cell;
 }
 

@@ -1,5 +1,6 @@
 #include "dialogs/vouchers/VoucherFields.h"
 
+#include "core/TextRules.h"
 #include "widgets/CodeChoice.h"
 #include "widgets/DateEditor.h"
 #include "widgets/FormRows.h"
@@ -35,7 +36,7 @@ VoucherFields::VoucherFields(QWidget* parent)
 
 void VoucherFields::addTo(FormRows* rows, Required typeAndDate)
 {
-    rows->addRow(u"凭证名称"_s, m_name, Required::Yes);
+    rows->addRow(u"凭证名称"_s, m_name, Required::Trailing);
     rows->addRow(u"凭证类型"_s, m_type, typeAndDate);
     rows->addRow(u"凭证日期"_s, m_date, typeAndDate);
     rows->addWrappedRow(u"备注"_s, withCount(m_note), m_note);
@@ -68,7 +69,7 @@ void VoucherFields::show(const VoucherDescription& description)
 
 VoucherDescription VoucherFields::edited() const
 {
-    return { .name = m_name->text().trimmed(),
+    return { .name = TextRules::oneLine(m_name->text()),
         .voucherType = choiceOf<VoucherType>(m_type).value_or(VoucherType::Other),
         .voucherDate = m_date->date(),
         .note = m_note->toPlainText().trimmed() };

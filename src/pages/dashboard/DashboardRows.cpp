@@ -66,10 +66,9 @@ Destination destinationOf(const TodoList::Item& item)
         return { PageId::Ledger, item.parameters };
     case Target::Vouchers:
         return { PageId::Vouchers, item.parameters };
-    case Target::IndependenceStatement:
-        return { PageId::Documents, { { u"kind"_s, codeOf(DocType::IndependenceStatement) } } };
     case Target::FundDecision:
     case Target::AnnualDecision:
+    case Target::IndependenceStatement:
     case Target::DocumentArchive:
         break;
     }

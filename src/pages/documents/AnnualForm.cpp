@@ -20,6 +20,8 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -55,13 +57,13 @@ Card* AnnualForm::buildYearCard()
     auto* rows = new FormRows;
     m_year = new QSpinBox(card);
     m_year->setObjectName(u"year"_s);
-    const int thisYear = QDate::currentDate().year();
-    m_year->setRange(firstYear, thisYear);
-    m_year->setValue(thisYear - 1);
+    m_year->setMinimum(firstYear);
+    m_usualYear = m_year->value();
+    followYear();
     m_year->setSuffix(u" 年"_s);
     m_date = new DateEditor(DateEditor::Empty::Forbidden, card);
     m_date->setObjectName(u"decisionDate"_s);
-    m_date->setDate(QDate::currentDate());
+    m_date->setToday();
     rows->addRow(u"决定年份"_s, m_year, Required::Yes);
     rows->addRow(u"决定日期"_s, m_date, Required::Yes);
     card->body()->addLayout(rows);
@@ -122,13 +124,24 @@ QWidget* AnnualForm::buildDistribution()
 
 void AnnualForm::refresh()
 {
-    m_year->setMaximum(QDate::currentDate().year());
+    followYear();
     showExisting();
     DocumentForm::refresh();
 }
 
+// The year before this one, until another is chosen.
+void AnnualForm::followYear()
+{
+    const int thisYear = QDate::currentDate().year();
+    m_year->setMaximum(thisYear);
+    const int usualBefore = std::exchange(m_usualYear, thisYear - 1);
+    if (m_year->value() == usualBefore)
+        m_year->setValue(m_usualYear);
+}
+
 void AnnualForm::setYear(int year)
 {
+    followYear();
     m_year->setValue(year);
 }
 
@@ -215,6 +228,6 @@ void AnnualForm::prepareNext()
     m_profit->setAmountFen(0);
     m_method->setCurrentIndex(0);
     m_others->clear();
-    m_date->setDate(QDate::currentDate());
+    m_date->setToday();
     showExisting();
 }

@@ -40,11 +40,13 @@ private:
     AnnualChoices choices() const;
     AnnualDecisionInput input() const;
     void onChanged();
+    void followYear();
     void showExisting();
     /// Whether the year has a decision already; nothing when it cannot be found out.
     std::optional<bool> hasDecision();
 
     QSpinBox* m_year = nullptr;
+    int m_usualYear = 0;
     DateEditor* m_date = nullptr;
     Banner* m_existing = nullptr;
     QCheckBox* m_operatingReport = nullptr;

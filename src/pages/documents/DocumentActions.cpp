@@ -47,6 +47,15 @@ QString existingFile(QWidget* parent, qint64 id)
     return result.ok ? result.filePath : QString();
 }
 
+// Whoever opens a document must not take another's page for it.
+bool mayOpen(QWidget* parent, qint64 id, const QString& path)
+{
+    const auto record = DocumentDao().findById(id);
+    return !record || DocumentPdf::isOf(path, record->contentHtml)
+        || MessageBox::ask(parent, u"文件与存档不一致"_s,
+            DocumentQuestions::openOther(*record, path), u"仍然打开"_s);
+}
+
 qsizetype coveredCount(qint64 id)
 {
     return LinkDao().linksBySource(SourceType::Document, id).size();
@@ -57,7 +66,7 @@ qsizetype coveredCount(qint64 id)
 void open(QWidget* parent, qint64 id)
 {
     const QString path = existingFile(parent, id);
-    if (!path.isEmpty())
+    if (!path.isEmpty() && mayOpen(parent, id, path))
         DesktopFiles::openFile(parent, path);
 }
 

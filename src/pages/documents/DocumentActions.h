@@ -8,7 +8,8 @@ class QWidget;
 /// to be said in boxes of its own.
 namespace DocumentActions {
 
-/// Opens the PDF; one that is missing is offered to be written again first.
+/// Opens the PDF; one that is missing is offered to be written again first, one
+/// that does not show what is stored is asked about.
 void open(QWidget* parent, qint64 id);
 /// The same for the folder of the PDF.
 void showInFolder(QWidget* parent, qint64 id);

@@ -96,7 +96,7 @@ Card* FundForm::buildTermsCard()
     auto* rows = new FormRows;
     m_date = new DateEditor(DateEditor::Empty::Forbidden, card);
     m_date->setObjectName(u"decisionDate"_s);
-    m_date->setDate(QDate::currentDate());
+    m_date->setToday();
     m_settleDate = new DateEditor(DateEditor::Empty::Allowed, card);
     m_settleDate->setObjectName(u"settleDate"_s);
     m_settleDate->setPlaceholderText(u"不约定"_s);
@@ -210,6 +210,6 @@ void FundForm::prepareNext()
     m_nature->clearEditText();
     m_settleDate->setDate({});
     m_extra->clear();
-    m_date->setDate(QDate::currentDate());
+    m_date->setToday();
     refresh();
 }

@@ -25,7 +25,7 @@ IndependenceForm::IndependenceForm(QWidget* parent)
     auto* rows = new FormRows;
     m_baseDate = new DateEditor(DateEditor::Empty::Forbidden, head);
     m_baseDate->setObjectName(u"baseDate"_s);
-    m_baseDate->setDate(QDate::currentDate());
+    m_baseDate->setToday();
     rows->addRow(u"声明基准日"_s, m_baseDate, Required::Yes,
         u"声明所述情况截至这一天，常用年末或出具声明的当天。"_s);
     head->body()->addLayout(rows);
@@ -83,7 +83,7 @@ DocumentResult IndependenceForm::generate()
 
 void IndependenceForm::prepareNext()
 {
-    m_baseDate->setDate(QDate::currentDate());
+    m_baseDate->setToday();
     for (QCheckBox* measure : m_measures)
         measure->setChecked(true);
     m_further->clear();

@@ -18,19 +18,19 @@ struct ColumnWidth {
     int share; // of what is left over
 };
 
-// In the order of the columns, for 13 px text; the heads keep room for the arrow of the sorting.
-// Those that give way do so until the buttons fit into the smallest window.
+// In the order of the columns, for 13 px text. In the smallest window there is room for the heads
+// and the buttons; what a larger one has goes to the texts.
 constexpr auto widths = std::to_array<ColumnWidth>({
-    { 86, 0 },
-    { 72, 5 },
-    { 56, 0 },
+    { 84, 0 },
+    { 84, 4 },
+    { 48, 0 },
     { 108, 0 },
-    { 80, 0 },
-    { 60, 4 },
-    { 80, 0 },
-    { 52, 3 },
-    { 58, 3 },
-    { 56, 0 },
+    { 70, 0 },
+    { 70, 4 },
+    { 70, 0 },
+    { 70, 4 },
+    { 70, 2 },
+    { 50, 0 },
     { 92, 0 },
     { LedgerCellDelegate::actionsWidth, 0 },
 });

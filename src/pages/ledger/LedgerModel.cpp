@@ -5,6 +5,7 @@
 #include "core/TextRules.h"
 #include "services/LedgerTexts.h"
 #include "theme/Theme.h"
+#include "widgets/RiskCellDelegate.h"
 
 #include <algorithm>
 #include <numeric>
@@ -195,9 +196,9 @@ QVariant LedgerModel::data(const QModelIndex& index, int role) const
         return entry.id;
     case DirectionRole:
         return static_cast<int>(entry.direction);
-    case LevelRole:
+    case RiskCellDelegate::LevelRole: // in force
         return static_cast<int>(entry.riskLevel);
-    case OverriddenRole:
+    case RiskCellDelegate::OverriddenRole:
         return entry.riskManualOverride.has_value();
     case SortRole:
         return sortValue(index.row(), index.column());

@@ -28,8 +28,6 @@ public:
     enum Role {
         IdRole = Qt::UserRole,
         DirectionRole,
-        LevelRole, // in force
-        OverriddenRole, // whether a person set the level
         SortRole, // a number whose order is the column's order; Chinese by pinyin
     };
 

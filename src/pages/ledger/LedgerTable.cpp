@@ -4,9 +4,9 @@
 #include "pages/ledger/LedgerCellDelegate.h"
 #include "pages/ledger/LedgerColumns.h"
 #include "pages/ledger/LedgerModel.h"
-#include "pages/ledger/LedgerRiskDelegate.h"
 #include "pages/ledger/LedgerSort.h"
 #include "services/LedgerTexts.h"
+#include "widgets/RiskCellDelegate.h"
 #include "widgets/ViewStyle.h"
 
 #include <QAction>
@@ -68,10 +68,9 @@ LedgerTable::LedgerTable(LedgerModel* ledger, QWidget* parent)
 void LedgerTable::addDelegates()
 {
     auto* cells = new LedgerCellDelegate(this);
-    auto* risks = new LedgerRiskDelegate(this);
     setItemDelegateForColumn(LedgerModel::Amount, new LedgerAmountDelegate(this));
     setItemDelegateForColumn(LedgerModel::Vouchers, cells);
-    setItemDelegateForColumn(LedgerModel::Risk, risks);
+    setItemDelegateForColumn(LedgerModel::Risk, new RiskCellDelegate(this));
     setItemDelegateForColumn(LedgerModel::Actions, cells);
     // Queued: the dialogs that follow must not run inside the handling of the click.
     connect(cells, &LedgerCellDelegate::editRequested, this, &LedgerTable::editRequested,
@@ -83,8 +82,16 @@ void LedgerTable::addDelegates()
     connect(
         cells, &LedgerCellDelegate::documentRequested, this,
         [this](qint64 id) { emit documentRequested({ id }); }, Qt::QueuedConnection);
-    connect(risks, &LedgerRiskDelegate::reviewRequested, this, &LedgerTable::reviewRequested,
-        Qt::QueuedConnection);
+    connect(this, &QAbstractItemView::clicked, this, &LedgerTable::onClicked);
+}
+
+void LedgerTable::onClicked(const QModelIndex& index)
+{
+    // With Ctrl and Shift rows are chosen.
+    if (index.column() != LedgerModel::Risk || QApplication::keyboardModifiers() != Qt::NoModifier)
+        return;
+    QMetaObject::invokeMethod(
+        this, [this, id = idAt(index)] { emit reviewRequested(id); }, Qt::QueuedConnection);
 }
 
 void LedgerTable::addCommands()

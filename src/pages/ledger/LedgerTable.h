@@ -50,6 +50,7 @@ protected:
 
 private:
     void addDelegates();
+    void onClicked(const QModelIndex& index);
     void addCommands();
     /// A command on the single selected entry.
     void addEntryCommand(

@@ -66,7 +66,7 @@ ContractsCard::ContractsCard(QWidget* parent)
 void ContractsCard::buildTable()
 {
     m_table
-        = new DetailTable(u"合同"_s, m_model, { 108, 0, 88, 92, 96, 90, 88, 80 }, mostRows, m_card);
+        = new DetailTable(u"合同"_s, m_model, { 104, 0, 92, 92, 96, 90, 88, 80 }, mostRows, m_card);
     m_table->setObjectName(u"contracts"_s);
     m_table->setItemDelegateForColumn(ContractTableModel::Name, new ContractNameDelegate(m_table));
     auto* links = new LinkCellDelegate(m_table);

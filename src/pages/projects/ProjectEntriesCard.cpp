@@ -73,9 +73,10 @@ QString ProjectEntriesCard::showProject(qint64 projectId)
     const ProjectTotals totals = entries.projectTotals(projectId);
     m_table->keepingCurrent([&] { m_model->setEntries(found); });
     m_card->setTitle(u"关联流水（%1）"_s.arg(found.size()));
-    m_totals->setText(ProjectTexts::totals(totals));
-    return entries.lastError().isEmpty() ? QString()
-                                         : u"关联流水读取失败：%1"_s.arg(entries.lastError());
+    const bool isRead = entries.lastError().isEmpty();
+    // Zeros would be taken for what the project earned.
+    m_totals->setText(isRead ? ProjectTexts::totals(totals) : u"合计读取失败"_s);
+    return isRead ? QString() : u"关联流水读取失败：%1"_s.arg(entries.lastError());
 }
 
 void ProjectEntriesCard::onEdit(qint64 entryId)

@@ -44,6 +44,8 @@ void ThresholdCard::showProfile(const CompanyProfile& profile)
 
 void ThresholdCard::onSave()
 {
+    if (m_form->showProblem())
+        return;
     const std::optional<CompanyProfile> profile = readProfile();
     if (!profile)
         return;

@@ -97,6 +97,9 @@ void lookForLogs(const QString& folder, BackupPreview& preview)
 void compareVoucherFiles(const FolderCopy::Listing& files, BackupPreview& preview)
 {
     preview.voucherFiles = files.fileCount();
+    if (!files.leftOut.isEmpty())
+        preview.warnings += u"备份中有 %1 个目录链接或特殊文件，其中的内容不会被恢复。"_s.arg(
+            files.leftOut.size());
     if (files.problem)
         preview.warnings += u"备份中的凭证文件无法读取：%1"_s.arg(*files.problem);
     else if (!preview.manifest.voucherFiles)

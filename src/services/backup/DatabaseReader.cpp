@@ -59,7 +59,8 @@ std::optional<QString> DatabaseReader::problem() const
     const std::optional<QString> version = firstCell(u"PRAGMA user_version"_s, &error);
     if (!version)
         return error;
-    if (version->toLongLong() < 1 || !rowCount(u"company_profile"_s))
+    // Before any of them is read: a view may compute its rows without end.
+    if (version->toLongLong() < 1 || viewsPoseAsTables() || !rowCount(u"company_profile"_s))
         return u"不是本软件的数据库"_s;
     const auto isMissing = [this](const QString& table) { return !rowCount(table); };
     if (version->toLongLong() >= versionWithAllTables
@@ -72,6 +73,14 @@ std::optional<QString> DatabaseReader::problem() const
     if (finding.value_or(error).compare(u"ok"_s, Qt::CaseInsensitive) != 0)
         return u"数据库完整性检查失败：%1"_s.arg(finding.value_or(error));
     return {};
+}
+
+bool DatabaseReader::viewsPoseAsTables() const
+{
+    const QString names = tables().join(u"','"_s);
+    return firstCell(u"SELECT COUNT(*) FROM sqlite_master WHERE type = 'view' AND "
+                     "lower(name) IN ('%1')"_s.arg(names))
+        != u"0"_s;
 }
 
 qint64 DatabaseReader::version() const

@@ -29,6 +29,7 @@ public:
     QDate newestEntryDate() const;
 
 private:
+    bool viewsPoseAsTables() const;
     qint64 size() const; // bytes, as the file itself counts its pages
     std::optional<QString> firstCell(const QString& sql, QString* error = nullptr) const;
 

@@ -29,11 +29,13 @@ void append(Listing& listing, const fs::directory_entry& entry, const fs::path& 
     std::error_code error;
     std::error_code linkError; // a link that leads nowhere counts as a file
     const bool isLink = entry.is_symlink(error);
+    const bool isFile = !error && entry.is_regular_file(linkError);
     if (isLink && entry.is_directory(linkError))
         leaveOut(listing, "a link to a folder", entry.path());
-    else if (isLink || (!error && entry.is_regular_file(error)))
+    // Reading a pipe or a device would never end.
+    else if (isFile || (isLink && !entry.exists(linkError)))
         listing.files.push_back(relative);
-    else if (!error && entry.is_directory(error))
+    else if (!error && !isLink && entry.is_directory(error))
         listing.folders.push_back(relative);
     else if (error)
         listing.problem = problemWith(u"复制失败：%1"_s, entry.path(), error);

@@ -15,8 +15,8 @@ QString fileName(const DocumentRecord& record);
 /// The path in the present exports folder: the only one that may be written or removed.
 QString ownFile(const DocumentRecord& record);
 
-/// The path to open or show: the own file if it is there, else the stored path if something is
-/// there, else the own file as the place to write to.
+/// The path to open or show: the own file if it is there, else the stored path if a PDF is there,
+/// else the own file as the place to write to.
 QString documentFile(const DocumentRecord& record);
 bool isThere(const DocumentRecord& record);
 
@@ -28,5 +28,11 @@ bool isNamedByOther(const QString& path, qint64 id);
 /// crash left between writing and storing. They are to be reported and never deleted. Empty when
 /// the rows cannot be read.
 QStringList filesWithoutRow();
+
+/// Undoes regenerations that a crash cut off between the new PDF and its row: where the own file of
+/// a document is missing or a PDF of another text, and a `.old` beside it shows the stored text or
+/// is a signed copy, that one takes its place again. What lay there is put aside and kept; a signed
+/// copy in its place stays there. Belongs after the opening of the database.
+void repair();
 
 } // namespace DocumentFiles

@@ -5,8 +5,11 @@
 #include "services/documents/TableColumns.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QImage>
 #include <QPainter>
 #include <QRegularExpression>
+#include <QTextCursor>
+#include <QUrl>
 
 using namespace Qt::StringLiterals;
 
@@ -27,17 +30,34 @@ QPalette paperPalette()
 
 } // namespace
 
+QVariant DocumentLayout::SelfContained::loadResource(int type, const QUrl& name)
+{
+    qWarning("A document refers to a file that is not read: %s",
+        qUtf8Printable(name.toString().left(200)));
+    if (type != QTextDocument::ImageResource)
+        return {};
+    // Without any picture Qt would try the name as that of a file.
+    QImage nothing(1, 1, QImage::Format_ARGB32);
+    nothing.fill(Qt::transparent);
+    return nothing;
+}
+
 DocumentLayout::DocumentLayout(
     const QString& html, QPaintDevice* device, const QSizeF& sheetSize, qreal footHeight)
     : m_sheetSize(sheetSize)
 {
     m_document.setDefaultFont(DocumentPdf::documentFont());
     m_document.setUndoRedoEnabled(false);
-    m_document.setHtml(renderable(html));
-    TableColumns::arrange(m_document);
-    // The device before the width: only then are the lengths of the layout in its dots.
+    // The device before the width: only then are the lengths of the layout in its dots. Both while
+    // the document is empty and all its text as one change, because each of these steps lays out
+    // whatever there is.
     m_document.documentLayout()->setPaintDevice(device);
     m_document.setTextWidth(sheetSize.width());
+    QTextCursor filling(&m_document);
+    filling.beginEditBlock();
+    m_document.setHtml(renderable(html));
+    TableColumns::arrange(m_document);
+    filling.endEditBlock();
     const PageGaps places(m_document);
     QList<PageBreaks::Gap> gaps;
     for (const PageGaps::Place& place : places.all()) {

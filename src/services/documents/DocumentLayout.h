@@ -30,6 +30,12 @@ public:
     static QString renderable(const QString& html);
 
 private:
+    /// The documents of this program name no other file. One from elsewhere may: it is not read,
+    /// be it a device without end, a private file or a place in the network.
+    class SelfContained final : public QTextDocument {
+        QVariant loadResource(int type, const QUrl& name) override;
+    };
+
     /// A paragraph that was begun on an earlier sheet.
     struct Continuation {
         QTextBlock block;
@@ -39,7 +45,7 @@ private:
     /// Paints what the sheet shows of a paragraph begun earlier; where the next one begins.
     qreal paintContinuation(QPainter& painter, const PageBreaks::Sheet& sheet) const;
 
-    QTextDocument m_document;
+    SelfContained m_document;
     QSizeF m_sheetSize;
     std::map<qreal, Continuation> m_continuations; // by the place where they begin
     QList<PageBreaks::Sheet> m_sheets;

@@ -13,6 +13,7 @@
 #include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -139,8 +140,20 @@ bool exportPdf(const QString& html, const QString& path, QString* error)
 
 bool isOf(const QString& path, const QString& html)
 {
+    const QByteArray mark = identityOf(html);
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) && file.readAll().endsWith(identityOf(html));
+    return file.open(QIODevice::ReadOnly)
+        && file.seek(std::max<qint64>(0, file.size() - mark.size()))
+        && file.read(mark.size()) == mark;
+}
+
+bool isUntouched(const QString& path)
+{
+    static const QRegularExpression lastLine(u"%sha256:[0-9a-f]{64}\\n\\z"_s);
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly)
+        && lastLine.match(QString::fromLatin1(file.readAll().right(identityOf({}).size())))
+               .hasMatch();
 }
 
 QString titleOf(const QString& path)

@@ -28,6 +28,10 @@ void registerFontSubstitutes();
 /// Whether the file is a PDF as it was made from exactly this text. False when it cannot be read.
 [[nodiscard]] bool isOf(const QString& path, const QString& html);
 
+/// Whether the file is a PDF as it was made here, whatever text it shows: nobody has scanned a
+/// signed copy over it or added a note. False when it cannot be read.
+[[nodiscard]] bool isUntouched(const QString& path);
+
 /// The title that a PDF of this path carries: the file's name without its last suffix.
 QString titleOf(const QString& path);
 /// Creates the folder of a file that is to be written.

@@ -57,6 +57,12 @@ QString restoreFile(const DocumentRecord& record, const QString& path)
         record.docNo, QDir::toNativeSeparators(path));
 }
 
+QString openOther(const DocumentRecord& record, const QString& path)
+{
+    return u"%1 的 PDF 文件与存档的内容不同：\n%2\n\n它可能是签名后的扫描件，也可能属于恢复备份之前的"
+           "另一份同编号文书，请打开后核对。"_s.arg(record.docNo, QDir::toNativeSeparators(path));
+}
+
 QString secondAnnual(int year)
 {
     return u"%1 年度已经有一份股东决定书，再生成会得到第二份。\n\n两份决定同时有效时，内容不能互相"

@@ -18,6 +18,8 @@ QString regenerate(const DocumentRecord& record);
 QString remove(const DocumentRecord& record, qsizetype covered, bool freesNumber);
 /// The PDF is missing and can be written again from what is stored.
 QString restoreFile(const DocumentRecord& record, const QString& path);
+/// The PDF does not show what is stored.
+QString openOther(const DocumentRecord& record, const QString& path);
 /// The year has an annual decision already.
 QString secondAnnual(int year);
 

@@ -94,6 +94,8 @@ QString firstProblem(const Transaction& entry, Direction direction)
 {
     if (entry.direction != direction)
         return u"流水「%1」的收支方向与所选往来类型不一致。"_s.arg(entry.summary);
+    if (entry.amountFen <= 0)
+        return u"流水「%1」的金额不正确，请先更正流水再出具文书。"_s.arg(entry.summary);
     return {};
 }
 
@@ -164,7 +166,8 @@ std::optional<qint64> totalFen(const QList<Transaction>& entries)
 {
     qint64 total = 0;
     for (const Transaction& entry : entries) {
-        if (entry.amountFen > std::numeric_limits<qint64>::max() - total)
+        // The ledger holds positive amounts only; a damaged row must not lessen the sum.
+        if (entry.amountFen < 0 || entry.amountFen > std::numeric_limits<qint64>::max() - total)
             return {};
         total += entry.amountFen;
     }

@@ -59,7 +59,8 @@ QStringList selectedTexts(const DocumentRecord& record);
 /// The covered entries of a fund decision, in the order of the document.
 QList<qint64> coveredIds(const DocumentRecord& record);
 
-/// The amounts of the entries together; nothing when the sum is beyond any amount.
+/// The amounts of the entries together; nothing when the sum is beyond any amount or one of them
+/// is negative.
 std::optional<qint64> totalFen(const QList<Transaction>& entries);
 
 } // namespace DocumentRules

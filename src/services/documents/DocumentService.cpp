@@ -166,6 +166,17 @@ StagedFile::Former formerOf(const DocumentRecord& record, const QString& path)
                                                        : StagedFile::Former::PutAside;
 }
 
+// The file of a document that is gone. What is not its PDF may be a signed copy and is kept.
+void removeFile(const DocumentRecord& record, const QString& path)
+{
+    if (!QFileInfo(path).isFile())
+        return;
+    const bool done = DocumentPdf::isOf(path, record.contentHtml) ? QFile::remove(path)
+                                                                  : StagedFile::putAside(path);
+    if (!done)
+        qWarning("PDF of a deleted document not removed: %s", qUtf8Printable(path));
+}
+
 DocumentResult save(DocumentRecord record)
 {
     const QString path = record.filePath;
@@ -208,6 +219,8 @@ template <typename Input> DocumentResult generateFrom(const Input& input, const 
 QString previewOf(DocumentRecord record)
 {
     record.docNo = u"（生成时自动编号）"_s;
+    if (record.docType == DocType::FundDecision && record.fundNature.isEmpty())
+        record.fundNature = u"（待填写）"_s;
     QList<Transaction> entries;
     TransactionDao ledger;
     for (const qint64 id : DocumentRules::coveredIds(record)) {
@@ -300,8 +313,8 @@ DocumentResult DocumentService::deleteDocument(qint64 id)
     if (!error.isEmpty())
         return failure(error);
 
-    if (QFileInfo(path).isFile() && fileIsItsOwn && !QFile::remove(path))
-        qWarning("PDF of a deleted document not removed: %s", qUtf8Printable(path));
+    if (fileIsItsOwn)
+        removeFile(*record, path);
     if (coveredEntries)
         RiskService().reevaluateAll();
     return { .ok = true };

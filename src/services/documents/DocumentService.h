@@ -27,13 +27,15 @@ public:
     /// title and dates stay. Refused when an entry has changed its direction since, and when the
     /// stored selection cannot be read.
     [[nodiscard]] DocumentResult regenerate(qint64 id);
-    /// Only `ok` and `error` say something.
+    /// A file of its name that is not its PDF is put aside and kept. Only `ok` and `error` say
+    /// something.
     [[nodiscard]] DocumentResult deleteDocument(qint64 id);
     /// Writes a missing PDF again, as the document was stored; a PDF that is there is left alone.
     [[nodiscard]] DocumentResult restoreFile(qint64 id);
 
-    /// The page that would be stored, with a remark in place of the number. Nothing is written or
-    /// refused: what is still missing in the input is missing in the page.
+    /// The page that would be stored, with remarks in place of the number and of a nature of the
+    /// money that is not chosen yet. Nothing is written or refused: what else is still missing in
+    /// the input is missing in the page.
     QString preview(const AnnualDecisionInput& input);
     QString preview(const FundDecisionInput& input);
     QString preview(const IndependenceStatementInput& input);

@@ -56,6 +56,15 @@ StagedFile::~StagedFile()
     takeBack();
 }
 
+bool StagedFile::putAside(const QString& path)
+{
+    const QString aside = asidePath(path);
+    if (!renameOver(path, aside))
+        return false;
+    qWarning("A file that is not this document was put aside: %s", qUtf8Printable(aside));
+    return true;
+}
+
 bool StagedFile::write(const QByteArray& bytes)
 {
     const QString newPath = freePath(m_path, u".new"_s);
@@ -82,9 +91,14 @@ bool StagedFile::saveFormer(Former former)
     if (QFileInfo(m_path).isDir())
         return false;
     m_former = former;
-    const bool aside = former == Former::PutAside;
-    const QString formerPath = aside ? asidePath(m_path) : freePath(m_path, u".old"_s);
-    if (aside ? !renameOver(m_path, formerPath) : !QFile::copy(m_path, formerPath))
+    // A copy in either case: moved away, the path would be without a file until the new one comes.
+    // Under this name a crash before the commit shows that it belongs back.
+    QFile file(m_path);
+    const QString formerPath = freePath(m_path, u".old"_s);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError || !SafeFile::write(formerPath, bytes))
         return false;
     m_formerPath = formerPath;
     return true;
@@ -94,9 +108,12 @@ void StagedFile::keep()
 {
     if (!m_formerPath.isEmpty() && m_former == Former::Replaced && !QFile::remove(m_formerPath))
         qWarning("Former file not removed: %s", qUtf8Printable(m_formerPath));
-    if (!m_formerPath.isEmpty() && m_former == Former::PutAside)
-        qWarning(
-            "A file that is not this document was put aside: %s", qUtf8Printable(m_formerPath));
+    if (!m_formerPath.isEmpty() && m_former == Former::PutAside) {
+        const QString aside = asidePath(m_path);
+        const bool renamed = renameOver(m_formerPath, aside);
+        qWarning("A file that is not this document was put aside: %s",
+            qUtf8Printable(renamed ? aside : m_formerPath));
+    }
     m_formerPath.clear();
     m_inPlace = false;
 }
@@ -105,9 +122,11 @@ void StagedFile::takeBack()
 {
     if (!m_newPath.isEmpty() && !QFile::remove(m_newPath))
         qWarning("New file not removed: %s", qUtf8Printable(m_newPath));
-    if (!m_formerPath.isEmpty()) {
+    if (m_inPlace && !m_formerPath.isEmpty()) {
         if (!renameOver(m_formerPath, m_path))
             qCritical("Former file not put back: %s", qUtf8Printable(m_formerPath));
+    } else if (!m_formerPath.isEmpty() && !QFile::remove(m_formerPath)) {
+        qWarning("Copy of the former file not removed: %s", qUtf8Printable(m_formerPath));
     } else if (m_inPlace && !QFile::remove(m_path)) {
         qWarning("New file not removed: %s", qUtf8Printable(m_path));
     }

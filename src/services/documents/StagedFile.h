@@ -19,6 +19,9 @@ public:
     StagedFile(const StagedFile&) = delete;
     StagedFile& operator=(const StagedFile&) = delete;
 
+    /// Keeps the file beside under a name of its own, at once and for good.
+    [[nodiscard]] static bool putAside(const QString& path);
+
     [[nodiscard]] bool write(const QByteArray& bytes);
     /// After `write`. A folder in the file's place is a failure.
     [[nodiscard]] bool putInPlace(Former former);

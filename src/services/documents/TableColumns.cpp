@@ -1,13 +1,13 @@
 #include "services/documents/TableColumns.h"
 
+#include <QSet>
 #include <QTextBlock>
 #include <QTextDocument>
-#include <QTextFrame>
 #include <QTextTable>
 
-#include <numeric>
-
 #include <algorithm>
+#include <numeric>
+#include <utility>
 
 namespace TableColumns {
 
@@ -60,9 +60,16 @@ void arrange(QTextTable* table)
 
 void arrange(QTextDocument& document)
 {
-    for (QTextFrame* frame : document.rootFrame()->childFrames()) {
-        auto* table = qobject_cast<QTextTable*>(frame);
-        if (table && table->format().border() > 0)
+    // Not by way of the frames, which know their children only once the change that made them is
+    // closed.
+    QSet<QTextTable*> tables;
+    for (const QTextFormat& format : document.allFormats()) {
+        if (format.objectIndex() >= 0)
+            tables += qobject_cast<QTextTable*>(document.objectForFormat(format));
+    }
+    tables.remove(nullptr);
+    for (QTextTable* table : std::as_const(tables)) {
+        if (table->format().border() > 0)
             arrange(table);
     }
 }

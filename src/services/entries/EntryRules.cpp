@@ -38,8 +38,8 @@ std::optional<FormProblem<Field>> firstProblem(const Transaction& entry)
 
 Transaction normalized(Transaction entry)
 {
-    entry.summary = entry.summary.trimmed();
-    entry.counterpartyName = entry.counterpartyName.trimmed();
+    entry.summary = TextRules::oneLine(entry.summary);
+    entry.counterpartyName = TextRules::oneLine(entry.counterpartyName);
     entry.note = entry.note.trimmed();
     return entry;
 }

@@ -23,7 +23,7 @@ inline constexpr int longestReview = 500;
 /// looked at without the white space around them.
 std::optional<FormProblem<Field>> firstProblem(const Transaction& entry);
 
-/// The entry as it is stored: texts trimmed.
+/// The entry as it is stored: texts trimmed, names and summaries on one line.
 Transaction normalized(Transaction entry);
 
 /// A new entry with the values of another one, dated today: nothing of its identity, its risk or

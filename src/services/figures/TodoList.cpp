@@ -107,7 +107,8 @@ void addMissingIndependenceStatement(QList<Item>& items, const Facts& facts)
             TextRules::dateText(latest))
         : u"还没有财产独立声明书。建议出具一份，说明公司财产与个人财产分开管理，此后每年更新。"_s;
     items += { Kind::MissingIndependenceStatement, NoticeLevel::Info,
-        u"近十二个月没有财产独立声明书"_s, text, Target::IndependenceStatement, {} };
+        u"近十二个月没有财产独立声明书"_s, text, Target::IndependenceStatement,
+        { { u"kind"_s, codeOf(DocType::IndependenceStatement) } } };
 }
 
 // The money left with the first payment that the decision covers, which may lie before the day

@@ -25,7 +25,7 @@ enum class Target {
     Ledger, // "risk": a level's code, "category": a category's code, or "txIds"
     FundDecision, // "fund": true, "txIds"
     AnnualDecision, // "year": int
-    IndependenceStatement, // no parameters
+    IndependenceStatement, // "kind": the code of the kind
     DocumentArchive, // "docId": of the document to show
     Vouchers, // "linked": "none"
 };

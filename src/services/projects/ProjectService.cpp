@@ -36,15 +36,32 @@ Result committed(DbTransaction& transaction)
     return failure(commitFailed);
 }
 
+// How a kind of record is told to the user.
+struct Wording {
+    QString name;
+    QString codeColumn; // as the database names it when a code is taken
+};
+
+QString saveProblem(const Wording& wording, const QString& code, const QString& error)
+{
+    if (!error.contains(u"UNIQUE constraint failed: "_s + wording.codeColumn))
+        return error;
+    const QString reason = code.isEmpty()
+        ? u"已有另一个没有编号的%1，请填写%1编号。"_s.arg(wording.name)
+        : u"%1编号「%2」已被使用，请换一个编号。"_s.arg(wording.name, code);
+    return u"%1\n\n（%2）"_s.arg(reason, error);
+}
+
 // Changing a row that is gone would succeed and write nothing.
-template <typename Dao, typename Record> Result save(Record& record, const QString& gone)
+template <typename Dao, typename Record> Result save(Record& record, const Wording& wording)
 {
     Dao store;
     record = ProjectRules::normalized(record);
     if (record.id > 0 && !store.findById(record.id))
-        return failure(store.lastError().isEmpty() ? gone : store.lastError());
+        return failure(store.lastError().isEmpty() ? u"该%1可能已被删除。"_s.arg(wording.name)
+                                                   : store.lastError());
     const bool done = record.id > 0 ? store.update(record) : store.insert(record);
-    return done ? success() : failure(store.lastError());
+    return done ? success() : failure(saveProblem(wording, record.code, store.lastError()));
 }
 
 // The reason in the database's words when a contract cannot be read or removed.
@@ -76,12 +93,12 @@ Result changeLinks(const QList<qint64>& voucherIds, LinkDao& links,
 
 Result saveProject(Project& project)
 {
-    return save<ProjectDao>(project, u"该项目可能已被删除。"_s);
+    return save<ProjectDao>(project, { u"项目"_s, u"projects.code"_s });
 }
 
 Result saveContract(Contract& contract)
 {
-    return save<ContractDao>(contract, u"该合同可能已被删除。"_s);
+    return save<ContractDao>(contract, { u"合同"_s, u"contracts.code"_s });
 }
 
 Result removeProject(qint64 projectId)

@@ -2,10 +2,12 @@
 
 #include "core/AppPaths.h"
 #include "core/SafeFile.h"
+#include "db/VoucherDao.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSet>
 #include <QUuid>
 
 using namespace Qt::StringLiterals;
@@ -23,6 +25,12 @@ bool staysInside(const QString& path)
     const QString target = QFileInfo(path).canonicalFilePath();
     return target.isEmpty()
         || isBelow(target, QFileInfo(AppPaths::voucherAssetsDir()).canonicalFilePath());
+}
+
+// Where letter case matters, taking two files for one only keeps a file from being reported.
+QString comparable(const QString& path)
+{
+    return QDir::cleanPath(path).toCaseFolded();
 }
 
 } // namespace
@@ -55,6 +63,23 @@ void remove(const QString& storedPath)
     if (!file.remove())
         qWarning("The voucher file %s could not be removed: %s", qUtf8Printable(storedPath),
             qUtf8Printable(file.errorString()));
+}
+
+QStringList filesWithoutRow()
+{
+    VoucherDao vouchers;
+    QSet<QString> named;
+    for (const Voucher& voucher : vouchers.search({}))
+        named += comparable(locate(voucher.storedPath));
+    if (!vouchers.lastError().isEmpty())
+        return {};
+    QStringList free;
+    const QDir folder(AppPaths::voucherAssetsDir());
+    for (const QString& name : folder.entryList(QDir::Files | QDir::Hidden, QDir::Name)) {
+        if (!named.contains(comparable(folder.filePath(name))))
+            free += AppPaths::toStored(folder.filePath(name));
+    }
+    return free;
 }
 
 } // namespace VoucherAssets

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 /// The folder of the archived files. A voucher's row names its copy by a path relative to the data
 /// directory; what such a path leads to outside of the folder is never touched.
@@ -18,6 +19,11 @@ QString existingFile(const QString& storedPath);
 /// Removes the copy of a stored path. A file that cannot be removed is only logged; one that is
 /// gone already is not.
 void remove(const QString& storedPath);
+
+/// Files of the folder that no voucher's row names, by their stored paths: a crash between copying
+/// and storing, or between deleting a row and its copy, leaves one. They do no harm, and none is
+/// deleted. Empty when the rows cannot be read.
+QStringList filesWithoutRow();
 
 } // namespace VoucherAssets
 
