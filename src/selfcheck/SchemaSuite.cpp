@@ -118,8 +118,8 @@ void Suites::schema(Findings& findings)
     if (!findings.expect(Connection::current().isOpen(), u"数据库未打开"_s))
         return;
     const qint64 version = database.userVersion();
-    findings.expect(
-        version >= knownVersion, u"数据库版本为 %1，应为 %2"_s.arg(version).arg(knownVersion));
+    findings.expect(version >= knownVersion,
+        u"数据库版本为 %1，应为 %2"_s.arg(QString::number(version), QString::number(knownVersion)));
     findings.expect(
         CheckDao().number(u"PRAGMA foreign_keys"_s).value_or(0) == 1, u"外键约束没有启用"_s);
     compareParts(findings, version);

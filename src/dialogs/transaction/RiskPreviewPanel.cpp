@@ -1,27 +1,11 @@
 #include "dialogs/transaction/RiskPreviewPanel.h"
 
+#include "dialogs/NoticeKind.h"
 #include "widgets/Banner.h"
 
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-BannerKind kindOf(NoticeLevel level)
-{
-    switch (level) {
-    case NoticeLevel::Danger:
-        return BannerKind::Danger;
-    case NoticeLevel::Warning:
-        return BannerKind::Warning;
-    case NoticeLevel::Info:
-        break;
-    }
-    return BannerKind::Info;
-}
-
-} // namespace
 
 RiskPreviewPanel::RiskPreviewPanel(QWidget* parent)
     : QWidget(parent)
@@ -40,7 +24,7 @@ RiskPreviewPanel::RiskPreviewPanel(QWidget* parent)
 
 void RiskPreviewPanel::showPreview(const RiskPreview& preview)
 {
-    m_preview->setKind(kindOf(preview.level));
+    m_preview->setKind(bannerKindOf(preview.level));
     m_preview->setText(preview.text);
 }
 

@@ -1,6 +1,7 @@
 #include "pages/dashboard/DashboardPage.h"
 
 #include "core/Money.h"
+#include "dialogs/NoticeKind.h"
 #include "pages/dashboard/ListCard.h"
 #include "pages/TrendBars.h"
 #include "services/SelfCheckState.h"
@@ -216,7 +217,7 @@ void DashboardPage::showBanners()
     for (const DashboardBanners::Notice& notice : DashboardBanners::noticesOf(facts)) {
         if (!m_figures.profile && notice.target != DashboardBanners::Target::SelfCheck)
             continue;
-        auto* banner = new Banner(DashboardRows::kindOf(notice.level), this);
+        auto* banner = new Banner(bannerKindOf(notice.level), this);
         banner->setText(notice.text);
         banner->setAction(DashboardRows::actionOf(notice.target));
         m_banners->addWidget(banner);

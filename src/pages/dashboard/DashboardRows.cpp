@@ -2,6 +2,7 @@
 
 #include "core/Money.h"
 #include "core/TextRules.h"
+#include "dialogs/NoticeKind.h"
 #include "services/LedgerTexts.h"
 #include "widgets/RiskBadge.h"
 
@@ -50,7 +51,7 @@ Destination settingsAt(const QString& section)
 
 RowButton::Content todoRow(const TodoList::Item& item)
 {
-    const BannerKind kind = kindOf(item.severity);
+    const BannerKind kind = bannerKindOf(item.severity);
     return { .icon = codeOf(kind),
         .iconColour = textTokenOf(kind),
         .title = item.title,
@@ -121,19 +122,6 @@ Destination destinationOfStep(int step)
     default:
         return { PageId::Vouchers, {} };
     }
-}
-
-BannerKind kindOf(NoticeLevel level)
-{
-    switch (level) {
-    case NoticeLevel::Danger:
-        return BannerKind::Danger;
-    case NoticeLevel::Warning:
-        return BannerKind::Warning;
-    case NoticeLevel::Info:
-        break;
-    }
-    return BannerKind::Info;
 }
 
 QString actionOf(DashboardBanners::Target target)

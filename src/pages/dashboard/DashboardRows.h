@@ -26,7 +26,6 @@ struct Destination {
 [[nodiscard]] QList<RowButton::Content> stepRows(const DashboardFigures::Steps& steps);
 [[nodiscard]] Destination destinationOfStep(int step);
 
-[[nodiscard]] BannerKind kindOf(NoticeLevel level);
 /// What the button of a banner says.
 [[nodiscard]] QString actionOf(DashboardBanners::Target target);
 [[nodiscard]] Destination destinationOf(DashboardBanners::Target target);
