@@ -147,6 +147,14 @@ void DateEditor::focusOutEvent(QFocusEvent* event)
         tidy();
 }
 
+void DateEditor::showEvent(QShowEvent* event)
+{
+    // Whoever comes back to a page after midnight must not see yesterday for a moment.
+    if (m_calendar->isActive())
+        setToday();
+    QLineEdit::showEvent(event);
+}
+
 void DateEditor::onTextChanged()
 {
     m_calendar->stop();

@@ -54,6 +54,19 @@ private slots:
         QCOMPARE(touched.date(), QDate(2025, 2, 4));
     }
 
+    void comesIntoViewWithThePresentDay()
+    {
+        DateEditor untouched;
+        DateEditor touched;
+        for (DateEditor* field : { &untouched, &touched })
+            field->setToday(QDate(2025, 2, 3));
+        touched.setDate(QDate(2025, 2, 4));
+        for (DateEditor* field : { &untouched, &touched })
+            field->show();
+        QCOMPARE(untouched.date(), QDate::currentDate());
+        QCOMPARE(touched.date(), QDate(2025, 2, 4));
+    }
+
     void understandsWhatIsTyped_data()
     {
         addColumns<QString, QString>("typed", "shown");
