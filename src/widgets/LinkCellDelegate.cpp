@@ -26,6 +26,7 @@ QRect buttonRect(const QRect& cell, qsizetype count, qsizetype position)
 LinkCellDelegate::LinkCellDelegate(QAbstractItemView* view)
     : RowDelegate(view)
     , m_view(view)
+    , m_viewport(view->viewport())
 {
     view->viewport()->setMouseTracking(true);
     view->viewport()->installEventFilter(this);
@@ -97,7 +98,8 @@ void LinkCellDelegate::setHovered(const Button& button)
 
 bool LinkCellDelegate::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched != m_view->viewport())
+    // By pointer: the last events of a viewport come when its view is gone already.
+    if (watched != m_viewport)
         return RowDelegate::eventFilter(watched, event);
     if (event->type() == QEvent::Leave) {
         setHovered({});

@@ -45,6 +45,7 @@ private:
     void setHovered(const Button& button);
 
     QAbstractItemView* m_view;
+    QWidget* m_viewport;
     Button m_hovered;
     Button m_pressed;
 };
