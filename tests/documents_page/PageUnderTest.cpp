@@ -8,7 +8,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QPlainTextEdit>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

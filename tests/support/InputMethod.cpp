@@ -2,7 +2,7 @@
 
 #include <QApplication>
 #include <QInputMethodEvent>
-#include <QtTest>
+#include <QTest>
 
 namespace InputMethod {
 

@@ -2,7 +2,7 @@
 
 #include <QApplication>
 #include <QLabel>
-#include <QtTest>
+#include <QTest>
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QObject>
-#include <QtTest>
+#include <QTest>
 
 /// Base of every test class: each test function starts in an empty data directory and fails at
 /// any Qt warning that it did not announce with QTest::ignoreMessage.

@@ -7,7 +7,7 @@
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
-#include <QtTest>
+#include <QTest>
 #include <QVariant>
 
 using namespace Qt::StringLiterals;

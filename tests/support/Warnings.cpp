@@ -1,7 +1,7 @@
 #include "support/Warnings.h"
 
 #include <QRegularExpression>
-#include <QtTest>
+#include <QTest>
 
 void expectWarnings(const QStringList& patterns)
 {
