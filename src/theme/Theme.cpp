@@ -95,6 +95,9 @@ Theme& Theme::instance()
 
 void Theme::apply(ThemeMode mode)
 {
+    // A style sheet makes every widget take on its style anew: not for nothing at every start.
+    if (mode == m_mode && !qApp->styleSheet().isEmpty())
+        return;
     m_mode = mode;
     // The same base style on every platform: the style sheet is drawn and checked on this one.
     if (qApp->styleSheet().isEmpty())

@@ -14,7 +14,7 @@ public:
     ThemeMode mode() const { return m_mode; }
 
     /// Sets style, palette and style sheet of the application and repaints every widget in the
-    /// new colours, links in labels included.
+    /// new colours, links in labels included. The mode in force costs nothing.
     void apply(ThemeMode mode);
 
     QColor color(Token token) const;

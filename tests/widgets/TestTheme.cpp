@@ -50,6 +50,8 @@ private slots:
         QVERIFY(label.text().contains(tokenColor(Token::DangerText, ThemeMode::Dark).name()));
         QVERIFY(!label.text().contains(tokenColor(Token::DangerText, ThemeMode::Light).name()));
         QVERIFY(button.grab().toImage() != light.toImage());
+        Theme::instance().apply(ThemeMode::Dark);
+        QCOMPARE(changed.count(), 1);
     }
 
     void switchingRecoloursLinksInLabels()
