@@ -16,6 +16,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -124,6 +125,37 @@ private slots:
         QCOMPARE(ProfileDao().load().largeAmountFen, 1'000'000);
         QCOMPARE(ProfileDao().load().frequentCount, 5);
         QCOMPARE(TransactionDao().findById(entry.id)->riskLevel, RiskLevel::Low);
+    }
+
+    void aLongLedgerIsEvaluatedBehindANotice_data()
+    {
+        QTest::addColumn<int>("entries");
+        QTest::addColumn<bool>("noticed");
+        addCase("a long ledger", 5000, true);
+        addCase("a short one", 4999, false);
+    }
+
+    void aLongLedgerIsEvaluatedBehindANotice()
+    {
+        QFETCH(int, entries);
+        QFETCH(bool, noticed);
+        QCOMPARE(TestDatabase::run(
+                     { u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n "
+                       "WHERE i < %1) INSERT INTO transactions (trans_date, summary, "
+                       "direction, amount_fen, owner_account_type, counterparty_name, "
+                       "counterparty_account_type, category) SELECT '2026-03-01', '房租', "
+                       "'out', 100, 'company', '房东', 'company', 'other' FROM n"_s.arg(entries) }),
+            QString());
+        SettingsPage page;
+        page.refresh();
+        page.show();
+        bool seen = false;
+        QTimer::singleShot(0, &page, [&seen] {
+            const QWidget* notice = QApplication::activeModalWidget();
+            seen = notice && notice->objectName() == u"BusyNotice";
+        });
+        press(page, u"保存标准"_s);
+        QCOMPARE(seen, noticed);
     }
 
     void anEmptiedAmountIsNotStoredAsZero()

@@ -36,9 +36,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Up to here a re-evaluation is over before a notice could be read.
-constexpr int entriesWithoutNotice = 5000;
-
 Banner* hiddenBanner(BannerKind kind, QWidget* parent)
 {
     auto* banner = new Banner(kind, parent);
@@ -359,7 +356,7 @@ void LedgerPage::onDelete(qint64 id)
     }
     {
         std::optional<BusyNotice> notice;
-        if (m_model->rowCount() > entriesWithoutNotice)
+        if (RiskService::takesNoticeablyLong())
             notice.emplace(this, u"流水已删除，正在重算风险…"_s);
         RiskService().reevaluateAll();
     }
