@@ -6,6 +6,7 @@
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
+#include "support/TestLedger.h"
 #include "theme/Theme.h"
 #include "widgets/AmountField.h"
 #include "widgets/Banner.h"
@@ -139,13 +140,7 @@ private slots:
     {
         QFETCH(int, entries);
         QFETCH(bool, noticed);
-        QCOMPARE(TestDatabase::run(
-                     { u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n "
-                       "WHERE i < %1) INSERT INTO transactions (trans_date, summary, "
-                       "direction, amount_fen, owner_account_type, counterparty_name, "
-                       "counterparty_account_type, category) SELECT '2026-03-01', '房租', "
-                       "'out', 100, 'company', '房东', 'company', 'other' FROM n"_s.arg(entries) }),
-            QString());
+        QCOMPARE(TestLedger::addMany(entries), QString());
         SettingsPage page;
         page.refresh();
         page.show();
