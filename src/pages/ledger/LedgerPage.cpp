@@ -380,6 +380,10 @@ void LedgerPage::onFundDecisions(const QList<qint64>& ids)
 void LedgerPage::onExport()
 {
     const QString title = u"导出资金流水 CSV"_s;
+    if (!m_unreadable->isHidden()) {
+        MessageBox::warn(this, title, m_unreadable->text());
+        return;
+    }
     const QList<Transaction> rows = m_model->entries();
     if (rows.isEmpty()) {
         MessageBox::info(this, title, u"当前筛选条件下没有可导出的流水"_s);
