@@ -133,7 +133,10 @@ Problem drawUpStatement(IPage& page)
 {
     if (const Problem problem = fillIndependence(page))
         return problem;
-    return Hands::press(page, u"生成文书"_s);
+    const Problem problem = Hands::press(page, u"生成文书"_s);
+    // The form is emptied for the next one, and its preview follows.
+    Hands::waitUntilStill(*page.window());
+    return problem;
 }
 
 Problem removeNewestDocument()

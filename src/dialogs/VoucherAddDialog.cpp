@@ -4,6 +4,7 @@
 #include "dialogs/vouchers/VoucherFields.h"
 #include "dialogs/vouchers/VoucherLinkFields.h"
 #include "dialogs/vouchers/VoucherQueuePanel.h"
+#include "services/risk/RiskService.h"
 #include "services/vouchers/VoucherRules.h"
 #include "widgets/BusyNotice.h"
 #include "widgets/Card.h"
@@ -156,7 +157,9 @@ VoucherBatch::Outcome VoucherAddDialog::import(const VoucherDescription& descrip
     const VoucherBatch::Order order { m_queue->files(), description, m_links->projectId(),
         m_links->entryIds() };
     std::optional<BusyNotice> notice;
-    if (m_queue->validCount() > 1 || order.transactionIds.size() > mostQuickLinks)
+    const bool evaluates = !order.transactionIds.isEmpty();
+    if (m_queue->validCount() > 1 || order.transactionIds.size() > mostQuickLinks
+        || (evaluates && RiskService::takesNoticeablyLong()))
         notice.emplace(this, u"正在入库…"_s, BusyNotice::Cancel::Allowed);
     return VoucherBatch::run(order, [&](qsizetype done, qsizetype total) {
         if (!notice)

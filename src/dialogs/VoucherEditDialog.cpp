@@ -6,6 +6,7 @@
 #include "db/VoucherDao.h"
 #include "dialogs/vouchers/VoucherFields.h"
 #include "dialogs/vouchers/VoucherLinkFields.h"
+#include "services/risk/RiskService.h"
 #include "services/vouchers/VoucherRules.h"
 #include "widgets/Banner.h"
 #include "widgets/BusyNotice.h"
@@ -163,7 +164,7 @@ void VoucherEditDialog::onSave()
     bool saved = false;
     {
         std::optional<BusyNotice> notice;
-        if (m_links->entryIds().size() > mostQuickLinks)
+        if (m_links->entryIds().size() > mostQuickLinks || RiskService::takesNoticeablyLong())
             notice.emplace(this, u"正在保存…"_s);
         saved = VoucherService::updateVoucher(
             m_voucherId, edited, m_links->projectId(), m_links->entryIds(), &error);

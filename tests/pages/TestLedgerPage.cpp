@@ -262,6 +262,9 @@ private slots:
         shown.page.refresh();
         QVERIFY(shown.find<Banner>(u"unreadable"_s)->text().contains(u"transactions"_s));
         QVERIFY(!shown.says(u"暂无资金流水"_s));
+        ModalAnswerer answers(u"确定"_s);
+        shown.page.onExport();
+        QVERIFY(answers.seen().value(0).text.startsWith(u"流水无法读取："_s));
         QCOMPARE(TestDatabase::run({ u"ALTER TABLE gone RENAME TO transactions"_s }), QString());
         shown.press(u"重试"_s);
         QVERIFY(!shown.find<Banner>(u"unreadable"_s)->isVisible());

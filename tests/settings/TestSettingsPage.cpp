@@ -6,6 +6,7 @@
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
+#include "support/TestLedger.h"
 #include "theme/Theme.h"
 #include "widgets/AmountField.h"
 #include "widgets/Banner.h"
@@ -16,6 +17,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -124,6 +126,31 @@ private slots:
         QCOMPARE(ProfileDao().load().largeAmountFen, 1'000'000);
         QCOMPARE(ProfileDao().load().frequentCount, 5);
         QCOMPARE(TransactionDao().findById(entry.id)->riskLevel, RiskLevel::Low);
+    }
+
+    void aLongLedgerIsEvaluatedBehindANotice_data()
+    {
+        QTest::addColumn<int>("entries");
+        QTest::addColumn<bool>("noticed");
+        addCase("a long ledger", 5000, true);
+        addCase("a short one", 4999, false);
+    }
+
+    void aLongLedgerIsEvaluatedBehindANotice()
+    {
+        QFETCH(int, entries);
+        QFETCH(bool, noticed);
+        QCOMPARE(TestLedger::addMany(entries), QString());
+        SettingsPage page;
+        page.refresh();
+        page.show();
+        bool seen = false;
+        QTimer::singleShot(0, &page, [&seen] {
+            const QWidget* notice = QApplication::activeModalWidget();
+            seen = notice && notice->objectName() == u"BusyNotice";
+        });
+        press(page, u"保存标准"_s);
+        QCOMPARE(seen, noticed);
     }
 
     void anEmptiedAmountIsNotStoredAsZero()

@@ -5,6 +5,7 @@
 #include "db/LinkDao.h"
 #include "db/TransactionDao.h"
 #include "db/VoucherDao.h"
+#include "support/TestDatabase.h"
 
 #include <QRegularExpression>
 
@@ -44,6 +45,15 @@ Transaction entry(const QString& date, Category category, Direction direction, q
 qint64 add(Transaction entry)
 {
     return TransactionDao().insert(entry) ? entry.id : 0;
+}
+
+QString addMany(int count)
+{
+    return TestDatabase::run(
+        { u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) INSERT "
+          "INTO transactions (trans_date, summary, direction, amount_fen, owner_account_type, "
+          "counterparty_name, category) SELECT '2025-01-01', '摘要', 'out', 10000, 'company', "
+          "'对方', 'other' FROM n"_s.arg(count) });
 }
 
 qint64 addFundDecision(

@@ -11,6 +11,10 @@ Transaction entry(const QString& date, Category category, Direction direction, q
 /// Stores the entry; its id.
 qint64 add(Transaction entry);
 
+/// Stores so many like entries at once, of the usual amount, without evaluating them; the error,
+/// or an empty text.
+QString addMany(int count);
+
 /// Stores a fund decision over the entries, payments out of the company; its id.
 qint64 addFundDecision(const QList<qint64>& entryIds,
     const QString& docDate = QStringLiteral("2025-01-01"), const QString& settleDate = {});

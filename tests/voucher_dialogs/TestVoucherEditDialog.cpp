@@ -14,6 +14,7 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -97,6 +98,22 @@ private slots:
         press(dialog, u"清空流水"_s);
         press(dialog, u"保存"_s);
         QCOMPARE(storedLinks(), QStringList());
+    }
+
+    void savingInALongLedgerShowsANotice()
+    {
+        const qint64 id = addLinked({}, 0);
+        QCOMPARE(TestLedger::addMany(5000), QString());
+        VoucherEditDialog dialog(id);
+        dialog.show();
+        press(dialog, u"清空流水"_s);
+        bool noticed = false;
+        QTimer::singleShot(0, &dialog, [&noticed] {
+            const QWidget* notice = QApplication::activeModalWidget();
+            noticed = notice && notice->objectName() == u"BusyNotice";
+        });
+        press(dialog, u"保存"_s);
+        QVERIFY(noticed);
     }
 
     void entriesAreChosenAnew()

@@ -24,6 +24,7 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTableView>
+#include <QTimer>
 #include <QUrl>
 
 #include <memory>
@@ -205,6 +206,25 @@ private slots:
         QCOMPARE(names(), (QStringList { u"甲"_s, u"丙"_s }));
         QCOMPARE(current(), u"丙"_s);
         QCOMPARE(m_page->findChild<Toast*>()->text(), u"凭证已删除"_s);
+    }
+
+    void deletingInALongLedgerShowsANotice()
+    {
+        add(u"甲"_s, 3);
+        QCOMPARE(TestLedger::addMany(5000), QString());
+        open({});
+        select(u"甲"_s);
+        bool noticed = false;
+        ModalAnswerer answers([&noticed](QDialog* box) {
+            ModalAnswerer::buttonOf(box, u"删除"_s)->click();
+            QTimer::singleShot(0, qApp, [&noticed] {
+                const QWidget* notice = QApplication::activeModalWidget();
+                noticed = notice && notice->objectName() == u"BusyNotice";
+            });
+        });
+        press(Qt::Key_Delete);
+        QVERIFY(noticed);
+        QCOMPARE(TestDatabase::row(u"SELECT COUNT(*) FROM vouchers"_s), u"0"_s);
     }
 
     void afterTheLastVoucherThePageSaysWhatToDo()

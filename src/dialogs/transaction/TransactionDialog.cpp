@@ -32,21 +32,12 @@ constexpr int footerHeight = 57;
 // Of the screen's height, for the title bar and some of the window behind.
 constexpr int spared = 100;
 
-// Re-evaluating this many entries takes a noticeable while.
-constexpr qint64 largeLedger = 5'000;
-
 Transaction freshEntry()
 {
     Transaction entry;
     entry.transDate = QDate::currentDate();
     entry.category = Category::BusinessIncome;
     return entry;
-}
-
-bool isLargeLedger()
-{
-    const RiskLevelCounts counts = TransactionDao().riskLevelCounts({}, {});
-    return counts.high + counts.medium + counts.low + counts.normal >= largeLedger;
 }
 
 } // namespace
@@ -178,7 +169,7 @@ void TransactionDialog::onSave()
     EntryService::SaveResult result;
     {
         std::optional<BusyNotice> notice;
-        if (isLargeLedger())
+        if (RiskService::takesNoticeablyLong())
             notice.emplace(this, u"正在保存流水并重新判定全部风险，请稍候…"_s);
         const AttachedVoucherModel& vouchers = m_vouchers->model();
         result = EntryService::save(edited, vouchers.addedIds(), vouchers.removedIds());

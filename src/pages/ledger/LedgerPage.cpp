@@ -36,9 +36,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Up to here a re-evaluation is over before a notice could be read.
-constexpr int entriesWithoutNotice = 5000;
-
 Banner* hiddenBanner(BannerKind kind, QWidget* parent)
 {
     auto* banner = new Banner(kind, parent);
@@ -359,7 +356,7 @@ void LedgerPage::onDelete(qint64 id)
     }
     {
         std::optional<BusyNotice> notice;
-        if (m_model->rowCount() > entriesWithoutNotice)
+        if (RiskService::takesNoticeablyLong())
             notice.emplace(this, u"流水已删除，正在重算风险…"_s);
         RiskService().reevaluateAll();
     }
@@ -383,6 +380,10 @@ void LedgerPage::onFundDecisions(const QList<qint64>& ids)
 void LedgerPage::onExport()
 {
     const QString title = u"导出资金流水 CSV"_s;
+    if (!m_unreadable->isHidden()) {
+        MessageBox::warn(this, title, m_unreadable->text());
+        return;
+    }
     const QList<Transaction> rows = m_model->entries();
     if (rows.isEmpty()) {
         MessageBox::info(this, title, u"当前筛选条件下没有可导出的流水"_s);

@@ -3,6 +3,7 @@
 #include "db/ProfileDao.h"
 #include "dialogs/ThresholdForm.h"
 #include "services/risk/RiskService.h"
+#include "widgets/BusyNotice.h"
 #include "widgets/ButtonRole.h"
 #include "widgets/FormRows.h"
 #include "widgets/MessageBox.h"
@@ -11,6 +12,8 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -55,7 +58,12 @@ void ThresholdCard::onSave()
             this, u"保存失败"_s, u"风险提醒标准无法保存：%1"_s.arg(profiles.lastError()));
         return;
     }
-    RiskService().reevaluateAll();
+    {
+        std::optional<BusyNotice> notice;
+        if (RiskService::takesNoticeablyLong())
+            notice.emplace(this, u"标准已保存，正在重算风险…"_s);
+        RiskService().reevaluateAll();
+    }
     emit profileChanged();
     Toast::show(window(), u"标准已保存，风险已重算"_s);
 }

@@ -3,10 +3,14 @@
 #include "dialogs/preview/VoucherPreview.h"
 #include "dialogs/VoucherEditDialog.h"
 #include "services/RetryText.h"
+#include "services/risk/RiskService.h"
 #include "services/vouchers/VoucherLinkSummaries.h"
 #include "services/vouchers/VoucherService.h"
+#include "widgets/BusyNotice.h"
 #include "widgets/MessageBox.h"
 #include "widgets/Toast.h"
+
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -42,7 +46,15 @@ bool remove(QWidget* parent, const Voucher& voucher)
             u"删除"_s, u"取消"_s, ButtonRole::Danger))
         return false;
     QString error;
-    if (!VoucherService::deleteVoucher(voucher.id, &error)) {
+    bool removed = false;
+    {
+        // Each entry that it was linked to costs an evaluation of the ledger.
+        std::optional<BusyNotice> notice;
+        if (RiskService::takesNoticeablyLong())
+            notice.emplace(parent, u"正在删除凭证…"_s);
+        removed = VoucherService::deleteVoucher(voucher.id, &error);
+    }
+    if (!removed) {
         MessageBox::warn(parent, u"删除失败"_s, askingToRetry(error));
         return false;
     }

@@ -65,6 +65,16 @@ BackupManifest readManifest(const QString& folder)
     return BackupManifest::fromBytes(file.read(longestManifest));
 }
 
+// Once restored, only the backup's password opens the program, and the way back leads through it.
+bool asksForOtherPassword(const DatabaseReader& backup)
+{
+    const std::optional<QString> hash = backup.passwordHash();
+    if (!hash)
+        return false;
+    const CompanyProfile present = ProfileDao().load();
+    return !present.passwordEnabled || present.passwordHash != *hash;
+}
+
 void readDatabase(const QString& folder, BackupPreview& preview)
 {
     const DatabaseReader database(BackupLayout::databaseIn(folder));
@@ -74,6 +84,9 @@ void readDatabase(const QString& folder, BackupPreview& preview)
     }
     if (database.version() > newestKnownVersion)
         preview.warnings += u"备份由更新版本的软件生成，恢复后部分内容可能无法显示或使用。"_s;
+    if (asksForOtherPassword(database))
+        preview.warnings
+            += u"备份的启动密码与现在的不同：恢复后要输入备份时的密码才能打开软件，忘记了请不要恢复。"_s;
     preview.companyName = database.companyName();
     preview.entries = database.rowCount(u"transactions"_s);
     preview.vouchers = database.rowCount(u"vouchers"_s);

@@ -94,6 +94,12 @@ QString DatabaseReader::companyName() const
         .value_or(QString());
 }
 
+std::optional<QString> DatabaseReader::passwordHash() const
+{
+    return firstCell(
+        u"SELECT password_hash FROM company_profile WHERE id = 1 AND password_enabled = 1"_s);
+}
+
 std::optional<int> DatabaseReader::rowCount(const QString& table) const
 {
     const std::optional<QString> count = firstCell(u"SELECT COUNT(*) FROM %1"_s.arg(table));

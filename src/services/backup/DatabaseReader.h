@@ -23,6 +23,8 @@ public:
     /// The schema version; 0 when it cannot be read.
     qint64 version() const;
     QString companyName() const;
+    /// The stored form of the start-up password; nothing when none is asked for.
+    std::optional<QString> passwordHash() const;
     /// The number of rows; nothing when the table cannot be read.
     std::optional<int> rowCount(const QString& table) const;
     /// The latest date in the ledger; invalid when it has no entries.

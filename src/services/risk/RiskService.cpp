@@ -1,11 +1,15 @@
 #include "services/risk/RiskService.h"
 
 #include "db/DbTransaction.h"
+#include "db/LedgerFiguresDao.h"
 #include "db/LinkDao.h"
 #include "db/ProfileDao.h"
 #include "db/TransactionDao.h"
 
 namespace {
+
+// Below this a re-evaluation is over before a notice could be read.
+constexpr qint64 longLedger = 5'000;
 
 QList<AutoRisk> evaluated(const QList<Transaction>& entries, const CompanyProfile& profile,
     const QHash<qint64, int>& flagged)
@@ -63,4 +67,9 @@ void RiskService::reevaluateAll()
     else if (isComplete)
         qInfo("RiskService reevaluateAll done: %lld rows, %lld frequent-group flagged",
             static_cast<qint64>(written), static_cast<qint64>(flagged.size()));
+}
+
+bool RiskService::takesNoticeablyLong()
+{
+    return LedgerFiguresDao().entryCount({}, {}) >= longLedger;
 }

@@ -15,4 +15,7 @@ public:
     /// outside one. Stops at the first entry that cannot be written; entries already written keep
     /// their new result. Failures are only logged.
     void reevaluateAll();
+
+    /// The ledger is so long that its re-evaluation is worth a notice while it runs.
+    [[nodiscard]] static bool takesNoticeablyLong();
 };

@@ -153,6 +153,34 @@ private slots:
                 u"备份中的数据库带有未合并的日志，其中的内容不会被恢复：brixa.db-wal"_s });
     }
 
+    void thePreviewWarnsOfAnotherPassword_data()
+    {
+        addColumns<QString, QString, bool>("then", "now", "warned");
+        addCase("none at any time", u""_s, u""_s, false);
+        addCase("set since", u""_s, u"now"_s, false);
+        addCase("the same", u"then"_s, u"then"_s, false);
+        addCase("changed since", u"then"_s, u"now"_s, true);
+        addCase("turned off since", u"then"_s, u""_s, true);
+    }
+
+    void thePreviewWarnsOfAnotherPassword()
+    {
+        const auto setPassword = [](const QString& hash) {
+            return ProfileDao().setPassword(!hash.isEmpty(), hash, u"salt"_s);
+        };
+        QFETCH(QString, then);
+        QFETCH(QString, now);
+        QFETCH(bool, warned);
+        QVERIFY(setPassword(then));
+        const QTemporaryDir target;
+        const BackupResult result = BackupService().backupTo(target.path());
+        QVERIFY(result.ok);
+        QVERIFY(setPassword(now));
+        const QStringList warnings = BackupService::inspect(result.folder).warnings;
+        QCOMPARE(warnings.size(), warned ? 1 : 0);
+        QCOMPARE(warnings.value(0).startsWith(u"备份的启动密码与现在的不同："_s), warned);
+    }
+
     void thePreviewWarnsOfOtherDatabases_data()
     {
         addColumns<QString, QString>("script", "warning");
