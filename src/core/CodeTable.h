@@ -61,6 +61,7 @@ template <typename Enum> Enum fromCode(QStringView code)
 template <typename Enum> std::vector<Enum> allValues()
 {
     std::vector<Enum> values;
+    values.reserve(codeTable<Enum>.size());
     for (const auto& row : codeTable<Enum>)
         values.push_back(row.value);
     return values;

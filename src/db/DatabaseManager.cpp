@@ -357,7 +357,7 @@ bool DatabaseManager::verifyIntegrity()
 }
 
 // A slow ledger is better than none: a failure is only logged.
-void DatabaseManager::preparePlanner()
+void DatabaseManager::preparePlanner() const
 {
     QString error;
     if (!m_readOnly && !PlannerStatistics::ensure(&error))

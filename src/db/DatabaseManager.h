@@ -55,7 +55,7 @@ private:
     bool addThemeMode();
     bool executeScript(const QString& text);
     bool verifyIntegrity();
-    void preparePlanner();
+    void preparePlanner() const;
     std::optional<qint64> readUserVersion();
     bool fail(const QString& reason);
 

@@ -402,6 +402,22 @@ private slots:
         QVERIFY(csv.indexOf(u"借款"_s) < csv.indexOf(u"房租"_s));
     }
 
+    void anExportOfChosenEntriesHoldsNoOthers()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"所选.csv"_s);
+        Shown shown;
+        shown.request({ { u"txIds"_s, QVariantList { 2, 4 } } });
+        ModalAnswerer answers([&](QDialog* dialog) {
+            dialog->findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(path);
+            dialog->accept();
+        });
+        answers.expectButton(u"暂不打开"_s);
+        shown.page.onExport();
+        QVERIFY(answers.seen()[1].text.contains(u"已导出 2 笔流水"_s));
+        QCOMPARE(QString::fromUtf8(TestFile::bytesOf(path)).trimmed().count(u'\n'), 2);
+    }
+
     void anExportThatFailsOrHasNothingIsTold()
     {
         const QTemporaryDir folder;

@@ -393,13 +393,16 @@ void LedgerPage::onExport()
         this, title, u"CSV 文件 (*.csv)"_s, CsvExport::ledgerFileName(m_applied));
     if (path.isEmpty())
         return;
-    const CsvExport::Result result = CsvExport::exportLedger(rows, path);
+    // Entries that another page chose are not found by a search.
+    const CsvExport::Result result = m_scope.entryIds.isEmpty()
+        ? CsvExport::exportSearch(m_applied, path)
+        : CsvExport::exportLedger(rows, path);
     if (!result.ok) {
         MessageBox::warn(this, u"导出失败"_s, result.message);
         return;
     }
     if (MessageBox::ask(this, u"导出完成"_s,
-            u"已导出 %1 笔流水，是否打开所在文件夹？"_s.arg(rows.size()), u"打开文件夹"_s,
+            u"已导出 %1 笔流水，是否打开所在文件夹？"_s.arg(result.entries), u"打开文件夹"_s,
             u"暂不打开"_s))
         DesktopFiles::showInFolder(this, path);
 }

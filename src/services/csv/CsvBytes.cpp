@@ -25,7 +25,7 @@ CsvBytes& CsvBytes::field(qint64 number)
 {
     beginField();
     std::array<char, 20> digits;
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    const auto* end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
     m_bytes.append(digits.data(), end - digits.data());
     return *this;
 }

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-typedef struct evp_md_ctx_st EVP_MD_CTX;
+using EVP_MD_CTX = struct evp_md_ctx_st;
 
 /// SHA-256 of bytes that arrive piece by piece, computed by libcrypto, which uses the processor's
 /// own instructions for it.

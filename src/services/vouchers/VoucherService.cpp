@@ -221,7 +221,7 @@ QString computeSha256(const QString& path, bool* okOut)
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return {};
     Sha256 digest;
-    QByteArray piece(256 * 1024, Qt::Uninitialized);
+    QByteArray piece(qsizetype(256) * 1024, Qt::Uninitialized);
     qint64 count = 0;
     while ((count = file.read(piece.data(), piece.size())) > 0)
         digest.add(QByteArrayView(piece).first(count));

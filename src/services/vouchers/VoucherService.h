@@ -38,7 +38,7 @@ struct VoucherDescription {
 namespace VoucherService {
 
 /// The largest file that is archived, in bytes.
-inline constexpr qint64 maxFileSize = 20 * 1024 * 1024;
+inline constexpr qint64 maxFileSize = qint64(20) * 1024 * 1024;
 
 /// Lower case, without the dot.
 QStringList acceptedExtensions();
