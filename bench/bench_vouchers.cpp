@@ -2,6 +2,7 @@
 // copy by cp, the copies of both on the disk before they count as done.
 
 #include "core/AppPaths.h"
+#include "services/FileRules.h"
 #include "services/vouchers/VoucherAssets.h"
 #include "services/vouchers/VoucherService.h"
 #include "services/vouchers/VoucherSource.h"
@@ -23,7 +24,7 @@ namespace {
 QString makeSource()
 {
     const QString path = AppPaths::dataDir() + u"/source.pdf"_s;
-    QByteArray content(VoucherService::maxFileSize, Qt::Uninitialized);
+    QByteArray content(FileRules::maxFileSize, Qt::Uninitialized);
     QRandomGenerator(42).fillRange(
         reinterpret_cast<quint32*>(content.data()), content.size() / qsizetype(sizeof(quint32)));
     QFile file(path);

@@ -3,12 +3,12 @@
 
 #include "app/ApplicationSetup.h"
 #include "app/MainWindow.h"
+#include "app/PageFactory.h"
 #include "app/Startup.h"
 #include "core/AppPaths.h"
 #include "db/DatabaseManager.h"
 #include "db/ProfileDao.h"
 #include "db/TransactionDao.h"
-#include "pages/PageFactory.h"
 #include "services/entries/EntryRules.h"
 #include "services/entries/EntryService.h"
 #include "services/figures/Period.h"

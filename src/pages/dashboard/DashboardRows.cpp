@@ -3,7 +3,7 @@
 #include "core/Money.h"
 #include "core/TextRules.h"
 #include "dialogs/NoticeKind.h"
-#include "services/LedgerTexts.h"
+#include "services/figures/LedgerTexts.h"
 #include "widgets/RiskBadge.h"
 
 using namespace Qt::StringLiterals;

@@ -3,7 +3,7 @@
 #include "core/ChineseOrder.h"
 #include "core/Money.h"
 #include "core/TextRules.h"
-#include "services/LedgerTexts.h"
+#include "services/figures/LedgerTexts.h"
 #include "theme/Theme.h"
 #include "widgets/RiskCellDelegate.h"
 

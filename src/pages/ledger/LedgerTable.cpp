@@ -5,7 +5,7 @@
 #include "pages/ledger/LedgerColumns.h"
 #include "pages/ledger/LedgerModel.h"
 #include "pages/ledger/LedgerSort.h"
-#include "services/LedgerTexts.h"
+#include "services/figures/LedgerTexts.h"
 #include "widgets/RiskCellDelegate.h"
 #include "widgets/ViewStyle.h"
 

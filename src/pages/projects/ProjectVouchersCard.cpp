@@ -1,8 +1,8 @@
 #include "pages/projects/ProjectVouchersCard.h"
 
 #include "db/VoucherDao.h"
-#include "dialogs/VoucherAddDialog.h"
-#include "dialogs/VoucherPickerDialog.h"
+#include "dialogs/pickers/VoucherPickerDialog.h"
+#include "dialogs/vouchers/VoucherAddDialog.h"
 #include "pages/vouchers/VoucherActions.h"
 #include "pages/vouchers/VoucherCardGrid.h"
 #include "services/projects/ProjectService.h"

@@ -2,8 +2,8 @@
 
 #include "core/ChineseOrder.h"
 #include "core/TextRules.h"
+#include "services/FileRules.h"
 #include "services/vouchers/VoucherAssets.h"
-#include "services/vouchers/VoucherService.h"
 #include "theme/Theme.h"
 #include "widgets/LinkCellDelegate.h"
 #include "widgets/ThumbnailDelegate.h"
@@ -123,7 +123,7 @@ QString VoucherListModel::text(const VoucherCardData& data, int column) const
     case Links:
         return VoucherLinkSummaries::text(data);
     case Size:
-        return VoucherService::formatFileSize(voucher.fileSize);
+        return FileRules::formatFileSize(voucher.fileSize);
     case CreatedAt:
         return voucher.createdAt;
     default:

@@ -1,4 +1,4 @@
-#include "services/LedgerTexts.h"
+#include "services/figures/LedgerTexts.h"
 
 #include "core/Money.h"
 #include "core/TextRules.h"

@@ -1,4 +1,4 @@
-#include "dialogs/VoucherAddDialog.h"
+#include "dialogs/vouchers/VoucherAddDialog.h"
 
 #include "core/TextRules.h"
 #include "dialogs/vouchers/VoucherFields.h"

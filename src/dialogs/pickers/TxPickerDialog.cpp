@@ -1,4 +1,4 @@
-#include "dialogs/TxPickerDialog.h"
+#include "dialogs/pickers/TxPickerDialog.h"
 
 #include "db/TransactionDao.h"
 #include "dialogs/pickers/PickerPane.h"

@@ -1,4 +1,4 @@
-#include "dialogs/VoucherPickerDialog.h"
+#include "dialogs/pickers/VoucherPickerDialog.h"
 
 #include "db/VoucherDao.h"
 #include "dialogs/pickers/PickerPane.h"
