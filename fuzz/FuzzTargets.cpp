@@ -13,7 +13,6 @@
 
 #include <QBuffer>
 #include <QFile>
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QTemporaryDir>
 
