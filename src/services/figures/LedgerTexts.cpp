@@ -57,10 +57,4 @@ QString rangeText(const DateRange& range)
     return u"%1 至 %2"_s.arg(dayText(range.from), dayText(range.to));
 }
 
-bool isOwnerFlow(const Transaction& entry)
-{
-    return entry.category == Category::ShareholderIn || entry.category == Category::ShareholderOut
-        || entry.category == Category::ExpenseReimburse;
-}
-
 } // namespace LedgerTexts
