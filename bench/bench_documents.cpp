@@ -5,6 +5,7 @@
 #include "services/documents/DocumentRules.h"
 #include "services/documents/DocumentTemplates.h"
 #include "services/documents/DocumentTexts.h"
+#include "support/BenchRun.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QApplication>
@@ -128,7 +129,5 @@ BENCHMARK(oursFund)->Unit(benchmark::kMillisecond);
 int main(int argc, char** argv)
 {
     const QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return BenchRun::runAll(argc, argv);
 }

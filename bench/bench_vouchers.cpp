@@ -6,6 +6,7 @@
 #include "services/vouchers/VoucherAssets.h"
 #include "services/vouchers/VoucherService.h"
 #include "services/vouchers/VoucherSource.h"
+#include "support/BenchRun.h"
 #include "support/PairedTiming.h"
 
 #include <QCoreApplication>
@@ -89,10 +90,7 @@ int main(int argc, char** argv)
     for (auto* benchmark : { benchmark::RegisterBenchmark("archive_20MB", archiveLargest),
              benchmark::RegisterBenchmark("digest_20MB", digestLargest) })
         benchmark->Iterations(31)->UseManualTime()->Unit(benchmark::kMillisecond);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
+    const int status = BenchRun::runAll(argc, argv);
     QDir(AppPaths::dataDir()).removeRecursively();
-    return 0;
+    return status;
 }
