@@ -1,4 +1,5 @@
 #include "core/AppPaths.h"
+#include "services/documents/DocumentFont.h"
 #include "services/documents/DocumentPdf.h"
 #include "services/DocumentSamples.h"
 #include "support/FileSizeLimit.h"
@@ -343,8 +344,8 @@ private slots:
 
     void theFontHasItsSubstitutes()
     {
-        DocumentPdf::registerFontSubstitutes();
-        const QFont font = DocumentPdf::documentFont();
+        DocumentFont::registerSubstitutes();
+        const QFont font = DocumentFont::text();
         QCOMPARE(font.family(), u"Microsoft YaHei"_s);
         QCOMPARE(font.pointSizeF(), 10.5);
         QCOMPARE(QFont::substitutes(font.family()).mid(0, 2),

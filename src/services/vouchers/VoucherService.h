@@ -5,7 +5,6 @@
 #include <QDate>
 #include <QList>
 #include <QString>
-#include <QStringList>
 
 /// A file that is to be archived.
 struct VoucherImportRequest {
