@@ -5,6 +5,7 @@
 #include "db/Connection.h"
 #include "db/DatabaseManager.h"
 #include "services/backup/BackupService.h"
+#include "support/BenchRun.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -134,8 +135,7 @@ int main(int argc, char** argv)
 {
     const QCoreApplication app(argc, argv);
     QLoggingCategory::setFilterRules(u"default.info=false"_s);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    const int status = BenchRun::runAll(argc, argv);
     DatabaseManager::instance().close();
-    return 0;
+    return status;
 }

@@ -3,6 +3,7 @@
 #include "core/AppPaths.h"
 #include "services/csv/CsvExport.h"
 #include "support/BenchLedger.h"
+#include "support/BenchRun.h"
 #include "support/PairedTiming.h"
 #include "support/RawDatabase.h"
 
@@ -197,20 +198,14 @@ void exportLedger(benchmark::State& state)
 int main(int argc, char** argv)
 {
     const QCoreApplication app(argc, argv);
-    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
-        if (type != QtInfoMsg && type != QtDebugMsg)
-            std::fprintf(stderr, "%s\n", qUtf8Printable(text));
-    });
+    BenchRun::keepQuiet();
     for (const int size : { 1'000, 10'000, 100'000 })
         benchmark::RegisterBenchmark("export_ledger", exportLedger)
             ->Arg(size)
             ->Iterations(size < 100'000 ? 31 : 11)
             ->UseManualTime()
             ->Unit(benchmark::kMillisecond);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
+    const int status = BenchRun::runAll(argc, argv);
     BenchLedger::close();
-    return 0;
+    return status;
 }

@@ -1,10 +1,12 @@
 // A document of three sheets as PDF, beside the same HTML through plain Qt layout and PDF writing.
 // Ours adds the cutting into sheets, the column widths and the footers.
 
+#include "services/documents/DocumentFont.h"
 #include "services/documents/DocumentPdf.h"
 #include "services/documents/DocumentRules.h"
 #include "services/documents/DocumentTemplates.h"
 #include "services/documents/DocumentTexts.h"
+#include "support/BenchRun.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QApplication>
@@ -71,7 +73,7 @@ QByteArray plainPdf(const QString& html)
     writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait,
         QMarginsF(25, 25, 25, 25), QPageLayout::Millimeter));
     QTextDocument document;
-    document.setDefaultFont(DocumentPdf::documentFont());
+    document.setDefaultFont(DocumentFont::text());
     document.setHtml(html);
     QPainter painter(&writer);
     document.documentLayout()->setPaintDevice(&writer);
@@ -128,7 +130,5 @@ BENCHMARK(oursFund)->Unit(benchmark::kMillisecond);
 int main(int argc, char** argv)
 {
     const QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return BenchRun::runAll(argc, argv);
 }

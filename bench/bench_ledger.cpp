@@ -3,6 +3,7 @@
 #include "db/TransactionDao.h"
 #include "services/risk/RiskService.h"
 #include "support/BenchLedger.h"
+#include "support/BenchRun.h"
 #include "support/PairedTiming.h"
 #include "support/RawLedger.h"
 
@@ -90,24 +91,14 @@ void registerAll()
     }
 }
 
-// The evaluation says that it is done; thousands of times that would bury the figures.
-void quiet(QtMsgType type, const QMessageLogContext&, const QString& text)
-{
-    if (type != QtInfoMsg && type != QtDebugMsg)
-        fprintf(stderr, "%s\n", qUtf8Printable(text));
-}
-
 } // namespace
 
 int main(int argc, char** argv)
 {
     const QCoreApplication app(argc, argv);
-    qInstallMessageHandler(quiet);
+    BenchRun::keepQuiet();
     registerAll();
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
+    const int status = BenchRun::runAll(argc, argv);
     BenchLedger::close();
-    return 0;
+    return status;
 }

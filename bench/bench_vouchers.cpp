@@ -2,9 +2,11 @@
 // copy by cp, the copies of both on the disk before they count as done.
 
 #include "core/AppPaths.h"
+#include "services/FileRules.h"
 #include "services/vouchers/VoucherAssets.h"
 #include "services/vouchers/VoucherService.h"
 #include "services/vouchers/VoucherSource.h"
+#include "support/BenchRun.h"
 #include "support/PairedTiming.h"
 
 #include <QCoreApplication>
@@ -23,7 +25,7 @@ namespace {
 QString makeSource()
 {
     const QString path = AppPaths::dataDir() + u"/source.pdf"_s;
-    QByteArray content(VoucherService::maxFileSize, Qt::Uninitialized);
+    QByteArray content(FileRules::maxFileSize, Qt::Uninitialized);
     QRandomGenerator(42).fillRange(
         reinterpret_cast<quint32*>(content.data()), content.size() / qsizetype(sizeof(quint32)));
     QFile file(path);
@@ -88,10 +90,7 @@ int main(int argc, char** argv)
     for (auto* benchmark : { benchmark::RegisterBenchmark("archive_20MB", archiveLargest),
              benchmark::RegisterBenchmark("digest_20MB", digestLargest) })
         benchmark->Iterations(31)->UseManualTime()->Unit(benchmark::kMillisecond);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
+    const int status = BenchRun::runAll(argc, argv);
     QDir(AppPaths::dataDir()).removeRecursively();
-    return 0;
+    return status;
 }

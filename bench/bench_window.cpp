@@ -3,16 +3,17 @@
 
 #include "app/ApplicationSetup.h"
 #include "app/MainWindow.h"
+#include "app/PageFactory.h"
 #include "app/Startup.h"
 #include "core/AppPaths.h"
 #include "db/DatabaseManager.h"
 #include "db/ProfileDao.h"
 #include "db/TransactionDao.h"
-#include "pages/PageFactory.h"
 #include "services/entries/EntryRules.h"
 #include "services/entries/EntryService.h"
 #include "services/figures/Period.h"
 #include "support/BenchLedger.h"
+#include "support/BenchRun.h"
 #include "support/RawDatabase.h"
 #include "support/Timing.h"
 #include "widgets/SegmentedControl.h"
@@ -232,12 +233,6 @@ void measure(int entries)
     measureWindow(entries);
 }
 
-void quiet(QtMsgType type, const QMessageLogContext&, const QString& text)
-{
-    if (type != QtInfoMsg && type != QtDebugMsg)
-        fprintf(stderr, "%s\n", qUtf8Printable(text));
-}
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -248,7 +243,7 @@ int main(int argc, char** argv)
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.value(1) == childOption())
         return startOnce(arguments.value(2).toLongLong());
-    qInstallMessageHandler(quiet);
+    BenchRun::keepQuiet();
     printf("entries  what                         by the clock     processor\n");
     QStringList sizes = arguments.mid(1);
     if (sizes.isEmpty())

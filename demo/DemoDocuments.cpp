@@ -149,8 +149,5 @@ Problem DemoDocuments::backUp()
     if (!result.ok || !result.message.isEmpty())
         return result.message;
     const BackupCheck check = BackupService::validateBackup(result.folder);
-    if (!check.ok)
-        return check.message;
-    m_backupFolder = result.folder;
-    return {};
+    return check.ok ? Problem() : Problem(check.message);
 }

@@ -24,7 +24,6 @@ public:
     /// Absolute paths, in the order in which they were written.
     const QStringList& pdfFiles() const { return m_pdfFiles; }
     const QStringList& csvFiles() const { return m_csvFiles; }
-    QString backupFolder() const { return m_backupFolder; }
 
 private:
     [[nodiscard]] Problem drawUpFundDecisions(const DemoLedger& ledger);
@@ -33,5 +32,4 @@ private:
 
     QStringList m_pdfFiles;
     QStringList m_csvFiles;
-    QString m_backupFolder;
 };

@@ -6,7 +6,7 @@
 #include "EntryPlan.h"
 #include "services/risk/RiskService.h"
 
-#include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 

@@ -5,7 +5,6 @@
 #include "Problem.h"
 
 #include <QList>
-#include <QStringList>
 
 class DemoCompany;
 

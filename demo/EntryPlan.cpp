@@ -8,6 +8,15 @@
 
 using namespace Qt::StringLiterals;
 
+// What comes and goes now and then.
+struct SmallRow {
+    QStringView summary;
+    QStringView payee;
+    qint64 fen;
+    qint64 spreadFen;
+    bool invoiced;
+};
+
 namespace {
 
 constexpr qint64 yuan = 100;
@@ -56,15 +65,6 @@ constexpr auto regularRows = std::to_array<RegularRow>({
     { 26, u"快递费月结", u"杭州同城速运有限公司", BusinessExpense, 340 * yuan, 160 * yuan, 1,
         false },
 });
-
-// What is bought now and then.
-struct SmallRow {
-    QStringView summary;
-    QStringView payee;
-    qint64 fen;
-    qint64 spreadFen;
-    bool invoiced;
-};
 
 constexpr auto smallPayments = std::to_array<SmallRow>({
     { u"图片素材授权费", u"北京图象素材有限公司", 680 * yuan, 320 * yuan, true },
@@ -257,13 +257,10 @@ void EntryPlan::addSmallPayments(QDate month)
 {
     const int count = m_random.bounded(6, 10);
     for (int i = 0; i < count; ++i) {
-        const SmallRow& row = smallPayments.at(
-            static_cast<std::size_t>(m_random.bounded(static_cast<int>(smallPayments.size()))));
-        DemoEntry& added = add(month.addDays(m_random.bounded(28)), row.summary, row.payee,
-            Direction::Out, BusinessExpense, varied(row.fen, row.spreadFen));
+        const SmallRow& row = anyOf(smallPayments);
+        DemoEntry& added = addSmall(month, row, Direction::Out, BusinessExpense);
         // Half of it is bought for a project that is under way.
-        const Project& project = m_company.projects().at(
-            m_random.bounded(static_cast<int>(m_company.projects().size())));
+        const Project& project = anyOf(m_company.projects());
         const QDate day = added.entry.transDate;
         if (project.startDate <= day && (!project.endDate.isValid() || day <= project.endDate))
             added.entry.projectId = project.id;
@@ -276,10 +273,8 @@ void EntryPlan::addSmallIncome(QDate month)
 {
     const int count = m_random.bounded(2, 4);
     for (int i = 0; i < count; ++i) {
-        const SmallRow& row = smallIncome.at(
-            static_cast<std::size_t>(m_random.bounded(static_cast<int>(smallIncome.size()))));
-        DemoEntry& added = add(month.addDays(m_random.bounded(28)), row.summary, row.payee,
-            Direction::In, BusinessIncome, varied(row.fen, row.spreadFen));
+        const SmallRow& row = anyOf(smallIncome);
+        DemoEntry& added = addSmall(month, row, Direction::In, BusinessIncome);
         if (row.invoiced)
             added.vouchers = { VoucherType::BankReceipt, VoucherType::Invoice };
     }
@@ -330,6 +325,16 @@ qint64 EntryPlan::varied(qint64 fen, qint64 spreadFen)
     if (spreadFen == 0)
         return fen;
     return fen + m_random.bounded(-spreadFen, spreadFen);
+}
+
+DemoEntry& EntryPlan::addSmall(
+    QDate month, const SmallRow& row, Direction direction, Category category)
+{
+    // Drawn one after the other: as arguments, each compiler would draw them in an order of its
+    // own.
+    const qint64 fen = varied(row.fen, row.spreadFen);
+    const QDate day = month.addDays(m_random.bounded(28));
+    return add(day, row.summary, row.payee, direction, category, fen);
 }
 
 DemoEntry& EntryPlan::add(QDate day, QStringView summary, QStringView counterparty,

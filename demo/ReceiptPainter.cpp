@@ -88,6 +88,24 @@ QString serialOf(const Transaction& entry, QStringView prefix)
         QString::number(entry.id).rightJustified(6, u'0'));
 }
 
+struct Message {
+    bool own;
+    QString text;
+};
+
+void drawMessage(QPainter& painter, const Message& message, qreal top)
+{
+    const QRectF bubble(message.own ? 110 : 80, top, 350, 92);
+    const QPointF face(message.own ? 500 : 40, top + 28);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(message.own ? QColor(0x5b, 0x8d, 0xef) : QColor(0xb0, 0x8a, 0x5a));
+    painter.drawRoundedRect(QRectF(face.x() - 26, face.y() - 26, 52, 52), 8, 8);
+    painter.setBrush(message.own ? QColor(0x95, 0xec, 0x69) : QColor(Qt::white));
+    painter.drawRoundedRect(bubble, 10, 10);
+    setFont(painter, 18);
+    drawText(painter, bubble.adjusted(16, 6, -16, -6), message.text, ink);
+}
+
 } // namespace
 
 void drawBankReceipt(QPainter& painter, const CompanyProfile& company, const Transaction& entry)
@@ -211,10 +229,6 @@ void drawChat(QPainter& painter, const Transaction& entry)
     drawText(painter, { 0, 92, 540, 24 }, entry.transDate.toString(u"yyyy年M月d日") + u" 10:24"_s,
         faint, Qt::AlignCenter);
 
-    struct Message {
-        bool own;
-        QString text;
-    };
     const QString amount = Money::format(entry.amountFen);
     const QList<Message> messages {
         { false, u"林老师，设计费我先用微信转您了，您查收一下。"_s },
@@ -225,15 +239,7 @@ void drawChat(QPainter& painter, const Transaction& entry)
     };
     qreal top = 140;
     for (const Message& message : messages) {
-        const QRectF bubble(message.own ? 110 : 80, top, 350, 92);
-        const QPointF face(message.own ? 500 : 40, top + 28);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(message.own ? QColor(0x5b, 0x8d, 0xef) : QColor(0xb0, 0x8a, 0x5a));
-        painter.drawRoundedRect(QRectF(face.x() - 26, face.y() - 26, 52, 52), 8, 8);
-        painter.setBrush(message.own ? QColor(0x95, 0xec, 0x69) : QColor(Qt::white));
-        painter.drawRoundedRect(bubble, 10, 10);
-        setFont(painter, 18);
-        drawText(painter, bubble.adjusted(16, 6, -16, -6), message.text, ink);
+        drawMessage(painter, message, top);
         top += 118;
     }
 }

@@ -1,7 +1,5 @@
 #include "FuzzTargets.h"
 
-#include <QLoggingCategory>
-
 #include <algorithm>
 #include <cstdint>
 

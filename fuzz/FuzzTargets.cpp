@@ -8,7 +8,7 @@
 #include "services/backup/BackupManifest.h"
 #include "services/documents/DocumentPdf.h"
 #include "services/documents/DocumentRules.h"
-#include "services/vouchers/VoucherService.h"
+#include "services/FileRules.h"
 #include "services/vouchers/VoucherSource.h"
 
 #include <QBuffer>
@@ -135,12 +135,12 @@ void money(const QByteArray& bytes)
 
 void voucherSource(const QByteArray& bytes)
 {
-    const QStringList extensions = VoucherService::acceptedExtensions() << u"exe"_s << QString();
+    const QStringList extensions = FileRules::acceptedExtensions() << u"exe"_s << QString();
     const auto which = bytes.isEmpty() ? 0 : static_cast<unsigned char>(bytes.front());
     const QString extension = extensions.at(which % extensions.size());
     const QByteArray content = bytes.mid(1);
     const auto source = VoucherSource::read(fileOf(content, u"a."_s + extension));
-    const bool accepted = VoucherService::acceptedExtensions().contains(extension);
+    const bool accepted = FileRules::acceptedExtensions().contains(extension);
     require(source.problem.isEmpty() == accepted, "judged by something else than its type");
     require(!accepted || source.content == content, "other bytes");
     require(source.sha256.size() == (accepted ? 64 : 0), "no digest");

@@ -1,6 +1,6 @@
 #include "app/ApplicationSetup.h"
 
-#include "services/documents/DocumentPdf.h"
+#include "services/documents/DocumentFont.h"
 #include "theme/Logo.h"
 #include "theme/Theme.h"
 #include "widgets/WheelGuard.h"
@@ -48,7 +48,7 @@ void keepHomeClean()
 
 void configure(QApplication& app)
 {
-    DocumentPdf::registerFontSubstitutes();
+    DocumentFont::registerSubstitutes();
     setApplicationFont();
     installChineseTexts(app);
     QCoreApplication::setOrganizationName(u"Brixa"_s);

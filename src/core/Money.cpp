@@ -1,7 +1,5 @@
 #include "core/Money.h"
 
-#include <QStringList>
-
 #include <array>
 #include <cmath>
 #include <limits>

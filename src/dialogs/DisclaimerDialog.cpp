@@ -4,7 +4,6 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTextBrowser>
-#include <QTimer>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;

@@ -56,6 +56,12 @@ void LoginDialog::buildForm()
     setTextRole(m_message, TextRole::Danger);
     layout->addWidget(m_message);
 
+    layout->addLayout(buildButtons());
+    m_password->setFocus();
+}
+
+QLayout* LoginDialog::buildButtons()
+{
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(8);
     QPushButton* leave = makeButton(u"退出"_s, ButtonRole::Default, this);
@@ -64,11 +70,9 @@ void LoginDialog::buildForm()
     buttons->addStretch();
     buttons->addWidget(leave);
     buttons->addWidget(m_enter);
-    layout->addLayout(buttons);
-
     connect(m_enter, &QPushButton::clicked, this, &LoginDialog::onEnter);
     connect(leave, &QPushButton::clicked, this, &QDialog::reject);
-    m_password->setFocus();
+    return buttons;
 }
 
 void LoginDialog::onEnter()

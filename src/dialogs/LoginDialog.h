@@ -26,6 +26,7 @@ public:
 
 private:
     void buildForm();
+    QLayout* buildButtons();
     void onEnter();
     void refuse();
     void updateWait();

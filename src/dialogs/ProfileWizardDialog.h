@@ -3,8 +3,6 @@
 #include "db/CompanyProfile.h"
 #include "dialogs/FormDialog.h"
 
-#include <optional>
-
 class ProfileForm;
 class QLabel;
 class QPushButton;

@@ -6,7 +6,7 @@
 #include "db/TransactionDao.h"
 #include "db/VoucherDao.h"
 #include "services/backup/BackupPreview.h"
-#include "services/vouchers/VoucherService.h"
+#include "services/FileRules.h"
 #include "widgets/Banner.h"
 #include "widgets/TextRole.h"
 
@@ -77,7 +77,7 @@ QList<ComparedRow> rowsOf(const BackupPreview& preview)
                 countText(preview.vouchers), QString::number(preview.voucherFiles)),
             presentText(voucherStore, vouchers) },
         { u"文书"_s, countText(preview.documents), presentText(documentStore, documents) },
-        { u"大小"_s, VoucherService::formatFileSize(preview.bytes), u"—"_s },
+        { u"大小"_s, FileRules::formatFileSize(preview.bytes), u"—"_s },
     };
 }
 

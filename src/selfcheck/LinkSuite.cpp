@@ -59,7 +59,9 @@ void tryLinks(Findings& findings)
         return links.link(SourceType::Voucher, voucher.id, TargetType::Transaction, entry.id);
     };
     const auto count = [&] { return links.countVouchersFor(TargetType::Transaction, entry.id); };
-    findings.expect(link() && link() && count() == 1, u"凭证与流水的关联写入不正确"_s);
+    const bool linked = link();
+    const bool linkedAgain = link();
+    findings.expect(linked && linkedAgain && count() == 1, u"凭证与流水的关联写入不正确"_s);
     findings.expect(
         TransactionDao().remove(entry.id) && count() == 0, u"删除流水后关联没有一并清除"_s);
 }

@@ -1,6 +1,6 @@
 #include "services/DesktopFiles.h"
 
-#include "services/vouchers/VoucherService.h"
+#include "services/FileRules.h"
 
 #include <QDesktopServices>
 #include <QDir>
@@ -27,7 +27,7 @@ bool isThere(QWidget* parent, const QString& path)
 // The archive takes in nothing else; what else lies there came with data from elsewhere.
 bool isHarmless(QWidget* parent, const QString& path)
 {
-    if (VoucherService::acceptedExtensions().contains(QFileInfo(path).suffix().toLower()))
+    if (FileRules::acceptedExtensions().contains(QFileInfo(path).suffix().toLower()))
         return true;
     warn(parent, u"无法打开"_s,
         u"为安全起见，只打开图片和 PDF 文件：\n%1"_s.arg(QDir::toNativeSeparators(path)));

@@ -2,9 +2,7 @@
 
 #include "theme/SvgPainter.h"
 #include "theme/Theme.h"
-#include "theme/ThemeResources.h"
 
-#include <QDir>
 #include <QIconEngine>
 #include <QPainter>
 
@@ -75,17 +73,6 @@ QPixmap pixmap(QStringView name, const QColor& color, int size, qreal dpr)
     const QSize deviceSize = QSizeF(size * dpr, size * dpr).toSize();
     QPixmap result = SvgPainter::render(pathOf(name), color, deviceSize, size >= smallestFineIcon);
     result.setDevicePixelRatio(dpr);
-    return result;
-}
-
-QStringList names()
-{
-    ThemeResources::ensure();
-    QStringList result;
-    const QStringList files = QDir(u":/brixa/icons"_s).entryList({ u"*.svg"_s }, QDir::Files);
-    for (const QString& file : files)
-        result.append(file.chopped(4));
-    result.sort();
     return result;
 }
 

@@ -4,7 +4,6 @@
 
 #include <QIcon>
 #include <QPixmap>
-#include <QStringList>
 
 /// The program's line icons. A name is the file name of a drawing without its suffix; a name
 /// that has no drawing is logged and gives an empty picture.
@@ -17,8 +16,5 @@ QIcon icon(QStringView name, Token token = Token::TextSecondary);
 /// A picture in the colours of the present theme; `size` is in device-independent pixels.
 QPixmap pixmap(QStringView name, Token token, int size, qreal dpr);
 QPixmap pixmap(QStringView name, const QColor& color, int size, qreal dpr);
-
-/// All names, sorted.
-QStringList names();
 
 } // namespace Icons

@@ -4,7 +4,6 @@
 #include "widgets/WheelGuard.h"
 
 #include <QFocusEvent>
-#include <QLineEdit>
 #include <QTimer>
 
 #include <algorithm>

@@ -13,19 +13,8 @@ FieldLabel::FieldLabel(const QString& text, Required required, QWidget* parent)
     , m_required(required)
 {
     setTextFormat(Qt::RichText);
+    setAccessibleName(m_plainText);
     connect(&Theme::instance(), &Theme::changed, this, &FieldLabel::render);
-    render();
-}
-
-void FieldLabel::setPlainText(const QString& text)
-{
-    m_plainText = text;
-    render();
-}
-
-void FieldLabel::setRequired(Required required)
-{
-    m_required = required;
     render();
 }
 
@@ -49,7 +38,4 @@ void FieldLabel::render()
         setText(u"%2 <span style='color:%1'>*</span>"_s.arg(star, text));
     else
         setText(text);
-    setAccessibleName(m_plainText);
-    if (buddy())
-        nameField(buddy());
 }

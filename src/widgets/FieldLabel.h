@@ -14,16 +14,12 @@ public:
     explicit FieldLabel(
         const QString& text, Required required = Required::No, QWidget* parent = nullptr);
 
-    QString plainText() const { return m_plainText; }
-    void setPlainText(const QString& text);
-    void setRequired(Required required);
-
     /// Makes `field` the buddy and gives it the plain text as its accessible name.
     void nameField(QWidget* field);
 
 private:
     void render();
 
-    QString m_plainText;
-    Required m_required;
+    const QString m_plainText;
+    const Required m_required;
 };

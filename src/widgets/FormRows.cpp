@@ -63,15 +63,3 @@ FormRow FormRows::addWrappedRow(
     QFormLayout::addRow(row.label, row.cell);
     return row;
 }
-
-SectionTitle* FormRows::addSection(const QString& title)
-{
-    auto* heading = new SectionTitle(title);
-    addWide(heading);
-    return heading;
-}
-
-void FormRows::addWide(QWidget* widget)
-{
-    QFormLayout::addRow(widget);
-}

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "widgets/FieldLabel.h"
-#include "widgets/SectionTitle.h"
 
 #include <QFormLayout>
 
@@ -25,10 +24,4 @@ public:
     /// For a field that stands beside something else inside `wrapper`.
     FormRow addWrappedRow(const QString& label, QWidget* wrapper, QWidget* field,
         Required required = Required::No, const QString& hint = {});
-
-    /// A heading across both columns.
-    SectionTitle* addSection(const QString& title);
-
-    /// A widget across both columns.
-    void addWide(QWidget* widget);
 };

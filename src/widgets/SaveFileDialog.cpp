@@ -1,6 +1,5 @@
 #include "widgets/SaveFileDialog.h"
 
-#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QStandardPaths>

@@ -9,8 +9,6 @@
 #include <QPainter>
 #include <QPainterPath>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace {

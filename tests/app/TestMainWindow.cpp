@@ -1,8 +1,8 @@
 #include "app/MainWindow.h"
+#include "app/PageFactory.h"
 #include "core/AppPaths.h"
 #include "db/ProfileDao.h"
 #include "pages/IPage.h"
-#include "pages/PageFactory.h"
 #include "support/DatabaseTestCase.h"
 #include "theme/Theme.h"
 

@@ -37,6 +37,14 @@ may_include selfcheck services db core
 may_include pages dialogs widgets theme selfcheck services db core
 may_include app selfcheck pages dialogs widgets theme services db core
 
+# Folders, those within a layer too, depend on each other in one direction only.
+if ! circles=$(grep -rE '^#include "[^"]*/' --include='*.cpp' --include='*.h' . |
+    sed -E 's|^\./(.*)/[^/]*:#include "(.*)/[^/]*"$|\1 \2|' | sort -u | awk '$1 != $2' |
+    tsort 2>&1 >/dev/null); then
+    printf 'folders include each other in a circle:\n%s\n' "$circles"
+    failed=1
+fi
+
 for folder in *; do
     case " core db services theme widgets dialogs pages selfcheck app " in
     *" $folder "*) ;;

@@ -32,18 +32,7 @@ private slots:
 
     void listsMayLeaveTheContentOut()
     {
-        const DocumentRecord document { .docType = DocType::FundDecision,
-            .docNo = u"KYR-FD-2025-0001"_s,
-            .title = u"标题"_s,
-            .docYear = 2025,
-            .docDate = QDate(2025, 3, 4),
-            .fundDirection = Direction::Out,
-            .fundNature = u"借款"_s,
-            .settleDate = QDate(2025, 12, 31),
-            .extraText = u"补充"_s,
-            .selectedItems = u"[\"1\"]"_s,
-            .contentHtml = u"<html>"_s,
-            .filePath = u"/a.pdf"_s };
+        const DocumentRecord document = Stored::wholeDocument();
         Stored::add<DocumentDao>(document);
         DocumentRecord listed = DocumentDao().listWithoutContent().value(0);
         QVERIFY(listed.contentHtml.isEmpty());

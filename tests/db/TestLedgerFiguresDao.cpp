@@ -1,4 +1,3 @@
-#include "core/TextRules.h"
 #include "db/LedgerFiguresDao.h"
 #include "db/LinkDao.h"
 #include "db/TransactionDao.h"

@@ -1,4 +1,3 @@
-#include "core/TextRules.h"
 #include "db/LinkDao.h"
 #include "db/ProjectDao.h"
 #include "db/Stored.h"

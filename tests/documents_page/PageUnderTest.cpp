@@ -1,6 +1,5 @@
 #include "PageUnderTest.h"
 
-#include "core/TextRules.h"
 #include "db/ProfileDao.h"
 #include "pages/documents/DocumentPreview.h"
 #include "support/TestLedger.h"

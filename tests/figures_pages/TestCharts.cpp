@@ -4,7 +4,7 @@
 
 #include <QSignalSpy>
 
-#include <algorithm>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 using namespace ChartScale;

@@ -5,6 +5,7 @@
 #include "services/DesktopFiles.h"
 #include "services/documents/DocumentFiles.h"
 #include "services/documents/DocumentPdf.h"
+#include "services/FileRules.h"
 #include "services/vouchers/VoucherService.h"
 #include "support/DatabaseTestCase.h"
 #include "support/ModalAnswerer.h"
@@ -140,8 +141,8 @@ private slots:
     {
         addColumns<qint64, bool>("size", "taken");
         addCase("nothing", qint64(0), true);
-        addCase("20 MB", VoucherService::maxFileSize, true);
-        addCase("a byte more", VoucherService::maxFileSize + 1, false);
+        addCase("20 MB", FileRules::maxFileSize, true);
+        addCase("a byte more", FileRules::maxFileSize + 1, false);
     }
 
     void filesAreTakenUpToTheLimitAndNoLarger()

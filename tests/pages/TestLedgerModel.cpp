@@ -1,6 +1,6 @@
 #include "pages/ledger/LedgerModel.h"
 #include "pages/ledger/LedgerSort.h"
-#include "services/LedgerTexts.h"
+#include "services/figures/LedgerTexts.h"
 #include "support/TestCase.h"
 #include "support/TestLedger.h"
 

@@ -1,4 +1,3 @@
-#include "db/ContractDao.h"
 #include "db/LinkDao.h"
 #include "db/ProjectDao.h"
 #include "pages/projects/ContractTableModel.h"

@@ -1,10 +1,10 @@
-#include "services/TestDocumentPdf.h"
-
 #include "core/AppPaths.h"
+#include "services/documents/DocumentFont.h"
 #include "services/documents/DocumentPdf.h"
 #include "services/DocumentSamples.h"
 #include "support/FileSizeLimit.h"
 #include "support/PdfTools.h"
+#include "support/TestCase.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
 
@@ -64,286 +64,296 @@ QList<int> linesAcross(const QImage& page)
 
 } // namespace
 
-void TestDocumentPdf::theTextLayerIsTheComposedText_data()
-{
-    QTest::addColumn<QString>("html");
-    QTest::newRow("annual decision") << DocumentSamples::annualHtml();
-    QTest::newRow("fund decision of three entries") << fundHtml(3);
-    QTest::newRow("fund decision over many sheets") << fundHtml(60);
-    QTest::newRow("lines over many sheets")
-        << DocumentSamples::annualHtml(QStringList(120, u"股东决定增加一项内部管理制度。"_s));
-    QTest::newRow("independence statement") << DocumentSamples::independenceHtml();
-    QTest::newRow("markup and signs") << DocumentSamples::annualHtml(
-        { u"<b>100%</b> &amp; \"A4\" %1 C3PO 2025年；"_s, u"第一行\r\n第二行"_s });
-    QTest::newRow("rare names") << DocumentSamples::annualHtml({ u"龢堃喆犇镕瓛翀燊赟"_s });
-}
+class TestDocumentPdf final : public TestCase {
+    Q_OBJECT
 
-void TestDocumentPdf::theTextLayerIsTheComposedText()
-{
-    QFETCH(QString, html);
-    QCOMPARE(exported(html), QString());
-    QCOMPARE(readText(), composedText(html));
-}
-
-void TestDocumentPdf::everyCommonCharacterIsReadBack_data()
-{
-    QTest::addColumn<int>("first");
-    QTest::addColumn<int>("last");
-    constexpr int step = 0x800;
-    for (int first = 0x4E00; first <= 0x9FA5; first += step)
-        QTest::addRow("from U+%X", first) << first << qMin(first + step - 1, 0x9FA5);
-}
-
-void TestDocumentPdf::everyCommonCharacterIsReadBack()
-{
-    QFETCH(int, first);
-    QFETCH(int, last);
-    QString all;
-    for (int c = first; c <= last; ++c)
-        all += QChar(c);
-    for (char16_t c = 0x21; c < 0x7F; ++c)
-        all += QChar(c) + u"中A"_s;
-    QCOMPARE(exported(u"<p>"_s + all.toHtmlEscaped() + u"</p>"_s), QString());
-    const QString read = readText();
-    const auto different = std::mismatch(all.begin(), all.end(), read.begin(), read.end());
-    QCOMPARE(different.second - read.begin(), all.size());
-    QCOMPARE(read.size(), all.size());
-}
-
-void TestDocumentPdf::fontsAreEmbedded()
-{
-    QCOMPARE(exported(fundHtml(3)), QString());
-    QStringList lines
-        = PdfTools::run(u"pdffonts"_s, { pdfPath() }).split(u'\n', Qt::SkipEmptyParts);
-    QVERIFY2(lines.size() > 2, qUtf8Printable(lines.join(u'\n')));
-    for (const QString& line : lines.mid(2)) {
-        const QStringList cells = line.simplified().split(u' ');
-        // … encoding, embedded, subset, with Unicode, object number and generation.
-        QCOMPARE(cells.value(cells.size() - 5), u"yes"_s);
-        QCOMPARE(cells.value(cells.size() - 3), u"yes"_s);
-    }
-}
-
-void TestDocumentPdf::theFileNamesItself()
-{
-    QCOMPARE(exported(fundHtml(1)), QString());
-    QCOMPARE(PdfTools::info(pdfPath(), u"Title"_s), u"KYR-FD-2025-0001_文书.v1"_s);
-    QCOMPARE(PdfTools::info(pdfPath(), u"Creator"_s), u"Brixa"_s);
-}
-
-void TestDocumentPdf::everySheetIsA4WithItsFooter_data()
-{
-    QTest::addColumn<QString>("html");
-    QTest::addColumn<int>("sheets");
-    QTest::newRow("one sheet") << DocumentSamples::independenceHtml() << 1;
-    QTest::newRow("three sheets") << fundHtml(25) << 3;
-    QTest::newRow("thirty sheets") << fundHtml(390) << 30;
-    QTest::newRow("an empty document") << QString() << 1;
-}
-
-void TestDocumentPdf::everySheetIsA4WithItsFooter()
-{
-    QFETCH(QString, html);
-    QFETCH(int, sheets);
-    QCOMPARE(exported(html), QString());
-    QCOMPARE(PdfTools::info(pdfPath(), u"Page size"_s), u"595 x 842 pts (A4)"_s);
-    const QStringList pages = PdfTools::pageTexts(pdfPath());
-    const auto count = QString::number(pages.size());
-    QCOMPARE(PdfTools::info(pdfPath(), u"Pages"_s), count);
-    QCOMPARE(pages.size(), sheets);
-    for (qsizetype i = 0; i < pages.size(); ++i) {
-        const auto match = footer.match(withoutBlanks(pages.at(i)));
-        QVERIFY2(match.hasMatch(), qUtf8Printable(pages.at(i)));
-        QCOMPARE(match.captured(1), QString::number(i + 1));
-        QCOMPARE(match.captured(2), count);
-    }
-}
-
-void TestDocumentPdf::nothingLeavesItsPlace_data()
-{
-    QTest::addColumn<QString>("html");
-    QTest::newRow("a long table") << fundHtml(60);
-    QTest::newRow("many lines") << DocumentSamples::annualHtml(
-        QStringList(120, u"股东决定增加一项内部管理制度。"_s));
-    QList<Transaction> wide { DocumentSamples::entry(0), DocumentSamples::entry(1) };
-    wide[0].summary = QString(90, u'W');
-    wide[0].counterpartyName = QString(40, u'W');
-    wide[0].amountFen = std::numeric_limits<qint64>::max() / 2;
-    wide[1].summary = QString(200, u'摘');
-    QTest::newRow("words wider than their column") << DocumentSamples::fundHtml(wide);
-    wide[1].summary = QString(3000, u'摘');
-    QTest::newRow("a row taller than a sheet") << DocumentSamples::fundHtml(wide);
-}
-
-void TestDocumentPdf::nothingLeavesItsPlace()
-{
-    QFETCH(QString, html);
-    QCOMPARE(exported(html), QString());
-    const QList<PdfTools::Word> words = PdfTools::words(pdfPath());
-    QVERIFY(words.size() > 100);
-    constexpr double pointsPerMm = 72 / 25.4;
-    constexpr double band = (297 - 25 - 8) * pointsPerMm;
-    constexpr double foot = (297 - 25) * pointsPerMm;
-    int inBand = 0;
-    for (const PdfTools::Word& word : words) {
-        const bool isFooter = word.box.top() > band - 1;
-        inBand += isFooter;
-        QVERIFY2(
-            word.box.bottom() <= (isFooter ? foot + 1 : band + 0.5), qUtf8Printable(word.text));
-        QVERIFY2(word.box.left() >= 25 * pointsPerMm - 1, qUtf8Printable(word.text));
-        QVERIFY2(word.box.right() <= (210 - 25) * pointsPerMm + 1, qUtf8Printable(word.text));
-    }
-    // "本文书由 Brixa本地生成，第 1 页 / 共 3 页" is eight words.
-    QCOMPARE(inBand, 8 * PdfTools::info(pdfPath(), u"Pages"_s).toInt());
-}
-
-void TestDocumentPdf::theDateLineKeepsItsBlanks()
-{
-    QCOMPARE(exported(DocumentSamples::independenceHtml()), QString());
-    QMap<QString, QRectF> boxes;
-    for (const PdfTools::Word& word : PdfTools::words(pdfPath())) {
-        if (word.text == u"年"_s || word.text == u"月"_s || word.text == u"日"_s
-            || word.text == u"日期："_s)
-            boxes.insert(word.text, word.box);
-    }
-    QCOMPARE(boxes.size(), 4);
-    const auto gap = [&boxes](const QString& from, const QString& to) {
-        return qRound((boxes.value(to).left() - boxes.value(from).right()) / 10.5);
-    };
-    QCOMPARE(gap(u"日期："_s, u"年"_s), 4);
-    QCOMPARE(gap(u"年"_s, u"月"_s), 2);
-    QCOMPARE(gap(u"月"_s, u"日"_s), 2);
-}
-
-void TestDocumentPdf::tableRowsAreNotTornApart()
-{
-    QCOMPARE(exported(fundHtml(60)), QString());
-    const QRegularExpression date(u"2025-\\d\\d-\\d\\d(?=备|借|归)"_s);
-    int entries = 0;
-    for (const QString& page : PdfTools::pageTexts(pdfPath())) {
-        const QString text = withoutBlanks(page);
-        const auto begun = text.count(date);
-        QCOMPARE(text.count(u"公司转付股东（借款/备用金/分红等）"_s), begun);
-        entries += static_cast<int>(begun);
-    }
-    QCOMPARE(entries, 60);
-}
-
-void TestDocumentPdf::everyPartOfTheTableIsClosedByLines()
-{
-    QCOMPARE(exported(fundHtml(60)), QString());
-    const QList<QImage> pages = PdfTools::pictures(pdfPath(), 150);
-    QVERIFY(pages.size() >= 3);
-    // A sheet in the middle shows only rows: a line above the first and one below the last.
-    const QList<int> lines = linesAcross(pages.at(1));
-    QVERIFY2(lines.size() > 10, "the rows are ruled");
-    const int pageTop = qRound(25 / 25.4 * 150);
-    QVERIFY2(qAbs(lines.first() - pageTop) <= 3, qPrintable(QString::number(lines.first())));
-    for (int y = lines.last() + 3; y < qRound((297 - 25 - 8) / 25.4 * 150); ++y) {
-        for (int x = 0; x < pages.at(1).width(); ++x)
-            QVERIFY2(qGray(pages.at(1).pixel(x, y)) > 128, "ink below the last line");
-    }
-}
-
-void TestDocumentPdf::theSignatureNeverStandsAlone()
-{
-    // Whatever the length, the last sheet holds the sentence that is signed.
-    for (int count = 8; count < 24; ++count) {
-        QCOMPARE(exported(fundHtml(count)), QString());
-        QCOMPARE(readText(), composedText(fundHtml(count)));
-        const QString last = withoutBlanks(PdfTools::pageTexts(pdfPath()).last());
-        QVERIFY2(last.contains(u"签名后置备于公司。"_s), qUtf8Printable(last));
-        QVERIFY2(last.contains(u"股东（签名）"_s) && last.contains(u"（盖章处）"_s),
-            qUtf8Printable(last));
-    }
-}
-
-void TestDocumentPdf::requestedPageBreaksAreKept()
-{
-    const QString html = u"<p>甲</p><p style=\"page-break-before:always\">乙</p>"
-                         "<p style=\"page-break-after:always\">丙</p><p>丁</p>"_s;
-    QCOMPARE(exported(html), QString());
-    QStringList pages;
-    for (const QString& page : PdfTools::pageTexts(pdfPath()))
-        pages += withoutBlanks(page).remove(footer);
-    QCOMPARE(pages.join(u'|'), u"甲|乙丙|丁"_s);
-}
-
-void TestDocumentPdf::aDarkThemeStillPrintsBlack()
-{
-    const QString html = DocumentSamples::annualHtml();
-    QCOMPARE(exported(html), QString());
-    const QList<QImage> light = PdfTools::pictures(pdfPath(), 60);
-    const QPalette before = QApplication::palette();
-    QPalette dark(Qt::white, Qt::black);
-    dark.setColor(QPalette::Text, Qt::white);
-    QApplication::setPalette(dark);
-    const QString error = exported(html);
-    QApplication::setPalette(before);
-    QCOMPARE(error, QString());
-    QVERIFY(!light.isEmpty());
-    QVERIFY(light == PdfTools::pictures(pdfPath(), 60));
-}
-
-void TestDocumentPdf::missingFoldersAreCreated()
-{
-    const QString path = AppPaths::exportsDir() + u"/2025/决定/a.pdf"_s;
-    QString error;
-    QVERIFY2(DocumentPdf::exportPdf(u"<p>甲</p>"_s, path, &error), qUtf8Printable(error));
-    QCOMPARE(PdfTools::info(path, u"Pages"_s), u"1"_s);
-}
-
-void TestDocumentPdf::aFailureKeepsTheOldFile_data()
-{
-    QTest::addColumn<QString>("folderOrFile"); // what is made a folder, or a file, in its place
-    QTest::addColumn<bool>("isFolder");
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("error");
-    const QString base = AppPaths::exportsDir();
-    QTest::newRow("a folder in the file's place")
-        << base + u"/a.pdf"_s << true << base + u"/a.pdf"_s
-        << u"无法打开 PDF 输出文件："_s + base + u"/a.pdf"_s;
-    QTest::newRow("a file in the folder's place")
-        << base + u"/2025"_s << false << base + u"/2025/a.pdf"_s
-        << u"无法创建导出目录："_s + base + u"/2025"_s;
-}
-
-void TestDocumentPdf::aFailureKeepsTheOldFile()
-{
-    QFETCH(QString, folderOrFile);
-    QFETCH(bool, isFolder);
-    QFETCH(QString, path);
-    QFETCH(QString, error);
-    QFile file(folderOrFile);
-    QVERIFY(isFolder ? QDir().mkpath(folderOrFile) : file.open(QIODevice::WriteOnly));
-    QString reported;
-    QVERIFY(!DocumentPdf::exportPdf(u"<p>甲</p>"_s, path, &reported));
-    QCOMPARE(reported, error);
-    QCOMPARE(
-        QDir(AppPaths::exportsDir()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 1);
-}
-
-void TestDocumentPdf::aFullDiskKeepsTheOldFile()
-{
-    QCOMPARE(exported(fundHtml(1)), QString());
-    const QByteArray before = TestFile::bytesOf(pdfPath());
-    QString error;
+private slots:
+    void theTextLayerIsTheComposedText_data()
     {
-        const FileSizeLimit fullDisk(4096);
-        error = exported(fundHtml(2));
+        QTest::addColumn<QString>("html");
+        QTest::newRow("annual decision") << DocumentSamples::annualHtml();
+        QTest::newRow("fund decision of three entries") << fundHtml(3);
+        QTest::newRow("fund decision over many sheets") << fundHtml(60);
+        QTest::newRow("lines over many sheets")
+            << DocumentSamples::annualHtml(QStringList(120, u"股东决定增加一项内部管理制度。"_s));
+        QTest::newRow("independence statement") << DocumentSamples::independenceHtml();
+        QTest::newRow("markup and signs") << DocumentSamples::annualHtml(
+            { u"<b>100%</b> &amp; \"A4\" %1 C3PO 2025年；"_s, u"第一行\r\n第二行"_s });
+        QTest::newRow("rare names") << DocumentSamples::annualHtml({ u"龢堃喆犇镕瓛翀燊赟"_s });
     }
-    QCOMPARE(error, u"无法打开 PDF 输出文件："_s + pdfPath());
-    QCOMPARE(TestFile::bytesOf(pdfPath()), before);
-    QCOMPARE(exported(fundHtml(2)), QString());
-}
 
-void TestDocumentPdf::theFontHasItsSubstitutes()
-{
-    DocumentPdf::registerFontSubstitutes();
-    const QFont font = DocumentPdf::documentFont();
-    QCOMPARE(font.family(), u"Microsoft YaHei"_s);
-    QCOMPARE(font.pointSizeF(), 10.5);
-    QCOMPARE(QFont::substitutes(font.family()).mid(0, 2),
-        (QStringList { u"wenquanyi micro hei"_s, u"noto sans cjk sc"_s }));
-    QCOMPARE(QFont::substitutes(font.family()).size(), 3);
-}
+    void theTextLayerIsTheComposedText()
+    {
+        QFETCH(QString, html);
+        QCOMPARE(exported(html), QString());
+        QCOMPARE(readText(), composedText(html));
+    }
+
+    void everyCommonCharacterIsReadBack_data()
+    {
+        QTest::addColumn<int>("first");
+        QTest::addColumn<int>("last");
+        constexpr int step = 0x800;
+        for (int first = 0x4E00; first <= 0x9FA5; first += step)
+            QTest::addRow("from U+%X", first) << first << qMin(first + step - 1, 0x9FA5);
+    }
+
+    void everyCommonCharacterIsReadBack()
+    {
+        QFETCH(int, first);
+        QFETCH(int, last);
+        QString all;
+        for (int c = first; c <= last; ++c)
+            all += QChar(c);
+        for (char16_t c = 0x21; c < 0x7F; ++c)
+            all += QChar(c) + u"中A"_s;
+        QCOMPARE(exported(u"<p>"_s + all.toHtmlEscaped() + u"</p>"_s), QString());
+        const QString read = readText();
+        const auto different = std::mismatch(all.begin(), all.end(), read.begin(), read.end());
+        QCOMPARE(different.second - read.begin(), all.size());
+        QCOMPARE(read.size(), all.size());
+    }
+
+    void fontsAreEmbedded()
+    {
+        QCOMPARE(exported(fundHtml(3)), QString());
+        QStringList lines
+            = PdfTools::run(u"pdffonts"_s, { pdfPath() }).split(u'\n', Qt::SkipEmptyParts);
+        QVERIFY2(lines.size() > 2, qUtf8Printable(lines.join(u'\n')));
+        for (const QString& line : lines.mid(2)) {
+            const QStringList cells = line.simplified().split(u' ');
+            // … encoding, embedded, subset, with Unicode, object number and generation.
+            QCOMPARE(cells.value(cells.size() - 5), u"yes"_s);
+            QCOMPARE(cells.value(cells.size() - 3), u"yes"_s);
+        }
+    }
+
+    void theFileNamesItself()
+    {
+        QCOMPARE(exported(fundHtml(1)), QString());
+        QCOMPARE(PdfTools::info(pdfPath(), u"Title"_s), u"KYR-FD-2025-0001_文书.v1"_s);
+        QCOMPARE(PdfTools::info(pdfPath(), u"Creator"_s), u"Brixa"_s);
+    }
+
+    void everySheetIsA4WithItsFooter_data()
+    {
+        QTest::addColumn<QString>("html");
+        QTest::addColumn<int>("sheets");
+        QTest::newRow("one sheet") << DocumentSamples::independenceHtml() << 1;
+        QTest::newRow("three sheets") << fundHtml(25) << 3;
+        QTest::newRow("thirty sheets") << fundHtml(390) << 30;
+        QTest::newRow("an empty document") << QString() << 1;
+    }
+
+    void everySheetIsA4WithItsFooter()
+    {
+        QFETCH(QString, html);
+        QFETCH(int, sheets);
+        QCOMPARE(exported(html), QString());
+        QCOMPARE(PdfTools::info(pdfPath(), u"Page size"_s), u"595 x 842 pts (A4)"_s);
+        const QStringList pages = PdfTools::pageTexts(pdfPath());
+        const auto count = QString::number(pages.size());
+        QCOMPARE(PdfTools::info(pdfPath(), u"Pages"_s), count);
+        QCOMPARE(pages.size(), sheets);
+        for (qsizetype i = 0; i < pages.size(); ++i) {
+            const auto match = footer.match(withoutBlanks(pages.at(i)));
+            QVERIFY2(match.hasMatch(), qUtf8Printable(pages.at(i)));
+            QCOMPARE(match.captured(1), QString::number(i + 1));
+            QCOMPARE(match.captured(2), count);
+        }
+    }
+
+    void nothingLeavesItsPlace_data()
+    {
+        QTest::addColumn<QString>("html");
+        QTest::newRow("a long table") << fundHtml(60);
+        QTest::newRow("many lines")
+            << DocumentSamples::annualHtml(QStringList(120, u"股东决定增加一项内部管理制度。"_s));
+        QList<Transaction> wide { DocumentSamples::entry(0), DocumentSamples::entry(1) };
+        wide[0].summary = QString(90, u'W');
+        wide[0].counterpartyName = QString(40, u'W');
+        wide[0].amountFen = std::numeric_limits<qint64>::max() / 2;
+        wide[1].summary = QString(200, u'摘');
+        QTest::newRow("words wider than their column") << DocumentSamples::fundHtml(wide);
+        wide[1].summary = QString(3000, u'摘');
+        QTest::newRow("a row taller than a sheet") << DocumentSamples::fundHtml(wide);
+    }
+
+    void nothingLeavesItsPlace()
+    {
+        QFETCH(QString, html);
+        QCOMPARE(exported(html), QString());
+        const QList<PdfTools::Word> words = PdfTools::words(pdfPath());
+        QVERIFY(words.size() > 100);
+        constexpr double pointsPerMm = 72 / 25.4;
+        constexpr double band = (297 - 25 - 8) * pointsPerMm;
+        constexpr double foot = (297 - 25) * pointsPerMm;
+        int inBand = 0;
+        for (const PdfTools::Word& word : words) {
+            const bool isFooter = word.box.top() > band - 1;
+            inBand += isFooter;
+            QVERIFY2(
+                word.box.bottom() <= (isFooter ? foot + 1 : band + 0.5), qUtf8Printable(word.text));
+            QVERIFY2(word.box.left() >= 25 * pointsPerMm - 1, qUtf8Printable(word.text));
+            QVERIFY2(word.box.right() <= (210 - 25) * pointsPerMm + 1, qUtf8Printable(word.text));
+        }
+        // "本文书由 Brixa本地生成，第 1 页 / 共 3 页" is eight words.
+        QCOMPARE(inBand, 8 * PdfTools::info(pdfPath(), u"Pages"_s).toInt());
+    }
+
+    void theDateLineKeepsItsBlanks()
+    {
+        QCOMPARE(exported(DocumentSamples::independenceHtml()), QString());
+        QMap<QString, QRectF> boxes;
+        for (const PdfTools::Word& word : PdfTools::words(pdfPath())) {
+            if (word.text == u"年"_s || word.text == u"月"_s || word.text == u"日"_s
+                || word.text == u"日期："_s)
+                boxes.insert(word.text, word.box);
+        }
+        QCOMPARE(boxes.size(), 4);
+        const auto gap = [&boxes](const QString& from, const QString& to) {
+            return qRound((boxes.value(to).left() - boxes.value(from).right()) / 10.5);
+        };
+        QCOMPARE(gap(u"日期："_s, u"年"_s), 4);
+        QCOMPARE(gap(u"年"_s, u"月"_s), 2);
+        QCOMPARE(gap(u"月"_s, u"日"_s), 2);
+    }
+
+    void tableRowsAreNotTornApart()
+    {
+        QCOMPARE(exported(fundHtml(60)), QString());
+        const QRegularExpression date(u"2025-\\d\\d-\\d\\d(?=备|借|归)"_s);
+        int entries = 0;
+        for (const QString& page : PdfTools::pageTexts(pdfPath())) {
+            const QString text = withoutBlanks(page);
+            const auto begun = text.count(date);
+            QCOMPARE(text.count(u"公司转付股东（借款/备用金/分红等）"_s), begun);
+            entries += static_cast<int>(begun);
+        }
+        QCOMPARE(entries, 60);
+    }
+
+    void everyPartOfTheTableIsClosedByLines()
+    {
+        QCOMPARE(exported(fundHtml(60)), QString());
+        const QList<QImage> pages = PdfTools::pictures(pdfPath(), 150);
+        QVERIFY(pages.size() >= 3);
+        // A sheet in the middle shows only rows: a line above the first and one below the last.
+        const QList<int> lines = linesAcross(pages.at(1));
+        QVERIFY2(lines.size() > 10, "the rows are ruled");
+        const int pageTop = qRound(25 / 25.4 * 150);
+        QVERIFY2(qAbs(lines.first() - pageTop) <= 3, qPrintable(QString::number(lines.first())));
+        for (int y = lines.last() + 3; y < qRound((297 - 25 - 8) / 25.4 * 150); ++y) {
+            for (int x = 0; x < pages.at(1).width(); ++x)
+                QVERIFY2(qGray(pages.at(1).pixel(x, y)) > 128, "ink below the last line");
+        }
+    }
+
+    void theSignatureNeverStandsAlone()
+    {
+        // Whatever the length, the last sheet holds the sentence that is signed.
+        for (int count = 8; count < 24; ++count) {
+            QCOMPARE(exported(fundHtml(count)), QString());
+            QCOMPARE(readText(), composedText(fundHtml(count)));
+            const QString last = withoutBlanks(PdfTools::pageTexts(pdfPath()).last());
+            QVERIFY2(last.contains(u"签名后置备于公司。"_s), qUtf8Printable(last));
+            QVERIFY2(last.contains(u"股东（签名）"_s) && last.contains(u"（盖章处）"_s),
+                qUtf8Printable(last));
+        }
+    }
+
+    void requestedPageBreaksAreKept()
+    {
+        const QString html = u"<p>甲</p><p style=\"page-break-before:always\">乙</p>"
+                             "<p style=\"page-break-after:always\">丙</p><p>丁</p>"_s;
+        QCOMPARE(exported(html), QString());
+        QStringList pages;
+        for (const QString& page : PdfTools::pageTexts(pdfPath()))
+            pages += withoutBlanks(page).remove(footer);
+        QCOMPARE(pages.join(u'|'), u"甲|乙丙|丁"_s);
+    }
+
+    void aDarkThemeStillPrintsBlack()
+    {
+        const QString html = DocumentSamples::annualHtml();
+        QCOMPARE(exported(html), QString());
+        const QList<QImage> light = PdfTools::pictures(pdfPath(), 60);
+        const QPalette before = QApplication::palette();
+        QPalette dark(Qt::white, Qt::black);
+        dark.setColor(QPalette::Text, Qt::white);
+        QApplication::setPalette(dark);
+        const QString error = exported(html);
+        QApplication::setPalette(before);
+        QCOMPARE(error, QString());
+        QVERIFY(!light.isEmpty());
+        QVERIFY(light == PdfTools::pictures(pdfPath(), 60));
+    }
+
+    void missingFoldersAreCreated()
+    {
+        const QString path = AppPaths::exportsDir() + u"/2025/决定/a.pdf"_s;
+        QString error;
+        QVERIFY2(DocumentPdf::exportPdf(u"<p>甲</p>"_s, path, &error), qUtf8Printable(error));
+        QCOMPARE(PdfTools::info(path, u"Pages"_s), u"1"_s);
+    }
+
+    void aFailureKeepsTheOldFile_data()
+    {
+        QTest::addColumn<QString>("folderOrFile"); // what is made a folder, or a file, in its place
+        QTest::addColumn<bool>("isFolder");
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("error");
+        const QString base = AppPaths::exportsDir();
+        QTest::newRow("a folder in the file's place")
+            << base + u"/a.pdf"_s << true << base + u"/a.pdf"_s
+            << u"无法打开 PDF 输出文件："_s + base + u"/a.pdf"_s;
+        QTest::newRow("a file in the folder's place")
+            << base + u"/2025"_s << false << base + u"/2025/a.pdf"_s
+            << u"无法创建导出目录："_s + base + u"/2025"_s;
+    }
+
+    void aFailureKeepsTheOldFile()
+    {
+        QFETCH(QString, folderOrFile);
+        QFETCH(bool, isFolder);
+        QFETCH(QString, path);
+        QFETCH(QString, error);
+        QFile file(folderOrFile);
+        QVERIFY(isFolder ? QDir().mkpath(folderOrFile) : file.open(QIODevice::WriteOnly));
+        QString reported;
+        QVERIFY(!DocumentPdf::exportPdf(u"<p>甲</p>"_s, path, &reported));
+        QCOMPARE(reported, error);
+        QCOMPARE(
+            QDir(AppPaths::exportsDir()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(),
+            1);
+    }
+
+    void aFullDiskKeepsTheOldFile()
+    {
+        QCOMPARE(exported(fundHtml(1)), QString());
+        const QByteArray before = TestFile::bytesOf(pdfPath());
+        QString error;
+        {
+            const FileSizeLimit fullDisk(4096);
+            error = exported(fundHtml(2));
+        }
+        QCOMPARE(error, u"无法打开 PDF 输出文件："_s + pdfPath());
+        QCOMPARE(TestFile::bytesOf(pdfPath()), before);
+        QCOMPARE(exported(fundHtml(2)), QString());
+    }
+
+    void theFontHasItsSubstitutes()
+    {
+        DocumentFont::registerSubstitutes();
+        const QFont font = DocumentFont::text();
+        QCOMPARE(font.family(), u"Microsoft YaHei"_s);
+        QCOMPARE(font.pointSizeF(), 10.5);
+        QCOMPARE(QFont::substitutes(font.family()).mid(0, 2),
+            (QStringList { u"wenquanyi micro hei"_s, u"noto sans cjk sc"_s }));
+        QCOMPARE(QFont::substitutes(font.family()).size(), 3);
+    }
+};
+
+static const RegisteredTest<TestDocumentPdf> registered;
+
+#include "TestDocumentPdf.moc"

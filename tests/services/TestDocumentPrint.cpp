@@ -1,10 +1,9 @@
-#include "services/TestDocumentPrint.h"
-
 #include "core/AppPaths.h"
 #include "services/documents/DocumentPdf.h"
 #include "services/documents/PageBreaks.h"
 #include "services/DocumentSamples.h"
 #include "support/PdfTools.h"
+#include "support/TestCase.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -67,132 +66,142 @@ QString threePages()
 
 } // namespace
 
-void TestDocumentPrint::aPrintedSheetLooksLikeThePdf_data()
-{
-    QTest::addColumn<int>("resolution");
-    QTest::newRow("as the system sets it") << 0;
-    QTest::newRow("a laser printer") << 600;
-    QTest::newRow("a fine printer") << 1200;
-}
+class TestDocumentPrint final : public TestCase {
+    Q_OBJECT
 
-void TestDocumentPrint::aPrintedSheetLooksLikeThePdf()
-{
-    QFETCH(int, resolution);
-    const QString html = DocumentSamples::fundHtml(45);
-    const QString path = AppPaths::exportsDir() + u"/a.pdf"_s;
-    QVERIFY(DocumentPdf::exportPdf(html, path, nullptr));
+private slots:
+    void aPrintedSheetLooksLikeThePdf_data()
+    {
+        QTest::addColumn<int>("resolution");
+        QTest::newRow("as the system sets it") << 0;
+        QTest::newRow("a laser printer") << 600;
+        QTest::newRow("a fine printer") << 1200;
+    }
+
+    void aPrintedSheetLooksLikeThePdf()
+    {
+        QFETCH(int, resolution);
+        const QString html = DocumentSamples::fundHtml(45);
+        const QString path = AppPaths::exportsDir() + u"/a.pdf"_s;
+        QVERIFY(DocumentPdf::exportPdf(html, path, nullptr));
+        {
+            QPrinter printer(QPrinter::PrinterResolution);
+            usePdfPrinter(printer);
+            if (resolution)
+                printer.setResolution(resolution);
+            QVERIFY(DocumentPdf::print(html, printer));
+        }
+        const QList<QImage> pdf = PdfTools::pictures(path, 100);
+        const QList<QImage> printed = PdfTools::pictures(printedPath(), 100);
+        QVERIFY(pdf.size() >= 3);
+        QCOMPARE(printed.size(), pdf.size());
+        for (qsizetype i = 0; i < pdf.size(); ++i) {
+            const double differing = difference(body(pdf.at(i)), body(printed.at(i)));
+            QVERIFY2(differing < 0.002, qPrintable(QString::number(differing)));
+        }
+        QVERIFY2(!printedPages().join(QString()).contains(u"本地生成"_s), "no footer on paper");
+    }
+
+    void thePrinterGetsThePageOfDocuments()
     {
         QPrinter printer(QPrinter::PrinterResolution);
         usePdfPrinter(printer);
-        if (resolution)
-            printer.setResolution(resolution);
-        QVERIFY(DocumentPdf::print(html, printer));
+        const QPageLayout layout = printer.pageLayout();
+        QCOMPARE(layout.pageSize().id(), QPageSize::A4);
+        QCOMPARE(layout.orientation(), QPageLayout::Portrait);
+        QCOMPARE(layout.margins(QPageLayout::Millimeter), QMarginsF(25, 25, 25, 25));
     }
-    const QList<QImage> pdf = PdfTools::pictures(path, 100);
-    const QList<QImage> printed = PdfTools::pictures(printedPath(), 100);
-    QVERIFY(pdf.size() >= 3);
-    QCOMPARE(printed.size(), pdf.size());
-    for (qsizetype i = 0; i < pdf.size(); ++i) {
-        const double differing = difference(body(pdf.at(i)), body(printed.at(i)));
-        QVERIFY2(differing < 0.002, qPrintable(QString::number(differing)));
+
+    void chosenPagesOnly()
+    {
+        {
+            QPrinter printer(QPrinter::PrinterResolution);
+            usePdfPrinter(printer);
+            printer.setPageRanges(QPageRanges::fromString(u"1,3"_s));
+            QVERIFY(DocumentPdf::print(threePages(), printer));
+        }
+        QCOMPARE(printedPages().join(u'|'), u"甲|丙"_s);
     }
-    QVERIFY2(!printedPages().join(QString()).contains(u"本地生成"_s), "no footer on paper");
-}
 
-void TestDocumentPrint::thePrinterGetsThePageOfDocuments()
-{
-    QPrinter printer(QPrinter::PrinterResolution);
-    usePdfPrinter(printer);
-    const QPageLayout layout = printer.pageLayout();
-    QCOMPARE(layout.pageSize().id(), QPageSize::A4);
-    QCOMPARE(layout.orientation(), QPageLayout::Portrait);
-    QCOMPARE(layout.margins(QPageLayout::Millimeter), QMarginsF(25, 25, 25, 25));
-}
+    void lastPageFirst()
+    {
+        {
+            QPrinter printer(QPrinter::PrinterResolution);
+            usePdfPrinter(printer);
+            printer.setPageOrder(QPrinter::LastPageFirst);
+            QVERIFY(DocumentPdf::print(threePages(), printer));
+        }
+        QCOMPARE(printedPages().join(u'|'), u"丙|乙|甲"_s);
+    }
 
-void TestDocumentPrint::chosenPagesOnly()
-{
+    void aPrinterThatTakesNoJobIsAFailure()
     {
         QPrinter printer(QPrinter::PrinterResolution);
         usePdfPrinter(printer);
-        printer.setPageRanges(QPageRanges::fromString(u"1,3"_s));
-        QVERIFY(DocumentPdf::print(threePages(), printer));
+        printer.setOutputFileName(AppPaths::exportsDir());
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"QPdf|QPainter|print"_s));
+        QVERIFY(!DocumentPdf::print(threePages(), printer));
     }
-    QCOMPARE(printedPages().join(u'|'), u"甲|丙"_s);
-}
 
-void TestDocumentPrint::lastPageFirst()
-{
+    void decliningPrintsNothing()
     {
-        QPrinter printer(QPrinter::PrinterResolution);
-        usePdfPrinter(printer);
-        printer.setPageOrder(QPrinter::LastPageFirst);
-        QVERIFY(DocumentPdf::print(threePages(), printer));
+        const QStringList before = QDir::home().entryList(QDir::Files);
+        QString title;
+        QTimer::singleShot(0, this, [&title] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (!dialog)
+                return;
+            title = dialog->windowTitle();
+            dialog->reject();
+        });
+        DocumentPdf::printHtml(threePages(), nullptr);
+        QCOMPARE(title, u"打印文书"_s);
+        QCOMPARE(QDir::home().entryList(QDir::Files), before);
+        QCOMPARE(QDir(AppPaths::exportsDir()).entryList(QDir::Files).size(), 0);
     }
-    QCOMPARE(printedPages().join(u'|'), u"丙|乙|甲"_s);
-}
 
-void TestDocumentPrint::aPrinterThatTakesNoJobIsAFailure()
-{
-    QPrinter printer(QPrinter::PrinterResolution);
-    usePdfPrinter(printer);
-    printer.setOutputFileName(AppPaths::exportsDir());
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"QPdf|QPainter|print"_s));
-    QVERIFY(!DocumentPdf::print(threePages(), printer));
-}
+    void sheetsAreCutAtGaps_data()
+    {
+        QTest::addColumn<QList<Gap>>("gaps");
+        QTest::addColumn<double>("bottom");
+        QTest::addColumn<QString>("sheets");
+        const QList<Gap> even { { 40, 42, Gap::Free }, { 80, 82, Gap::Free },
+            { 120, 122, Gap::Free } };
+        QTest::newRow("all on one sheet") << even << 100.0 << u"0-100"_s;
+        QTest::newRow("as full as it gets") << even << 150.0 << u"0-80 82-150"_s;
+        QTest::newRow("forced though all fits")
+            << QList<Gap> { { 40, 42, Gap::Forced } } << 90.0 << u"0-40 42-90"_s;
+        QTest::newRow("the first forced gap counts") << QList<Gap> { { 20, 20, Gap::Forced },
+            { 40, 40, Gap::Forced }, { 90, 90, Gap::Free } }
+                                                     << 120.0 << u"0-20 20-40 40-120"_s;
+        QTest::newRow("what belongs together stays together") << QList<Gap> { { 40, 40, Gap::Free },
+            { 90, 90, Gap::Last } } << 120.0 << u"0-40 40-120"_s;
+        QTest::newRow("a row is torn last of all") << QList<Gap> { { 30, 30, Gap::Last },
+            { 90, 90, Gap::Torn } } << 120.0 << u"0-30 30-120"_s;
+        QTest::newRow("parted when nothing better fits") << QList<Gap> { { 30, 30, Gap::Last },
+            { 90, 90, Gap::Last } } << 120.0 << u"0-90 90-120"_s;
+        QTest::newRow("a gap that ends at the limit")
+            << QList<Gap> { { 100, 103, Gap::Free } } << 150.0 << u"0-100 103-150"_s;
+    }
 
-void TestDocumentPrint::decliningPrintsNothing()
-{
-    const QStringList before = QDir::home().entryList(QDir::Files);
-    QString title;
-    QTimer::singleShot(0, this, [&title] {
-        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        if (!dialog)
-            return;
-        title = dialog->windowTitle();
-        dialog->reject();
-    });
-    DocumentPdf::printHtml(threePages(), nullptr);
-    QCOMPARE(title, u"打印文书"_s);
-    QCOMPARE(QDir::home().entryList(QDir::Files), before);
-    QCOMPARE(QDir(AppPaths::exportsDir()).entryList(QDir::Files).size(), 0);
-}
+    void sheetsAreCutAtGaps()
+    {
+        QFETCH(QList<Gap>, gaps);
+        QFETCH(double, bottom);
+        QStringList sheets;
+        for (const auto& sheet : PageBreaks::cut(gaps, 0, bottom, 100))
+            sheets += u"%1-%2"_s.arg(QString::number(sheet.top), QString::number(sheet.bottom));
+        QTEST(sheets.join(u' '), "sheets");
+    }
 
-void TestDocumentPrint::sheetsAreCutAtGaps_data()
-{
-    QTest::addColumn<QList<Gap>>("gaps");
-    QTest::addColumn<double>("bottom");
-    QTest::addColumn<QString>("sheets");
-    const QList<Gap> even { { 40, 42, Gap::Free }, { 80, 82, Gap::Free }, { 120, 122, Gap::Free } };
-    QTest::newRow("all on one sheet") << even << 100.0 << u"0-100"_s;
-    QTest::newRow("as full as it gets") << even << 150.0 << u"0-80 82-150"_s;
-    QTest::newRow("forced though all fits")
-        << QList<Gap> { { 40, 42, Gap::Forced } } << 90.0 << u"0-40 42-90"_s;
-    QTest::newRow("the first forced gap counts")
-        << QList<Gap> { { 20, 20, Gap::Forced }, { 40, 40, Gap::Forced }, { 90, 90, Gap::Free } }
-        << 120.0 << u"0-20 20-40 40-120"_s;
-    QTest::newRow("what belongs together stays together")
-        << QList<Gap> { { 40, 40, Gap::Free }, { 90, 90, Gap::Last } } << 120.0 << u"0-40 40-120"_s;
-    QTest::newRow("a row is torn last of all")
-        << QList<Gap> { { 30, 30, Gap::Last }, { 90, 90, Gap::Torn } } << 120.0 << u"0-30 30-120"_s;
-    QTest::newRow("parted when nothing better fits")
-        << QList<Gap> { { 30, 30, Gap::Last }, { 90, 90, Gap::Last } } << 120.0 << u"0-90 90-120"_s;
-    QTest::newRow("a gap that ends at the limit")
-        << QList<Gap> { { 100, 103, Gap::Free } } << 150.0 << u"0-100 103-150"_s;
-}
+    void tallPiecesAreCutThrough()
+    {
+        QCOMPARE(PageBreaks::cut({}, 0, 250, 100).size(), 3);
+        QCOMPARE(PageBreaks::cut({}, 0, 250, 0).size(), 1);
+        QCOMPARE(PageBreaks::cut({}, 0, 0, 100).size(), 1);
+    }
+};
 
-void TestDocumentPrint::sheetsAreCutAtGaps()
-{
-    QFETCH(QList<Gap>, gaps);
-    QFETCH(double, bottom);
-    QStringList sheets;
-    for (const auto& sheet : PageBreaks::cut(gaps, 0, bottom, 100))
-        sheets += u"%1-%2"_s.arg(QString::number(sheet.top), QString::number(sheet.bottom));
-    QTEST(sheets.join(u' '), "sheets");
-}
+static const RegisteredTest<TestDocumentPrint> registered;
 
-void TestDocumentPrint::tallPiecesAreCutThrough()
-{
-    QCOMPARE(PageBreaks::cut({}, 0, 250, 100).size(), 3);
-    QCOMPARE(PageBreaks::cut({}, 0, 250, 0).size(), 1);
-    QCOMPARE(PageBreaks::cut({}, 0, 0, 100).size(), 1);
-}
+#include "TestDocumentPrint.moc"

@@ -1,10 +1,9 @@
-#include "services/TestDocumentTexts.h"
-
 #include "services/documents/DocumentRules.h"
 #include "services/documents/DocumentTemplates.h"
 #include "services/documents/DocumentTexts.h"
 #include "services/documents/TableColumns.h"
 #include "services/DocumentSamples.h"
+#include "support/TestCase.h"
 
 using namespace Qt::StringLiterals;
 
@@ -60,256 +59,274 @@ QString centred(const QStringList& texts)
 
 } // namespace
 
-void TestDocumentTexts::offeredSentences()
-{
-    QCOMPARE(DocumentTexts::annualReportItems(2025),
-        (QStringList { u"审议通过公司 2025 年度经营情况报告。"_s,
-            u"审议通过公司 2025 年度财务情况报告。"_s }));
-    QCOMPARE(DocumentTexts::profitDistributed(10'700'053, u"%1 转账"_s),
-        u"本年度利润分配方案：向股东分配利润人民币 107,000.53 元（大写：壹拾万柒仟元伍角叁分），"
-        "分配方式：%1 转账。"_s);
-    QCOMPARE(DocumentTexts::profitKept(), u"本年度利润不分配。"_s);
-    QCOMPARE(DocumentTexts::otherItem(u"聘任经理"_s), u"其他事项：聘任经理"_s);
-    QCOMPARE(DocumentTexts::independenceMeasures(),
-        (QStringList { u"公司开设独立银行账户，经营款项通过对公账户结算"_s,
-            u"股东个人财产与公司财产分别建账、分别登记"_s,
-            u"股东与公司之间资金往来均出具书面股东决定并留存凭证"_s,
-            u"依法建立财务会计制度，独立核算"_s, u"公司资产独立保管、独立使用"_s }));
-    QCOMPARE(DocumentTexts::directionLabel(Direction::In), u"股东资金转入公司"_s);
-    QCOMPARE(DocumentTexts::directionLabel(Direction::Out), u"公司资金转付股东"_s);
-    QCOMPARE(DocumentTexts::kindName(DocType::FundDecision), u"公私资金往来决定书"_s);
-    QCOMPARE(DocumentTexts::kindName(static_cast<DocType>(7)), u"法定文书"_s);
-}
+class TestDocumentTexts final : public TestCase {
+    Q_OBJECT
 
-void TestDocumentTexts::itemsAreNumberedInChinese_data()
-{
-    QTest::addColumn<int>("number");
-    QTest::addColumn<QString>("text");
-    const QList<std::pair<int, QString>> known { { 1, u"（一）"_s }, { 9, u"（九）"_s },
-        { 10, u"（十）"_s }, { 11, u"（十一）"_s }, { 19, u"（十九）"_s }, { 20, u"（二十）"_s },
-        { 21, u"（二十一）"_s }, { 90, u"（九十）"_s }, { 99, u"（九十九）"_s },
-        { 100, u"（100）"_s } };
-    for (const auto& [number, text] : known)
-        QTest::addRow("%d", number) << number << text;
-}
+private slots:
+    void offeredSentences()
+    {
+        QCOMPARE(DocumentTexts::annualReportItems(2025),
+            (QStringList { u"审议通过公司 2025 年度经营情况报告。"_s,
+                u"审议通过公司 2025 年度财务情况报告。"_s }));
+        QCOMPARE(DocumentTexts::profitDistributed(10'700'053, u"%1 转账"_s),
+            u"本年度利润分配方案：向股东分配利润人民币 107,000.53 元（大写：壹拾万柒仟元伍角叁分），"
+            "分配方式：%1 转账。"_s);
+        QCOMPARE(DocumentTexts::profitKept(), u"本年度利润不分配。"_s);
+        QCOMPARE(DocumentTexts::otherItem(u"聘任经理"_s), u"其他事项：聘任经理"_s);
+        QCOMPARE(DocumentTexts::independenceMeasures(),
+            (QStringList { u"公司开设独立银行账户，经营款项通过对公账户结算"_s,
+                u"股东个人财产与公司财产分别建账、分别登记"_s,
+                u"股东与公司之间资金往来均出具书面股东决定并留存凭证"_s,
+                u"依法建立财务会计制度，独立核算"_s, u"公司资产独立保管、独立使用"_s }));
+        QCOMPARE(DocumentTexts::directionLabel(Direction::In), u"股东资金转入公司"_s);
+        QCOMPARE(DocumentTexts::directionLabel(Direction::Out), u"公司资金转付股东"_s);
+        QCOMPARE(DocumentTexts::kindName(DocType::FundDecision), u"公私资金往来决定书"_s);
+        QCOMPARE(DocumentTexts::kindName(static_cast<DocType>(7)), u"法定文书"_s);
+    }
 
-void TestDocumentTexts::itemsAreNumberedInChinese()
-{
-    QFETCH(int, number);
-    QTEST(DocumentTexts::itemNumber(number), "text");
-}
+    void itemsAreNumberedInChinese_data()
+    {
+        QTest::addColumn<int>("number");
+        QTest::addColumn<QString>("text");
+        const QList<std::pair<int, QString>> known { { 1, u"（一）"_s }, { 9, u"（九）"_s },
+            { 10, u"（十）"_s }, { 11, u"（十一）"_s }, { 19, u"（十九）"_s },
+            { 20, u"（二十）"_s }, { 21, u"（二十一）"_s }, { 90, u"（九十）"_s },
+            { 99, u"（九十九）"_s }, { 100, u"（100）"_s } };
+        for (const auto& [number, text] : known)
+            QTest::addRow("%d", number) << number << text;
+    }
 
-void TestDocumentTexts::usersTextsAreNeverMarkup_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("html");
-    QTest::newRow("plain") << u"林岚"_s << u"林岚"_s;
-    QTest::newRow("markup") << u"<b>\"A&B\"</b>"_s << u"&lt;b&gt;&quot;A&amp;B&quot;&lt;/b&gt;"_s;
-    QTest::newRow("places to be filled in") << u"100% %1"_s << u"100&#37; &#37;1"_s;
-    QTest::newRow("line breaks of all systems") << u"a\nb\r\nc\rd"_s << u"a<br/>b<br/>c<br/>d"_s;
-    QTest::newRow("a line break that was typed as markup") << u"a<br/>b"_s << u"a&lt;br/&gt;b"_s;
-}
+    void itemsAreNumberedInChinese()
+    {
+        QFETCH(int, number);
+        QTEST(DocumentTexts::itemNumber(number), "text");
+    }
 
-void TestDocumentTexts::usersTextsAreNeverMarkup()
-{
-    QFETCH(QString, text);
-    QTEST(DocumentTemplates::escapedLines(text), "html");
-}
+    void usersTextsAreNeverMarkup_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("html");
+        QTest::newRow("plain") << u"林岚"_s << u"林岚"_s;
+        QTest::newRow("markup") << u"<b>\"A&B\"</b>"_s
+                                << u"&lt;b&gt;&quot;A&amp;B&quot;&lt;/b&gt;"_s;
+        QTest::newRow("places to be filled in") << u"100% %1"_s << u"100&#37; &#37;1"_s;
+        QTest::newRow("line breaks of all systems")
+            << u"a\nb\r\nc\rd"_s << u"a<br/>b<br/>c<br/>d"_s;
+        QTest::newRow("a line break that was typed as markup")
+            << u"a<br/>b"_s << u"a&lt;br/&gt;b"_s;
+    }
 
-void TestDocumentTexts::theAnnualDecisionReads()
-{
-    CompanyProfile company = DocumentSamples::company();
-    company.companyName = u"甲&乙"_s;
-    DocumentRecord record = DocumentRules::draft(AnnualDecisionInput { .year = 2025,
-        .items = { u"第一项 %2。"_s, u"第二项。"_s },
-        .decisionDate = { 2026, 3, 31 } });
-    record.docNo = u"KYR-ND-2025-0001"_s;
-    const QString expected = top(u"2025年度股东决定书"_s, u"甲&amp;乙 2025 年度"_s,
-                                 info(u"股东（法定代表人）"_s, u"林岚"_s)
-                                     + info(u"统一社会信用代码"_s, u"91350100M000100Y43"_s)
-                                     + info(u"决定日期"_s, u"2026-03-31"_s)
-                                     + info(u"文书编号"_s, u"KYR-ND-2025-0001"_s))
-        + heading(u"一、总则"_s)
-        + paragraph(u"甲&amp;乙 为一人有限责任公司，不设股东会。根据《中华人民共和国公司法》及公司"
-                    "章程的有关规定，股东就公司 2025 年度经营管理的重大事项，作出如下书面决定："_s)
-        + heading(u"二、决定事项"_s) + paragraph(u"（一）第一项 &#37;2。"_s)
-        + paragraph(u"（二）第二项。"_s) + heading(u"三、生效与置备"_s)
-        + paragraph(u"本决定自作出之日起生效。以上决定由股东作出，签名后置备于公司。"_s) + foot;
-    QCOMPARE(DocumentTemplates::compose(company, record), expected);
-}
+    void usersTextsAreNeverMarkup()
+    {
+        QFETCH(QString, text);
+        QTEST(DocumentTemplates::escapedLines(text), "html");
+    }
 
-void TestDocumentTexts::theFundDecisionReads()
-{
-    DocumentRecord record = DocumentRules::draft(DocumentSamples::fundInput({ 1, 2 }));
-    record.docNo = u"KYR-FD-2025-0001"_s;
-    record.fundNature = u"50%备用金"_s;
-    Transaction second = DocumentSamples::entry(1);
-    second.summary = u"<i>摘要</i>"_s;
-    second.ownerAccountType = AccountType::Private;
-    const QString expected = top(u"公私资金往来决定书"_s, u"杭州山岚设计有限公司"_s,
-                                 info(u"股东（法定代表人）"_s, u"林岚"_s)
-                                     + info(u"统一社会信用代码"_s, u"91350100M000100Y43"_s)
-                                     + info(u"决定日期"_s, u"2025-06-30"_s)
-                                     + info(u"文书编号"_s, u"KYR-FD-2025-0001"_s))
-        + heading(u"一、往来性质与金额"_s)
-        + paragraph(u"经股东决定：公司资金转付股东，资金性质为<b>50&#37;备用金</b>，并约定于 "
-                    "2025-12-31 前结清/偿还。本次往来共 2 笔，金额合计人民币 37,037.01 元（大写："
-                    "叁万柒仟零叁拾柒元零壹分）。"_s)
-        + heading(u"二、资金往来明细"_s)
-        + u"<table width=\"100%\" cellspacing=\"0\" cellpadding=\"5\" border=\"1\" "
-          "style=\"border-collapse:collapse;\"><tr>"_s
-        + centred({ u"<b>序号</b>"_s, u"<b>日期</b>"_s, u"<b>摘要</b>"_s, u"<b>本方账户</b>"_s,
-            u"<b>对方名称</b>"_s, u"<b>金额（元）</b>"_s, u"<b>资金分类</b>"_s })
-        + u"</tr><tr>"_s
-        + centred({ u"1"_s, u"2025-01-01"_s, u"备用金"_s, u"对公账户"_s, u"林岚"_s })
-        + cell(u"right"_s, u"12,345.67"_s) + centred({ u"公司转付股东（借款/备用金/分红等）"_s })
-        + u"</tr><tr>"_s
-        + centred(
-            { u"2"_s, u"2025-01-02"_s, u"&lt;i&gt;摘要&lt;/i&gt;"_s, u"股东私人账户"_s, u"林岚"_s })
-        + cell(u"right"_s, u"24,691.34"_s) + centred({ u"公司转付股东（借款/备用金/分红等）"_s })
-        + u"</tr><tr><td colspan=\"5\" style=\"border:1px solid #000000; padding:5px; "
-          "font-size:10pt;\"><b>合计（大写）：人民币 叁万柒仟零叁拾柒元零壹分</b></td>"_s
-        + cell(u"right"_s, u"37,037.01"_s) + centred({ QString() }) + u"</tr></table>"_s
-        + heading(u"三、独立性声明条款"_s)
-        + paragraph(
-            u"上述资金往来均系公司与股东之间的独立资金安排，性质明确、用途清晰，已如实、完整"
-            "记入公司账簿及银行流水。公司财产与股东个人财产相互独立、分别核算，不存在财产混同"
-            "情形；股东不对公司债务承担连带责任。"_s)
-        + paragraph(u"补充说明：凭票据报销，<br/>余款退回对公账户。"_s)
-        + paragraph(u"以上决定由股东作出，签名后置备于公司。"_s) + foot;
-    QCOMPARE(DocumentTemplates::compose(
-                 DocumentSamples::company(), record, { DocumentSamples::entry(0), second }),
-        expected);
-}
+    void theAnnualDecisionReads()
+    {
+        CompanyProfile company = DocumentSamples::company();
+        company.companyName = u"甲&乙"_s;
+        DocumentRecord record = DocumentRules::draft(AnnualDecisionInput { .year = 2025,
+            .items = { u"第一项 %2。"_s, u"第二项。"_s },
+            .decisionDate = { 2026, 3, 31 } });
+        record.docNo = u"KYR-ND-2025-0001"_s;
+        const QString expected = top(u"2025年度股东决定书"_s, u"甲&amp;乙 2025 年度"_s,
+                                     info(u"股东（法定代表人）"_s, u"林岚"_s)
+                                         + info(u"统一社会信用代码"_s, u"91350100M000100Y43"_s)
+                                         + info(u"决定日期"_s, u"2026-03-31"_s)
+                                         + info(u"文书编号"_s, u"KYR-ND-2025-0001"_s))
+            + heading(u"一、总则"_s)
+            + paragraph(
+                u"甲&amp;乙 为一人有限责任公司，不设股东会。根据《中华人民共和国公司法》及公司"
+                "章程的有关规定，股东就公司 2025 年度经营管理的重大事项，作出如下书面决定："_s)
+            + heading(u"二、决定事项"_s) + paragraph(u"（一）第一项 &#37;2。"_s)
+            + paragraph(u"（二）第二项。"_s) + heading(u"三、生效与置备"_s)
+            + paragraph(u"本决定自作出之日起生效。以上决定由股东作出，签名后置备于公司。"_s) + foot;
+        QCOMPARE(DocumentTemplates::compose(company, record), expected);
+    }
 
-void TestDocumentTexts::theIndependenceStatementReads()
-{
-    DocumentRecord record = DocumentRules::draft(IndependenceStatementInput {
-        .baseDate = { 2025, 12, 31 }, .measures = { u"甲"_s }, .furtherMeasures = u" 乙\n丙 "_s });
-    record.docNo = u"KYR-DC-2025-0001"_s;
-    const QString expected = top(u"财产独立声明书"_s, u"杭州山岚设计有限公司"_s,
-                                 info(u"声明人（股东）"_s, u"林岚"_s)
-                                     + info(u"统一社会信用代码"_s, u"91350100M000100Y43"_s)
-                                     + info(u"声明基准日"_s, u"2025-12-31"_s)
-                                     + info(u"文书编号"_s, u"KYR-DC-2025-0001"_s))
-        + heading(u"一、声明"_s)
-        + paragraph(
-            u"声明人作为 杭州山岚设计有限公司（以下简称\"公司\"）的唯一股东，郑重声明：公司"
-            "财产与声明人个人财产相互独立，产权边界清晰、分别建账核算，不存在任何财产混同情形。"
-            "公司以其全部财产对其债务承担责任，声明人以其认缴的出资额为限对公司承担责任。"_s)
-        + heading(u"二、已采取的独立性措施"_s) + paragraph(u"（一）甲"_s)
-        + paragraph(u"（二）其他独立性措施：乙<br/>丙"_s) + heading(u"三、承诺条款"_s)
-        + paragraph(u"本声明所述内容真实、准确、完整。如有不实，股东愿依法承担相应责任。"_s) + foot;
-    QCOMPARE(DocumentTemplates::compose(DocumentSamples::company(), record), expected);
-}
+    void theFundDecisionReads()
+    {
+        DocumentRecord record = DocumentRules::draft(DocumentSamples::fundInput({ 1, 2 }));
+        record.docNo = u"KYR-FD-2025-0001"_s;
+        record.fundNature = u"50%备用金"_s;
+        Transaction second = DocumentSamples::entry(1);
+        second.summary = u"<i>摘要</i>"_s;
+        second.ownerAccountType = AccountType::Private;
+        const QString expected = top(u"公私资金往来决定书"_s, u"杭州山岚设计有限公司"_s,
+                                     info(u"股东（法定代表人）"_s, u"林岚"_s)
+                                         + info(u"统一社会信用代码"_s, u"91350100M000100Y43"_s)
+                                         + info(u"决定日期"_s, u"2025-06-30"_s)
+                                         + info(u"文书编号"_s, u"KYR-FD-2025-0001"_s))
+            + heading(u"一、往来性质与金额"_s)
+            + paragraph(
+                u"经股东决定：公司资金转付股东，资金性质为<b>50&#37;备用金</b>，并约定于 "
+                "2025-12-31 前结清/偿还。本次往来共 2 笔，金额合计人民币 37,037.01 元（大写："
+                "叁万柒仟零叁拾柒元零壹分）。"_s)
+            + heading(u"二、资金往来明细"_s)
+            + u"<table width=\"100%\" cellspacing=\"0\" cellpadding=\"5\" border=\"1\" "
+              "style=\"border-collapse:collapse;\"><tr>"_s
+            + centred({ u"<b>序号</b>"_s, u"<b>日期</b>"_s, u"<b>摘要</b>"_s, u"<b>本方账户</b>"_s,
+                u"<b>对方名称</b>"_s, u"<b>金额（元）</b>"_s, u"<b>资金分类</b>"_s })
+            + u"</tr><tr>"_s
+            + centred({ u"1"_s, u"2025-01-01"_s, u"备用金"_s, u"对公账户"_s, u"林岚"_s })
+            + cell(u"right"_s, u"12,345.67"_s)
+            + centred({ u"公司转付股东（借款/备用金/分红等）"_s }) + u"</tr><tr>"_s
+            + centred({ u"2"_s, u"2025-01-02"_s, u"&lt;i&gt;摘要&lt;/i&gt;"_s, u"股东私人账户"_s,
+                u"林岚"_s })
+            + cell(u"right"_s, u"24,691.34"_s)
+            + centred({ u"公司转付股东（借款/备用金/分红等）"_s })
+            + u"</tr><tr><td colspan=\"5\" style=\"border:1px solid #000000; padding:5px; "
+              "font-size:10pt;\"><b>合计（大写）：人民币 叁万柒仟零叁拾柒元零壹分</b></td>"_s
+            + cell(u"right"_s, u"37,037.01"_s) + centred({ QString() }) + u"</tr></table>"_s
+            + heading(u"三、独立性声明条款"_s)
+            + paragraph(
+                u"上述资金往来均系公司与股东之间的独立资金安排，性质明确、用途清晰，已如实、完整"
+                "记入公司账簿及银行流水。公司财产与股东个人财产相互独立、分别核算，不存在财产混同"
+                "情形；股东不对公司债务承担连带责任。"_s)
+            + paragraph(u"补充说明：凭票据报销，<br/>余款退回对公账户。"_s)
+            + paragraph(u"以上决定由股东作出，签名后置备于公司。"_s) + foot;
+        QCOMPARE(DocumentTemplates::compose(
+                     DocumentSamples::company(), record, { DocumentSamples::entry(0), second }),
+            expected);
+    }
 
-void TestDocumentTexts::optionalPartsAreLeftOut()
-{
-    FundDecisionInput fund = DocumentSamples::fundInput({ 1 });
-    fund.settleDate = {};
-    fund.extraText = u" 　"_s;
-    const QString decision = DocumentTemplates::compose(
-        DocumentSamples::company(), DocumentRules::draft(fund), { DocumentSamples::entry(0) });
-    QVERIFY(!decision.contains(u"并约定于"_s));
-    QVERIFY(!decision.contains(u"补充说明"_s));
-    IndependenceStatementInput independence = DocumentSamples::independenceInput();
-    independence.furtherMeasures = u" "_s;
-    QVERIFY(
-        !DocumentTemplates::compose(DocumentSamples::company(), DocumentRules::draft(independence))
-             .contains(u"其他独立性措施"_s));
-}
+    void theIndependenceStatementReads()
+    {
+        DocumentRecord record
+            = DocumentRules::draft(IndependenceStatementInput { .baseDate = { 2025, 12, 31 },
+                .measures = { u"甲"_s },
+                .furtherMeasures = u" 乙\n丙 "_s });
+        record.docNo = u"KYR-DC-2025-0001"_s;
+        const QString expected = top(u"财产独立声明书"_s, u"杭州山岚设计有限公司"_s,
+                                     info(u"声明人（股东）"_s, u"林岚"_s)
+                                         + info(u"统一社会信用代码"_s, u"91350100M000100Y43"_s)
+                                         + info(u"声明基准日"_s, u"2025-12-31"_s)
+                                         + info(u"文书编号"_s, u"KYR-DC-2025-0001"_s))
+            + heading(u"一、声明"_s)
+            + paragraph(
+                u"声明人作为 杭州山岚设计有限公司（以下简称\"公司\"）的唯一股东，郑重声明：公司"
+                "财产与声明人个人财产相互独立，产权边界清晰、分别建账核算，不存在任何财产混同情形。"
+                "公司以其全部财产对其债务承担责任，声明人以其认缴的出资额为限对公司承担责任。"_s)
+            + heading(u"二、已采取的独立性措施"_s) + paragraph(u"（一）甲"_s)
+            + paragraph(u"（二）其他独立性措施：乙<br/>丙"_s) + heading(u"三、承诺条款"_s)
+            + paragraph(u"本声明所述内容真实、准确、完整。如有不实，股东愿依法承担相应责任。"_s)
+            + foot;
+        QCOMPARE(DocumentTemplates::compose(DocumentSamples::company(), record), expected);
+    }
 
-void TestDocumentTexts::annualInputIsChecked_data()
-{
-    QTest::addColumn<AnnualDecisionInput>("input");
-    QTest::addColumn<QString>("problem");
-    const QStringList items { u"甲"_s };
-    const QDate date(2026, 3, 31);
-    const QString year = u"决定年份超出有效范围。"_s;
-    QTest::newRow("1999") << AnnualDecisionInput { 1999, items, date } << year;
-    QTest::newRow("2000") << AnnualDecisionInput { 2000, items, date } << QString();
-    QTest::newRow("this year") << AnnualDecisionInput { 2026, items, date } << QString();
-    QTest::newRow("next year") << AnnualDecisionInput { 2027, items, date } << year;
-    QTest::newRow("year before items") << AnnualDecisionInput { 0, {}, {} } << year;
-    QTest::newRow("items before date")
-        << AnnualDecisionInput { 2025, {}, {} } << u"请至少勾选一项决定事项。"_s;
-    QTest::newRow("no date") << AnnualDecisionInput { 2025, items, {} } << u"决定日期无效。"_s;
-}
+    void optionalPartsAreLeftOut()
+    {
+        FundDecisionInput fund = DocumentSamples::fundInput({ 1 });
+        fund.settleDate = {};
+        fund.extraText = u" 　"_s;
+        const QString decision = DocumentTemplates::compose(
+            DocumentSamples::company(), DocumentRules::draft(fund), { DocumentSamples::entry(0) });
+        QVERIFY(!decision.contains(u"并约定于"_s));
+        QVERIFY(!decision.contains(u"补充说明"_s));
+        IndependenceStatementInput independence = DocumentSamples::independenceInput();
+        independence.furtherMeasures = u" "_s;
+        QVERIFY(!DocumentTemplates::compose(
+            DocumentSamples::company(), DocumentRules::draft(independence))
+                     .contains(u"其他独立性措施"_s));
+    }
 
-void TestDocumentTexts::annualInputIsChecked()
-{
-    QFETCH(AnnualDecisionInput, input);
-    QTEST(DocumentRules::firstProblem(input, 2026), "problem");
-}
+    void annualInputIsChecked_data()
+    {
+        QTest::addColumn<AnnualDecisionInput>("input");
+        QTest::addColumn<QString>("problem");
+        const QStringList items { u"甲"_s };
+        const QDate date(2026, 3, 31);
+        const QString year = u"决定年份超出有效范围。"_s;
+        QTest::newRow("1999") << AnnualDecisionInput { 1999, items, date } << year;
+        QTest::newRow("2000") << AnnualDecisionInput { 2000, items, date } << QString();
+        QTest::newRow("this year") << AnnualDecisionInput { 2026, items, date } << QString();
+        QTest::newRow("next year") << AnnualDecisionInput { 2027, items, date } << year;
+        QTest::newRow("year before items") << AnnualDecisionInput { 0, {}, {} } << year;
+        QTest::newRow("items before date")
+            << AnnualDecisionInput { 2025, {}, {} } << u"请至少勾选一项决定事项。"_s;
+        QTest::newRow("no date") << AnnualDecisionInput { 2025, items, {} } << u"决定日期无效。"_s;
+    }
 
-void TestDocumentTexts::fundInputIsChecked_data()
-{
-    QTest::addColumn<FundDecisionInput>("input");
-    QTest::addColumn<QString>("problem");
-    FundDecisionInput input = DocumentSamples::fundInput({ 1 });
-    QTest::newRow("in order") << input << QString();
-    input.decisionDate = {};
-    QTest::newRow("no date") << input << u"决定日期无效。"_s;
-    input.fundNature = u" 　"_s;
-    QTest::newRow("nature before date") << input << u"请选择或填写资金性质。"_s;
-    input.transactionIds = {};
-    QTest::newRow("entries first") << input << u"请至少勾选一笔资金流水。"_s;
-}
+    void annualInputIsChecked()
+    {
+        QFETCH(AnnualDecisionInput, input);
+        QTEST(DocumentRules::firstProblem(input, 2026), "problem");
+    }
 
-void TestDocumentTexts::fundInputIsChecked()
-{
-    QFETCH(FundDecisionInput, input);
-    QTEST(DocumentRules::firstProblem(input), "problem");
-}
+    void fundInputIsChecked_data()
+    {
+        QTest::addColumn<FundDecisionInput>("input");
+        QTest::addColumn<QString>("problem");
+        FundDecisionInput input = DocumentSamples::fundInput({ 1 });
+        QTest::newRow("in order") << input << QString();
+        input.decisionDate = {};
+        QTest::newRow("no date") << input << u"决定日期无效。"_s;
+        input.fundNature = u" 　"_s;
+        QTest::newRow("nature before date") << input << u"请选择或填写资金性质。"_s;
+        input.transactionIds = {};
+        QTest::newRow("entries first") << input << u"请至少勾选一笔资金流水。"_s;
+    }
 
-void TestDocumentTexts::independenceInputIsChecked_data()
-{
-    QTest::addColumn<IndependenceStatementInput>("input");
-    QTest::addColumn<QString>("problem");
-    IndependenceStatementInput input = DocumentSamples::independenceInput();
-    QTest::newRow("in order") << input << QString();
-    input.measures = {};
-    QTest::newRow("own words alone do not suffice") << input << u"请至少勾选一项独立性措施。"_s;
-    input.baseDate = {};
-    QTest::newRow("date first") << input << u"声明基准日无效。"_s;
-}
+    void fundInputIsChecked()
+    {
+        QFETCH(FundDecisionInput, input);
+        QTEST(DocumentRules::firstProblem(input), "problem");
+    }
 
-void TestDocumentTexts::independenceInputIsChecked()
-{
-    QFETCH(IndependenceStatementInput, input);
-    QTEST(DocumentRules::firstProblem(input), "problem");
-}
+    void independenceInputIsChecked_data()
+    {
+        QTest::addColumn<IndependenceStatementInput>("input");
+        QTest::addColumn<QString>("problem");
+        IndependenceStatementInput input = DocumentSamples::independenceInput();
+        QTest::newRow("in order") << input << QString();
+        input.measures = {};
+        QTest::newRow("own words alone do not suffice") << input << u"请至少勾选一项独立性措施。"_s;
+        input.baseDate = {};
+        QTest::newRow("date first") << input << u"声明基准日无效。"_s;
+    }
 
-void TestDocumentTexts::selectionsAreReadBack()
-{
-    DocumentRecord fund = DocumentRules::draft(DocumentSamples::fundInput({ 7, 3, 7, 5, 3 }));
-    QCOMPARE(fund.selectedItems, u"[\"7\",\"3\",\"5\"]"_s);
-    QCOMPARE(DocumentRules::coveredIds(fund), (QList<qint64> { 7, 3, 5 }));
-    DocumentRecord annual = DocumentRules::draft(
-        AnnualDecisionInput { .year = 2025, .items = { u"甲\"乙\n"_s, u"丙"_s } });
-    QCOMPARE(DocumentRules::selectedTexts(annual), (QStringList { u"甲\"乙\n"_s, u"丙"_s }));
-    QVERIFY(DocumentRules::coveredIds(annual).isEmpty());
-    annual.selectedItems = u"[\"damaged"_s;
-    const QString unreadable = u"文书保存的勾选内容无法读取，未作任何改动。"_s;
-    QCOMPARE(DocumentRules::firstProblem(annual), unreadable);
-    fund.selectedItems = u"[\"7\",\"x\"]"_s;
-    QCOMPARE(DocumentRules::firstProblem(fund), unreadable);
-}
+    void independenceInputIsChecked()
+    {
+        QFETCH(IndependenceStatementInput, input);
+        QTEST(DocumentRules::firstProblem(input), "problem");
+    }
 
-void TestDocumentTexts::columnsShareTheWidth_data()
-{
-    QTest::addColumn<QList<qreal>>("wanted");
-    QTest::addColumn<QList<qreal>>("parts");
-    QTest::newRow("all modest") << QList<qreal> { 10, 20 } << QList<qreal> { 25, 35 };
-    QTest::newRow("one asks for more") << QList<qreal> { 10, 200 } << QList<qreal> { 10, 50 };
-    QTest::newRow("modest only after others were served")
-        << QList<qreal> { 5, 21, 200 } << QList<qreal> { 5, 21, 34 };
-    QTest::newRow("all ask for more") << QList<qreal> { 90, 200 } << QList<qreal> { 30, 30 };
-    QTest::newRow("no columns") << QList<qreal> {} << QList<qreal> {};
-}
+    void selectionsAreReadBack()
+    {
+        DocumentRecord fund = DocumentRules::draft(DocumentSamples::fundInput({ 7, 3, 7, 5, 3 }));
+        QCOMPARE(fund.selectedItems, u"[\"7\",\"3\",\"5\"]"_s);
+        QCOMPARE(DocumentRules::coveredIds(fund), (QList<qint64> { 7, 3, 5 }));
+        DocumentRecord annual = DocumentRules::draft(
+            AnnualDecisionInput { .year = 2025, .items = { u"甲\"乙\n"_s, u"丙"_s } });
+        QCOMPARE(DocumentRules::selectedTexts(annual), (QStringList { u"甲\"乙\n"_s, u"丙"_s }));
+        QVERIFY(DocumentRules::coveredIds(annual).isEmpty());
+        annual.selectedItems = u"[\"damaged"_s;
+        const QString unreadable = u"文书保存的勾选内容无法读取，未作任何改动。"_s;
+        QCOMPARE(DocumentRules::firstProblem(annual), unreadable);
+        fund.selectedItems = u"[\"7\",\"x\"]"_s;
+        QCOMPARE(DocumentRules::firstProblem(fund), unreadable);
+    }
 
-void TestDocumentTexts::columnsShareTheWidth()
-{
-    QFETCH(QList<qreal>, wanted);
-    QTEST(TableColumns::parts(wanted, 60), "parts");
-}
+    void columnsShareTheWidth_data()
+    {
+        QTest::addColumn<QList<qreal>>("wanted");
+        QTest::addColumn<QList<qreal>>("parts");
+        QTest::newRow("all modest") << QList<qreal> { 10, 20 } << QList<qreal> { 25, 35 };
+        QTest::newRow("one asks for more") << QList<qreal> { 10, 200 } << QList<qreal> { 10, 50 };
+        QTest::newRow("modest only after others were served")
+            << QList<qreal> { 5, 21, 200 } << QList<qreal> { 5, 21, 34 };
+        QTest::newRow("all ask for more") << QList<qreal> { 90, 200 } << QList<qreal> { 30, 30 };
+        QTest::newRow("no columns") << QList<qreal> {} << QList<qreal> {};
+    }
+
+    void columnsShareTheWidth()
+    {
+        QFETCH(QList<qreal>, wanted);
+        QTEST(TableColumns::parts(wanted, 60), "parts");
+    }
+};
+
+static const RegisteredTest<TestDocumentTexts> registered;
+
+#include "TestDocumentTexts.moc"

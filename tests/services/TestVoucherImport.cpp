@@ -1,6 +1,7 @@
 #include "core/AppPaths.h"
 #include "db/DatabaseManager.h"
 #include "db/DbTransaction.h"
+#include "services/FileRules.h"
 #include "services/vouchers/Sha256.h"
 #include "services/VoucherSample.h"
 #include "support/DatabaseTestCase.h"
@@ -389,14 +390,14 @@ private slots:
     void sizesAreReadable()
     {
         QFETCH(qint64, bytes);
-        QTEST(VoucherService::formatFileSize(bytes), "text");
+        QTEST(FileRules::formatFileSize(bytes), "text");
     }
 
     void theDialogOffersTheAcceptedTypes()
     {
-        QCOMPARE(VoucherService::fileDialogFilter(),
+        QCOMPARE(FileRules::fileDialogFilter(),
             u"凭证文件 (*.jpg *.jpeg *.png *.bmp *.pdf);;所有文件 (*.*)"_s);
-        QCOMPARE(VoucherService::acceptedExtensions().join(u' '), u"jpg jpeg png bmp pdf"_s);
+        QCOMPARE(FileRules::acceptedExtensions().join(u' '), u"jpg jpeg png bmp pdf"_s);
     }
 };
 

@@ -6,7 +6,6 @@
 #include "pages/settings/SelfCheckCard.h"
 #include "selfcheck/SelfCheck.h"
 #include "services/documents/DocumentService.h"
-#include "services/risk/RiskService.h"
 #include "services/SelfCheckState.h"
 #include "services/vouchers/VoucherService.h"
 #include "support/DatabaseTestCase.h"

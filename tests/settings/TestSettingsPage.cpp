@@ -1,7 +1,7 @@
 #include "core/AppPaths.h"
 #include "db/ProfileDao.h"
 #include "db/TransactionDao.h"
-#include "pages/SettingsPage.h"
+#include "pages/settings/SettingsPage.h"
 #include "support/DatabaseTestCase.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"

@@ -1,6 +1,6 @@
 #include "core/AppPaths.h"
 #include "db/DatabaseManager.h"
-#include "services/CrashRepair.h"
+#include "services/repair/CrashRepair.h"
 #include "services/VoucherSample.h"
 #include "support/DatabaseTestCase.h"
 #include "support/TestDatabase.h"

@@ -14,8 +14,6 @@
 #include <QDirIterator>
 #include <QProcess>
 
-#include <memory>
-
 using namespace Qt::StringLiterals;
 
 namespace {

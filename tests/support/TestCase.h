@@ -45,12 +45,3 @@ template <typename Test> struct RegisteredTest {
         });
     }
 };
-
-/// Runs the test classes one after the other; the number of failed functions is the exit status.
-template <typename... Tests> int runTests(int argc, char** argv)
-{
-    int failures = 0;
-    const auto run = [&](auto&& test) { failures += QTest::qExec(&test, argc, argv); };
-    (run(Tests()), ...);
-    return failures;
-}

@@ -1,6 +1,6 @@
 #include "core/AppPaths.h"
 #include "db/ProjectDao.h"
-#include "dialogs/VoucherAddDialog.h"
+#include "dialogs/vouchers/VoucherAddDialog.h"
 #include "support/DatabaseTestCase.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"

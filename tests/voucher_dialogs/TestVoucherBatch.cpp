@@ -1,4 +1,5 @@
 #include "core/AppPaths.h"
+#include "services/FileRules.h"
 #include "services/vouchers/VoucherBatch.h"
 #include "services/vouchers/VoucherRules.h"
 #include "support/DatabaseTestCase.h"
@@ -30,8 +31,8 @@ private slots:
         addCase("accepted", u"a.PDF"_s, qint64(4), u"待入库"_s);
         addCase("other type", u"c.gif"_s, qint64(4), u"不支持的类型"_s);
         addCase("no type", u"scan"_s, qint64(4), u"不支持的类型"_s);
-        addCase("largest", u"a.png"_s, VoucherService::maxFileSize, u"待入库"_s);
-        addCase("too large", u"a.png"_s, VoucherService::maxFileSize + 1, u"超过 20MB"_s);
+        addCase("largest", u"a.png"_s, FileRules::maxFileSize, u"待入库"_s);
+        addCase("too large", u"a.png"_s, FileRules::maxFileSize + 1, u"超过 20MB"_s);
         addCase("gone", u"a.jpg"_s, qint64(-1), u"读取失败（占用？）"_s);
     }
 

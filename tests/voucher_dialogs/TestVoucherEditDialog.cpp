@@ -2,7 +2,7 @@
 #include "db/LinkDao.h"
 #include "db/ProjectDao.h"
 #include "db/VoucherDao.h"
-#include "dialogs/VoucherEditDialog.h"
+#include "dialogs/vouchers/VoucherEditDialog.h"
 #include "support/DatabaseTestCase.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"

@@ -52,7 +52,9 @@ PickerPane::PickerPane(PickerModel* model, const Texts& texts, QWidget* parent)
     m_noMatch = new EmptyState(u"search"_s, u"没有符合条件的记录"_s,
         u"换一个关键词，或清空搜索框；已勾选的记录不受搜索影响。"_s, this);
     m_stack->addWidget(m_noMatch);
-    m_noRecords = new EmptyState(texts.iconName, texts.emptyTitle, texts.emptyText, this);
+    const bool failed = !texts.failure.isEmpty();
+    m_noRecords = new EmptyState(texts.iconName, failed ? texts.failureTitle : texts.emptyTitle,
+        failed ? texts.failure : texts.emptyText, this);
     m_stack->addWidget(m_noRecords);
     column->addWidget(m_stack, 1);
     connectSignals();

@@ -22,6 +22,8 @@ public:
         QString iconName; // of the empty state
         QString emptyTitle;
         QString emptyText; // when there are no records at all
+        QString failureTitle; // in its place when they could not be read
+        QString failure; // why; empty when they were read
     };
 
     /// Shows the model, which it takes over.

@@ -3,6 +3,7 @@
 #include "core/Money.h"
 #include "core/TextRules.h"
 #include "theme/Theme.h"
+#include "widgets/AmountInk.h"
 #include "widgets/RiskCellDelegate.h"
 
 using namespace Qt::StringLiterals;
@@ -60,10 +61,8 @@ QVariant TxPickerModel::cell(qsizetype record, int column, int role) const
     case Qt::ToolTipRole:
         return column == Amount ? labelOf(entry.direction) : QVariant();
     case Qt::ForegroundRole:
-        if (column == Amount)
-            return QBrush(Theme::instance().color(
-                entry.direction == Direction::In ? Token::AmountIn : Token::AmountOut));
-        return {};
+        return column == Amount ? QBrush(Theme::instance().color(amountInk(entry.direction)))
+                                : QVariant();
     case RiskCellDelegate::LevelRole:
         return static_cast<int>(entry.riskLevel);
     case RiskCellDelegate::OverriddenRole:

@@ -2,6 +2,7 @@
 
 #include "core/Background.h"
 #include "core/TextRules.h"
+#include "services/FileRules.h"
 #include "services/vouchers/VoucherAssets.h"
 #include "services/vouchers/VoucherFiles.h"
 #include "services/vouchers/VoucherService.h"
@@ -28,7 +29,7 @@ QString metaOf(const Voucher& voucher)
 {
     QStringList parts { labelOf(voucher.voucherType),
         voucher.voucherDate.isValid() ? TextRules::dateText(voucher.voucherDate) : u"无日期"_s,
-        VoucherService::formatFileSize(voucher.fileSize) };
+        FileRules::formatFileSize(voucher.fileSize) };
     if (!voucher.originalFileName.isEmpty())
         parts += u"原文件名 "_s + voucher.originalFileName;
     return parts.join(u" · "_s);

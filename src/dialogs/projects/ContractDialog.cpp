@@ -61,7 +61,7 @@ int ContractDialog::exec()
     return Rejected;
 }
 
-void ContractDialog::buildForm()
+void ContractDialog::makeFields()
 {
     m_name = RecordFields::makeText(
         u"name"_s, u"必填，合同/协议名称"_s, ProjectRules::longestContractName, this);
@@ -76,7 +76,11 @@ void ContractDialog::buildForm()
     m_status->setObjectName(u"status"_s);
     fillChoices<ContractStatus>(m_status);
     m_note = RecordFields::makeNote(noteHeight, this);
+}
 
+void ContractDialog::buildForm()
+{
+    makeFields();
     auto* rows = new FormRows;
     rows->addRow(u"合同名称"_s, m_name, Required::Trailing);
     rows->addRow(u"合同编号"_s, m_code);

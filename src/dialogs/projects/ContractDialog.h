@@ -30,6 +30,7 @@ protected:
 
 private:
     void load(qint64 projectId, qint64 contractId);
+    void makeFields();
     void buildForm();
     void showContract();
     Contract edited() const;

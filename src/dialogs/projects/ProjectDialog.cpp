@@ -83,7 +83,7 @@ int ProjectDialog::exec()
     return Rejected;
 }
 
-void ProjectDialog::buildForm()
+void ProjectDialog::makeFields()
 {
     m_name = RecordFields::makeText(
         u"name"_s, u"必填，≤50 字"_s, ProjectRules::longestProjectName, this);
@@ -102,7 +102,11 @@ void ProjectDialog::buildForm()
     connect(m_hasBudget, &QCheckBox::toggled, m_budget, &QWidget::setEnabled);
     m_manager = RecordFields::makeText(u"manager"_s, u"选填"_s, ProjectRules::longestManager, this);
     m_note = RecordFields::makeNote(noteHeight, this);
+}
 
+void ProjectDialog::buildForm()
+{
+    makeFields();
     auto* rows = new FormRows;
     rows->addRow(u"项目名称"_s, m_name, Required::Trailing);
     rows->addRow(u"项目编号"_s, m_code);

@@ -31,6 +31,7 @@ protected:
 
 private:
     void load(qint64 id);
+    void makeFields();
     void buildForm();
     void showProject();
     Project edited() const;

@@ -1,11 +1,11 @@
 #include "dialogs/transaction/TransactionDialog.h"
 
 #include "db/TransactionDao.h"
+#include "dialogs/pickers/VoucherPickerDialog.h"
 #include "dialogs/transaction/AttachedVouchers.h"
 #include "dialogs/transaction/EntryForm.h"
 #include "dialogs/transaction/RiskPreviewPanel.h"
-#include "dialogs/VoucherAddDialog.h"
-#include "dialogs/VoucherPickerDialog.h"
+#include "dialogs/vouchers/VoucherAddDialog.h"
 #include "services/entries/EntryService.h"
 #include "services/risk/RiskService.h"
 #include "widgets/BusyNotice.h"

@@ -3,7 +3,7 @@
 #include "core/Money.h"
 #include "core/TextRules.h"
 #include "db/TransactionDao.h"
-#include "dialogs/TxPickerDialog.h"
+#include "dialogs/pickers/TxPickerDialog.h"
 #include "widgets/ButtonRole.h"
 #include "widgets/RowDelegate.h"
 

@@ -1,7 +1,7 @@
 #include "dialogs/vouchers/QueuedFileDelegate.h"
 
 #include "dialogs/vouchers/VoucherQueueModel.h"
-#include "services/vouchers/VoucherService.h"
+#include "services/FileRules.h"
 #include "theme/Theme.h"
 #include "widgets/Painting.h"
 #include "widgets/ThumbnailPainter.h"
@@ -70,6 +70,6 @@ void QueuedFileDelegate::paintTexts(QPainter* painter, const QRect& box,
     painter->drawText(box, Qt::AlignLeft | Qt::AlignBottom, labelOf(file.state), &used);
     painter->setPen(theme.color(Token::TextSecondary));
     painter->drawText(box.adjusted(used.width() + 12, 0, 0, 0), Qt::AlignLeft | Qt::AlignBottom,
-        VoucherService::formatFileSize(file.size));
+        FileRules::formatFileSize(file.size));
     painter->restore();
 }

@@ -27,7 +27,6 @@ public:
     void focus(VoucherRules::Field field);
 
     QLineEdit* nameEdit() const { return m_name; }
-    QPlainTextEdit* noteEdit() const { return m_note; }
 
 private:
     QWidget* withCount(QPlainTextEdit* note);

@@ -1,6 +1,6 @@
 #include "dialogs/vouchers/VoucherQueueModel.h"
 
-#include "services/vouchers/VoucherService.h"
+#include "services/FileRules.h"
 
 #include <QDir>
 
@@ -23,7 +23,7 @@ QVariant VoucherQueueModel::data(const QModelIndex& index, int role) const
         return file.fileName();
     case Qt::AccessibleTextRole:
         return u"%1 %2 %3"_s.arg(
-            file.fileName(), labelOf(file.state), VoucherService::formatFileSize(file.size));
+            file.fileName(), labelOf(file.state), FileRules::formatFileSize(file.size));
     case Qt::ToolTipRole:
         return QDir::toNativeSeparators(file.path);
     default:

@@ -2,7 +2,7 @@
 
 #include "dialogs/vouchers/QueuedFileDelegate.h"
 #include "dialogs/vouchers/VoucherQueueModel.h"
-#include "services/vouchers/VoucherService.h"
+#include "services/FileRules.h"
 #include "widgets/BusyNotice.h"
 #include "widgets/ButtonRole.h"
 #include "widgets/EmptyState.h"
@@ -33,7 +33,7 @@ bool takesTime(const QStringList& paths)
 {
     qint64 bytes = 0;
     for (const QString& path : paths)
-        bytes += std::min(QFileInfo(path).size(), VoucherService::maxFileSize);
+        bytes += std::min(QFileInfo(path).size(), FileRules::maxFileSize);
     return bytes > noticeableBytes;
 }
 
@@ -104,7 +104,7 @@ void VoucherQueuePanel::onChooseFiles()
 {
     static QString lastFolder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     const QStringList paths = QFileDialog::getOpenFileNames(
-        this, u"选择凭证文件"_s, lastFolder, VoucherService::fileDialogFilter());
+        this, u"选择凭证文件"_s, lastFolder, FileRules::fileDialogFilter());
     if (paths.isEmpty())
         return;
     lastFolder = QFileInfo(paths.first()).absolutePath();

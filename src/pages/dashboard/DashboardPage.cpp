@@ -109,6 +109,21 @@ QWidget* DashboardPage::buildFigures()
 
 QLayout* DashboardPage::buildCards()
 {
+    makeCards();
+    auto* grid = new QGridLayout;
+    grid->setSpacing(16);
+    int place = 0;
+    for (StatCard* card : { m_cards.high, m_cards.medium, m_cards.low, m_cards.unlinked,
+             m_cards.income, m_cards.expense, m_cards.net, m_cards.ownerBalance }) {
+        grid->addWidget(card, place / cardColumns, place % cardColumns);
+        grid->setColumnStretch(place % cardColumns, 1);
+        ++place;
+    }
+    return grid;
+}
+
+void DashboardPage::makeCards()
+{
     const Destination unlinked { PageId::Vouchers, { { u"linked"_s, u"none"_s } } };
     m_cards = { .high = addCard(labelOf(RiskLevel::High) + u"流水"_s, Token::ChartRiskHigh,
                     ledgerOfRisk(RiskLevel::High)),
@@ -135,17 +150,6 @@ QLayout* DashboardPage::buildCards()
             ids += id;
         goTo({ PageId::Ledger, { { u"txIds"_s, ids } } });
     });
-
-    auto* grid = new QGridLayout;
-    grid->setSpacing(16);
-    int place = 0;
-    for (StatCard* card : { m_cards.high, m_cards.medium, m_cards.low, m_cards.unlinked,
-             m_cards.income, m_cards.expense, m_cards.net, m_cards.ownerBalance }) {
-        grid->addWidget(card, place / cardColumns, place % cardColumns);
-        grid->setColumnStretch(place % cardColumns, 1);
-        ++place;
-    }
-    return grid;
 }
 
 StatCard* DashboardPage::addCard(const QString& title, Token edge, const Destination& to)

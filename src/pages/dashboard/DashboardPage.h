@@ -36,6 +36,7 @@ private:
 
     QWidget* buildFigures();
     QLayout* buildCards();
+    void makeCards();
     StatCard* addCard(const QString& title, Token edge, const DashboardRows::Destination& to);
     QWidget* buildChart();
     void connectLists();

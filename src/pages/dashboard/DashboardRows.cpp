@@ -3,7 +3,8 @@
 #include "core/Money.h"
 #include "core/TextRules.h"
 #include "dialogs/NoticeKind.h"
-#include "services/LedgerTexts.h"
+#include "services/figures/LedgerTexts.h"
+#include "widgets/AmountInk.h"
 #include "widgets/RiskBadge.h"
 
 using namespace Qt::StringLiterals;
@@ -86,7 +87,7 @@ RowButton::Content entryRow(const Transaction& entry)
             orDash(entry.counterpartyName), labelOf(entry.category) }
                     .join(u"　"_s),
         .end = amount,
-        .endColour = isIn ? Token::AmountIn : Token::AmountOut,
+        .endColour = amountInk(entry.direction),
         .remark = RiskBadge::text(entry.riskLevel, entry.riskManualOverride.has_value()),
         .remarkColour = inkOf(entry.riskLevel),
         .name = QStringList { date, entry.summary, amount }.join(u' ') };

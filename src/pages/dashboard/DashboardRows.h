@@ -5,7 +5,6 @@
 #include "services/figures/DashboardBanners.h"
 #include "services/figures/DashboardFigures.h"
 #include "services/figures/TodoList.h"
-#include "widgets/BannerKind.h"
 #include "widgets/RowButton.h"
 
 /// How the dashboard's rows look and where they lead. Pure functions.

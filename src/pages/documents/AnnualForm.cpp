@@ -11,6 +11,7 @@
 #include "widgets/DateEditor.h"
 #include "widgets/FormRows.h"
 #include "widgets/MessageBox.h"
+#include "widgets/SectionTitle.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -61,6 +61,20 @@ qsizetype coveredCount(qint64 id)
     return LinkDao().linksBySource(SourceType::Document, id).size();
 }
 
+// Runs the change under a notice, which is gone before a failure is told.
+template <typename Change>
+bool carryOut(QWidget* parent, const QString& notice, const QString& failure, const Change& change)
+{
+    DocumentResult result;
+    {
+        const BusyNotice shown(parent, notice);
+        result = change();
+    }
+    if (!result.ok)
+        MessageBox::warn(parent, failure, result.error);
+    return result.ok;
+}
+
 } // namespace
 
 void open(QWidget* parent, qint64 id)
@@ -90,14 +104,8 @@ bool regenerate(QWidget* parent, qint64 id)
         || !MessageBox::ask(parent, u"重新生成文书"_s, DocumentQuestions::regenerate(*record),
             u"重新生成"_s, u"取消"_s, ButtonRole::Danger))
         return false;
-    DocumentResult result;
-    {
-        const BusyNotice notice(parent, u"正在重新生成文书…"_s);
-        result = DocumentService().regenerate(id);
-    }
-    if (!result.ok)
-        MessageBox::warn(parent, u"无法重新生成"_s, result.error);
-    return result.ok;
+    return carryOut(parent, u"正在重新生成文书…"_s, u"无法重新生成"_s,
+        [id] { return DocumentService().regenerate(id); });
 }
 
 bool remove(QWidget* parent, qint64 id)
@@ -111,14 +119,8 @@ bool remove(QWidget* parent, qint64 id)
             DocumentQuestions::remove(*record, coveredCount(id), freed), u"删除"_s, u"取消"_s,
             ButtonRole::Danger))
         return false;
-    DocumentResult result;
-    {
-        const BusyNotice notice(parent, u"正在删除文书…"_s);
-        result = DocumentService().deleteDocument(id);
-    }
-    if (!result.ok)
-        MessageBox::warn(parent, u"无法删除"_s, result.error);
-    return result.ok;
+    return carryOut(parent, u"正在删除文书…"_s, u"无法删除"_s,
+        [id] { return DocumentService().deleteDocument(id); });
 }
 
 } // namespace DocumentActions

@@ -3,6 +3,7 @@
 #include "core/TextRules.h"
 #include "services/documents/DocumentTexts.h"
 #include "theme/Theme.h"
+#include "widgets/ColumnHeads.h"
 
 #include <QBrush>
 
@@ -100,8 +101,5 @@ QVariant DocumentModel::color(const ArchivedDocument& document, int column) cons
 
 QVariant DocumentModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    const bool known = orientation == Qt::Horizontal && section >= 0 && section < ColumnCount;
-    if (role != Qt::DisplayRole || !known)
-        return {};
-    return headers.at(static_cast<std::size_t>(section)).toString();
+    return ColumnHeads::data(headers, section, orientation, role);
 }

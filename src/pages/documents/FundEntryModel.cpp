@@ -2,8 +2,10 @@
 
 #include "core/Money.h"
 #include "core/TextRules.h"
-#include "services/documents/FundSelection.h"
+#include "services/OwnerFlows.h"
 #include "theme/Theme.h"
+#include "widgets/AmountInk.h"
+#include "widgets/ColumnHeads.h"
 
 #include <algorithm>
 #include <array>
@@ -66,7 +68,7 @@ bool FundEntryModel::isShown(const Transaction& entry) const
     if (entry.direction != m_view.direction)
         return false;
     return isTicked(entry)
-        || ((!m_view.ownerFlowsOnly || FundSelections::isOwnerFlow(entry))
+        || ((!m_view.ownerFlowsOnly || OwnerFlows::isTransfer(entry.category))
             && (!m_view.uncoveredOnly || !isCovered(entry)));
 }
 
@@ -139,8 +141,7 @@ QVariant FundEntryModel::color(const Transaction& entry, int column) const
 {
     const Theme& theme = Theme::instance();
     if (column == Amount)
-        return QBrush(
-            theme.color(entry.direction == Direction::In ? Token::AmountIn : Token::AmountOut));
+        return QBrush(theme.color(amountInk(entry.direction)));
     if (column == Summary && isCovered(entry))
         return QBrush(theme.color(Token::SuccessText));
     return {};
@@ -148,13 +149,7 @@ QVariant FundEntryModel::color(const Transaction& entry, int column) const
 
 QVariant FundEntryModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation != Qt::Horizontal || section < 0 || section >= ColumnCount)
-        return {};
-    if (role == Qt::DisplayRole)
-        return headers.at(static_cast<std::size_t>(section)).toString();
-    if (role == Qt::TextAlignmentRole && section == Amount)
-        return static_cast<int>(Qt::AlignRight | Qt::AlignVCenter);
-    return {};
+    return ColumnHeads::data(headers, section, orientation, role, Amount);
 }
 
 Qt::ItemFlags FundEntryModel::flags(const QModelIndex& index) const

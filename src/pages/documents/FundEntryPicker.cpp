@@ -40,16 +40,6 @@ FundEntryPicker::FundEntryPicker(QWidget* parent)
     , m_capitals(new QLabel(this))
 {
     setObjectName(u"FundEntryPicker"_s);
-    m_ownerFlows->setChecked(true);
-    m_uncovered->setChecked(true);
-    m_uncovered->setToolTip(u"不列出已有往来决定书的流水"_s);
-    auto* filters = new QHBoxLayout;
-    filters->setSpacing(16);
-    filters->addWidget(m_all);
-    filters->addStretch();
-    filters->addWidget(m_ownerFlows);
-    filters->addWidget(m_uncovered);
-
     buildTable();
     m_stack->addWidget(m_table);
     m_stack->addWidget(new EmptyState(u"ledger"_s, u"没有可选的流水"_s,
@@ -63,18 +53,32 @@ FundEntryPicker::FundEntryPicker(QWidget* parent)
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(8);
-    column->addLayout(filters);
+    column->addLayout(buildFilters());
     column->addWidget(m_stack);
     column->addWidget(m_total);
     column->addWidget(m_capitals);
 
+    connect(m_model, &FundEntryModel::ticksChanged, this, &FundEntryPicker::onTicksChanged);
+    updateView();
+}
+
+QLayout* FundEntryPicker::buildFilters()
+{
+    m_ownerFlows->setChecked(true);
+    m_uncovered->setChecked(true);
+    m_uncovered->setToolTip(u"不列出已有往来决定书的流水"_s);
+    auto* filters = new QHBoxLayout;
+    filters->setSpacing(16);
+    filters->addWidget(m_all);
+    filters->addStretch();
+    filters->addWidget(m_ownerFlows);
+    filters->addWidget(m_uncovered);
     connect(m_ownerFlows, &QCheckBox::toggled, this, &FundEntryPicker::updateView);
     connect(m_uncovered, &QCheckBox::toggled, this, &FundEntryPicker::updateView);
     // From partly ticked the box goes to all, from all to none.
     connect(m_all, &QCheckBox::stateChanged, this,
         [this](int state) { m_model->tickShown(state != Qt::Unchecked); });
-    connect(m_model, &FundEntryModel::ticksChanged, this, &FundEntryPicker::onTicksChanged);
-    updateView();
+    return filters;
 }
 
 void FundEntryPicker::buildTable()

@@ -37,6 +37,7 @@ signals:
     void changed();
 
 private:
+    QLayout* buildFilters();
     void buildTable();
     void updateView();
     void onTicksChanged();

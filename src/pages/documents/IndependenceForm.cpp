@@ -4,7 +4,6 @@
 #include "widgets/Card.h"
 #include "widgets/DateEditor.h"
 #include "widgets/FormRows.h"
-#include "widgets/TextRole.h"
 
 #include <QCheckBox>
 #include <QPlainTextEdit>

@@ -3,8 +3,9 @@
 #include "core/ChineseOrder.h"
 #include "core/Money.h"
 #include "core/TextRules.h"
-#include "services/LedgerTexts.h"
+#include "services/figures/LedgerTexts.h"
 #include "theme/Theme.h"
+#include "widgets/AmountInk.h"
 #include "widgets/RiskCellDelegate.h"
 
 #include <algorithm>
@@ -71,8 +72,7 @@ QVariant inkOf(const Transaction& entry, int column)
 {
     if (column != LedgerModel::Amount && column != LedgerModel::DirectionText)
         return {};
-    return Theme::instance().color(
-        entry.direction == Direction::In ? Token::AmountIn : Token::AmountOut);
+    return Theme::instance().color(amountInk(entry.direction));
 }
 
 QVariant toolTipOf(const Transaction& entry, int column)

@@ -10,7 +10,7 @@
 #include "pages/ledger/LedgerTable.h"
 #include "services/csv/CsvExport.h"
 #include "services/DesktopFiles.h"
-#include "services/LedgerTexts.h"
+#include "services/figures/LedgerTexts.h"
 #include "services/risk/RiskService.h"
 #include "widgets/Banner.h"
 #include "widgets/BusyNotice.h"

@@ -5,7 +5,7 @@
 #include "pages/ledger/LedgerColumns.h"
 #include "pages/ledger/LedgerModel.h"
 #include "pages/ledger/LedgerSort.h"
-#include "services/LedgerTexts.h"
+#include "services/OwnerFlows.h"
 #include "widgets/RiskCellDelegate.h"
 #include "widgets/ViewStyle.h"
 
@@ -171,7 +171,7 @@ void LedgerTable::requestDocument()
     const QList<qint64> selected = selectedIds();
     QList<qint64> flows = selected;
     flows.removeIf([this](qint64 id) {
-        return !LedgerTexts::isOwnerFlow(m_ledger->entryAt(m_ledger->rowOf(id)));
+        return !OwnerFlows::isTransferOrRefund(m_ledger->entryAt(m_ledger->rowOf(id)).category);
     });
     // A decision is about money between company and owner; the form says what else cannot be in it.
     const QList<qint64>& asked = flows.isEmpty() ? selected : flows;

@@ -1,6 +1,7 @@
 #include "pages/projects/ContractTableModel.h"
 
 #include "services/projects/ProjectTexts.h"
+#include "widgets/ColumnHeads.h"
 #include "widgets/LinkCellDelegate.h"
 
 #include <array>
@@ -52,7 +53,7 @@ QVariant ContractTableModel::data(const QModelIndex& index, int role) const
     case Qt::AccessibleTextRole:
         return index.column() == Name ? accessibleName(contract) : QVariant();
     case Qt::TextAlignmentRole:
-        return index.column() == Amount ? QVariant(Qt::AlignRight | Qt::AlignVCenter) : QVariant();
+        return index.column() == Amount ? ColumnHeads::numberAlignment() : QVariant();
     case VoucherCountRole: {
         const std::optional<int> count = voucherCount(contract.id);
         return count ? QVariant(*count) : QVariant();
@@ -64,13 +65,7 @@ QVariant ContractTableModel::data(const QModelIndex& index, int role) const
 
 QVariant ContractTableModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation != Qt::Horizontal)
-        return {};
-    if (role == Qt::DisplayRole)
-        return headers.at(static_cast<std::size_t>(section)).toString();
-    if (role == Qt::TextAlignmentRole && section == Amount)
-        return QVariant(Qt::AlignRight | Qt::AlignVCenter);
-    return {};
+    return ColumnHeads::data(headers, section, orientation, role, Amount);
 }
 
 QString ContractTableModel::text(const Contract& contract, int column) const

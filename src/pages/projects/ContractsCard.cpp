@@ -4,11 +4,10 @@
 #include "db/ProfileDao.h"
 #include "db/VoucherDao.h"
 #include "dialogs/projects/ContractDialog.h"
-#include "dialogs/projects/UnlinkVouchersDialog.h"
-#include "dialogs/VoucherPickerDialog.h"
 #include "pages/projects/ContractNameDelegate.h"
 #include "pages/projects/ContractTableModel.h"
 #include "pages/projects/DetailTable.h"
+#include "pages/projects/VoucherTies.h"
 #include "services/projects/ProjectService.h"
 #include "widgets/Card.h"
 #include "widgets/ElidedLabel.h"
@@ -16,7 +15,6 @@
 #include "widgets/MessageBox.h"
 #include "widgets/RowCommands.h"
 #include "widgets/TextRole.h"
-#include "widgets/Toast.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -27,14 +25,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int mostRows = 8;
-
-QSet<qint64> idsOf(const QList<Voucher>& vouchers)
-{
-    QSet<qint64> ids;
-    for (const Voucher& voucher : vouchers)
-        ids += voucher.id;
-    return ids;
-}
 
 } // namespace
 
@@ -185,18 +175,11 @@ void ContractsCard::onRemove(const Contract& contract)
 
 void ContractsCard::onLinkVouchers(const Contract& contract)
 {
-    VoucherDao vouchers;
-    const QSet<qint64> linked = idsOf(vouchers.listByContract(contract.id));
-    VoucherPickerDialog picker(linked, this);
-    if (picker.exec() != QDialog::Accepted || picker.selectedIds().isEmpty())
-        return;
-    const QList<qint64> chosen = picker.selectedIds();
-    const auto result = ProjectService::linkVouchers(TargetType::Contract, contract.id, chosen);
-    if (result.ok)
-        Toast::show(window(), u"已关联 %1 张凭证"_s.arg(chosen.size()));
-    else
-        MessageBox::warn(this, u"关联失败"_s, result.message);
-    emit changed();
+    const QList<Voucher> tied = VoucherDao().listByContract(contract.id);
+    // After a failure too: what is shown may be older than what is stored.
+    if (VoucherTies::add(this, TargetType::Contract, contract.id, tied)
+        != VoucherTies::Outcome::Declined)
+        emit changed();
 }
 
 void ContractsCard::onUnlinkVouchers(const Contract& contract)
@@ -210,14 +193,6 @@ void ContractsCard::onUnlinkVouchers(const Contract& contract)
                    : u"合同「%1」没有关联的凭证。"_s.arg(contract.name));
         return;
     }
-    UnlinkVouchersDialog picker(contract.name, linked, this);
-    if (picker.exec() != QDialog::Accepted)
-        return;
-    const QList<qint64> chosen = picker.selectedIds();
-    const auto result = ProjectService::unlinkVouchers(TargetType::Contract, contract.id, chosen);
-    if (result.ok)
-        Toast::show(window(), u"已解除 %1 张凭证的关联"_s.arg(chosen.size()));
-    else
-        MessageBox::warn(this, u"移除失败"_s, result.message);
-    emit changed();
+    if (VoucherTies::remove(this, contract, linked) != VoucherTies::Outcome::Declined)
+        emit changed();
 }

@@ -3,6 +3,8 @@
 #include "core/Money.h"
 #include "core/TextRules.h"
 #include "theme/Theme.h"
+#include "widgets/AmountInk.h"
+#include "widgets/ColumnHeads.h"
 #include "widgets/LinkCellDelegate.h"
 #include "widgets/RiskCellDelegate.h"
 
@@ -49,11 +51,9 @@ QVariant ProjectEntriesModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return text(entry, index.column());
     case Qt::TextAlignmentRole:
-        return isAmount ? QVariant(Qt::AlignRight | Qt::AlignVCenter) : QVariant();
+        return isAmount ? ColumnHeads::numberAlignment() : QVariant();
     case Qt::ForegroundRole:
-        return isAmount ? QBrush(Theme::instance().color(
-                   entry.direction == Direction::In ? Token::AmountIn : Token::AmountOut))
-                        : QVariant();
+        return isAmount ? QBrush(Theme::instance().color(amountInk(entry.direction))) : QVariant();
     case RiskCellDelegate::LevelRole:
         return static_cast<int>(entry.riskLevel);
     case RiskCellDelegate::OverriddenRole:
@@ -65,13 +65,7 @@ QVariant ProjectEntriesModel::data(const QModelIndex& index, int role) const
 
 QVariant ProjectEntriesModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation != Qt::Horizontal)
-        return {};
-    if (role == Qt::DisplayRole)
-        return headers.at(static_cast<std::size_t>(section)).toString();
-    if (role == Qt::TextAlignmentRole && section == Amount)
-        return QVariant(Qt::AlignRight | Qt::AlignVCenter);
-    return {};
+    return ColumnHeads::data(headers, section, orientation, role, Amount);
 }
 
 QString ProjectEntriesModel::text(const Transaction& entry, int column)

@@ -1,8 +1,8 @@
 #include "pages/projects/ProjectVouchersCard.h"
 
 #include "db/VoucherDao.h"
-#include "dialogs/VoucherAddDialog.h"
-#include "dialogs/VoucherPickerDialog.h"
+#include "dialogs/vouchers/VoucherAddDialog.h"
+#include "pages/projects/VoucherTies.h"
 #include "pages/vouchers/VoucherActions.h"
 #include "pages/vouchers/VoucherCardGrid.h"
 #include "services/projects/ProjectService.h"
@@ -11,7 +11,6 @@
 #include "widgets/FileIntake.h"
 #include "widgets/MessageBox.h"
 #include "widgets/TextRole.h"
-#include "widgets/Toast.h"
 
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -99,22 +98,10 @@ void ProjectVouchersCard::onAddVoucher(const QStringList& files)
 
 void ProjectVouchersCard::onLinkExistingVoucher()
 {
-    QSet<qint64> linked;
-    const QList<Voucher> ofProject
-        = VoucherDao().search({ .projectId = m_projectId, .keyword = {} });
-    for (const Voucher& voucher : ofProject)
-        linked += voucher.id;
-    VoucherPickerDialog picker(linked, this);
-    if (picker.exec() != QDialog::Accepted || picker.selectedIds().isEmpty())
-        return;
-    const QList<qint64> chosen = picker.selectedIds();
-    const auto result = ProjectService::linkVouchers(TargetType::Project, m_projectId, chosen);
-    if (!result.ok) {
-        MessageBox::warn(this, u"关联失败"_s, result.message);
-        return;
-    }
-    emit changed();
-    Toast::show(window(), u"已关联 %1 张凭证"_s.arg(chosen.size()));
+    const QList<Voucher> tied = VoucherDao().search({ .projectId = m_projectId, .keyword = {} });
+    if (VoucherTies::add(this, TargetType::Project, m_projectId, tied)
+        == VoucherTies::Outcome::Written)
+        emit changed();
 }
 
 void ProjectVouchersCard::onUnlink(qint64 voucherId)

@@ -112,6 +112,16 @@ QLayout* ReportPage::buildCards()
     return line;
 }
 
+template <typename Chart>
+void ReportPage::addFigures(
+    Card* card, Chart* chart, FigureTableView* table, void (ReportPage::*open)(int))
+{
+    card->body()->addWidget(chart);
+    card->body()->addWidget(table);
+    connect(chart, &Chart::activated, this, open);
+    connect(table, &FigureTableView::rowActivated, this, open);
+}
+
 Card* ReportPage::buildCategories()
 {
     auto* card = new Card(u"分类汇总"_s, this);
@@ -119,10 +129,7 @@ Card* ReportPage::buildCategories()
     m_categoryBars = new HBarChart(u"分类汇总图"_s, card);
     m_categories = new FigureTableView(u"分类汇总"_s, card);
     m_categories->setObjectName(u"categoryTable"_s);
-    card->body()->addWidget(m_categoryBars);
-    card->body()->addWidget(m_categories);
-    connect(m_categoryBars, &HBarChart::activated, this, &ReportPage::openCategory);
-    connect(m_categories, &FigureTableView::rowActivated, this, &ReportPage::openCategory);
+    addFigures(card, m_categoryBars, m_categories, &ReportPage::openCategory);
     return card;
 }
 
@@ -143,10 +150,7 @@ Card* ReportPage::buildRisks()
     m_riskBar = new ShareBar(u"风险分布图"_s, card);
     m_risks = new FigureTableView(u"风险分布"_s, card);
     m_risks->setObjectName(u"riskTable"_s);
-    card->body()->addWidget(m_riskBar);
-    card->body()->addWidget(m_risks);
-    connect(m_riskBar, &ShareBar::activated, this, &ReportPage::openRisk);
-    connect(m_risks, &FigureTableView::rowActivated, this, &ReportPage::openRisk);
+    addFigures(card, m_riskBar, m_risks, &ReportPage::openRisk);
     return card;
 }
 

@@ -38,6 +38,11 @@ private:
     Card* buildCategories();
     Card* buildAccounts();
     Card* buildRisks();
+    /// Puts a chart above the table of the same figures; an item chosen in either opens its
+    /// entries.
+    template <typename Chart>
+    void addFigures(
+        Card* card, Chart* chart, FigureTableView* table, void (ReportPage::*open)(int));
     Card* buildTrend();
 
     void showReport();

@@ -1,7 +1,6 @@
 #include "pages/settings/BackupCard.h"
 
 #include "core/AppPaths.h"
-#include "db/ProfileDao.h"
 #include "dialogs/RestorePreviewDialog.h"
 #include "services/backup/BackupService.h"
 #include "services/DesktopFiles.h"

@@ -2,8 +2,8 @@
 
 #include "core/AppPaths.h"
 #include "services/DesktopFiles.h"
+#include "services/FileRules.h"
 #include "services/FolderSize.h"
-#include "services/vouchers/VoucherService.h"
 #include "widgets/ButtonRole.h"
 #include "widgets/TextRole.h"
 
@@ -87,6 +87,6 @@ void DataFolderCard::countOn()
 void DataFolderCard::showSize(const Row& row, bool complete)
 {
     const QString text = u"%1（%2 个文件）"_s.arg(
-        VoucherService::formatFileSize(m_counter->bytes()), QString::number(m_counter->files()));
+        FileRules::formatFileSize(m_counter->bytes()), QString::number(m_counter->files()));
     setValue(row.size, row.name, complete ? text : u"正在统计… "_s + text);
 }

@@ -4,8 +4,8 @@
 #include "core/TextRules.h"
 #include "selfcheck/SelfCheck.h"
 #include "services/DesktopFiles.h"
+#include "services/FileRules.h"
 #include "services/FolderSize.h"
-#include "services/vouchers/VoucherService.h"
 #include "theme/ThemeTokens.h"
 #include "widgets/ButtonRole.h"
 #include "widgets/IconLabel.h"
@@ -143,5 +143,5 @@ void SelfCheckCard::showLogSize()
     FolderSize logs({ AppPaths::logsDir() });
     const bool counted = logs.advance(patienceMs);
     m_log->setText(u"日志按天记录，共 %1 个文件，%2%3"_s.arg(QString::number(logs.files()),
-        VoucherService::formatFileSize(logs.bytes()), counted ? QString() : u" 以上"_s));
+        FileRules::formatFileSize(logs.bytes()), counted ? QString() : u" 以上"_s));
 }

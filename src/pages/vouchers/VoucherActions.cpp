@@ -1,7 +1,7 @@
 #include "pages/vouchers/VoucherActions.h"
 
 #include "dialogs/preview/VoucherPreview.h"
-#include "dialogs/VoucherEditDialog.h"
+#include "dialogs/vouchers/VoucherEditDialog.h"
 #include "services/RetryText.h"
 #include "services/risk/RiskService.h"
 #include "services/vouchers/VoucherLinkSummaries.h"

@@ -59,6 +59,15 @@ VoucherFilterBar::VoucherFilterBar(QWidget* parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(card);
 
+    setUpFields();
+    card->body()->addLayout(buildLine(card));
+    connect(m_keyword, &QLineEdit::returnPressed, this, &VoucherFilterBar::searchRequested);
+    connect(m_mode, &SegmentedControl::currentChanged, this,
+        [this](int index) { emit gridChosen(index == gridIndex); });
+}
+
+void VoucherFilterBar::setUpFields()
+{
     fillChoices<VoucherType>(m_type, u"全部类型"_s);
     m_linkState->addItems({ u"全部"_s, u"已关联"_s, u"未关联"_s });
     m_project->addItem(u"全部项目"_s, QVariant::fromValue<qint64>(0));
@@ -67,16 +76,24 @@ VoucherFilterBar::VoucherFilterBar(QWidget* parent)
     m_keyword->setAccessibleName(u"名称/备注关键字"_s);
     m_keyword->setClearButtonEnabled(true);
     m_keyword->setMinimumWidth(132);
+    // Wide windows do not need wide fields.
+    m_keyword->setMaximumWidth(360);
+    m_project->setMaximumWidth(280);
     m_mode->addSegment(u"网格"_s);
     m_mode->addSegment(u"列表"_s);
-    QPushButton* search = makeButton(u"查询"_s, ButtonRole::Primary, card);
+}
+
+QLayout* VoucherFilterBar::buildLine(QWidget* parent)
+{
+    QPushButton* search = makeButton(u"查询"_s, ButtonRole::Primary, parent);
     search->setObjectName(u"search"_s);
-    QPushButton* reset = makeButton(u"重置"_s, ButtonRole::Default, card);
+    QPushButton* reset = makeButton(u"重置"_s, ButtonRole::Default, parent);
     reset->setObjectName(u"reset"_s);
+    connect(search, &QPushButton::clicked, this, &VoucherFilterBar::searchRequested);
+    connect(reset, &QPushButton::clicked, this, &VoucherFilterBar::resetRequested);
 
     auto* line = new QHBoxLayout;
     line->setSpacing(8);
-    card->body()->addLayout(line);
     addField(line, u"类型"_s, m_type);
     addField(line, u"关联状态"_s, m_linkState);
     addField(line, u"所属项目"_s, m_project, 2);
@@ -86,15 +103,7 @@ VoucherFilterBar::VoucherFilterBar(QWidget* parent)
     line->addWidget(reset);
     line->addStretch(1);
     line->addWidget(m_mode);
-    // Wide windows do not need wide fields.
-    m_project->setMaximumWidth(280);
-    m_keyword->setMaximumWidth(360);
-
-    connect(search, &QPushButton::clicked, this, &VoucherFilterBar::searchRequested);
-    connect(reset, &QPushButton::clicked, this, &VoucherFilterBar::resetRequested);
-    connect(m_keyword, &QLineEdit::returnPressed, this, &VoucherFilterBar::searchRequested);
-    connect(m_mode, &SegmentedControl::currentChanged, this,
-        [this](int index) { emit gridChosen(index == gridIndex); });
+    return line;
 }
 
 void VoucherFilterBar::addField(QBoxLayout* line, const QString& label, QWidget* field, int stretch)

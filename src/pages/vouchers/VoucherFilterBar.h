@@ -39,6 +39,8 @@ signals:
     void gridChosen(bool grid);
 
 private:
+    void setUpFields();
+    QLayout* buildLine(QWidget* parent);
     void addField(QBoxLayout* line, const QString& label, QWidget* field, int stretch = 0);
 
     QComboBox* m_type;

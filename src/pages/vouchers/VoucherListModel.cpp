@@ -2,9 +2,10 @@
 
 #include "core/ChineseOrder.h"
 #include "core/TextRules.h"
+#include "services/FileRules.h"
 #include "services/vouchers/VoucherAssets.h"
-#include "services/vouchers/VoucherService.h"
 #include "theme/Theme.h"
+#include "widgets/ColumnHeads.h"
 #include "widgets/LinkCellDelegate.h"
 #include "widgets/ThumbnailDelegate.h"
 
@@ -78,7 +79,7 @@ QVariant VoucherListModel::data(const QModelIndex& index, int role) const
     case Qt::ForegroundRole:
         return column == Links ? linkColour(data) : QVariant();
     case Qt::TextAlignmentRole:
-        return column == Size ? QVariant(Qt::AlignRight | Qt::AlignVCenter) : QVariant();
+        return column == Size ? ColumnHeads::numberAlignment() : QVariant();
     default:
         return {};
     }
@@ -101,13 +102,7 @@ QVariant VoucherListModel::pictureData(int row, int role) const
 
 QVariant VoucherListModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation != Qt::Horizontal)
-        return {};
-    if (role == Qt::DisplayRole)
-        return headers.at(static_cast<std::size_t>(section)).toString();
-    if (role == Qt::TextAlignmentRole && section == Size)
-        return QVariant(Qt::AlignRight | Qt::AlignVCenter);
-    return {};
+    return ColumnHeads::data(headers, section, orientation, role, Size);
 }
 
 QString VoucherListModel::text(const VoucherCardData& data, int column) const
@@ -123,7 +118,7 @@ QString VoucherListModel::text(const VoucherCardData& data, int column) const
     case Links:
         return VoucherLinkSummaries::text(data);
     case Size:
-        return VoucherService::formatFileSize(voucher.fileSize);
+        return FileRules::formatFileSize(voucher.fileSize);
     case CreatedAt:
         return voucher.createdAt;
     default:

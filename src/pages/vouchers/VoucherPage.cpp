@@ -1,7 +1,7 @@
 #include "pages/vouchers/VoucherPage.h"
 
 #include "db/VoucherDao.h"
-#include "dialogs/VoucherAddDialog.h"
+#include "dialogs/vouchers/VoucherAddDialog.h"
 #include "pages/vouchers/VoucherActions.h"
 #include "pages/vouchers/VoucherCardGrid.h"
 #include "pages/vouchers/VoucherFilterBar.h"

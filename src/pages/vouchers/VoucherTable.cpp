@@ -54,6 +54,7 @@ VoucherTable::VoucherTable(QWidget* parent)
     setSelectionMode(SingleSelection);
     setModel(m_sort);
     setUpColumns();
+    connectClicks();
     addCommands();
     horizontalHeader()->setSortIndicatorClearable(true);
     horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
@@ -84,7 +85,10 @@ void VoucherTable::setUpColumns()
         LinkCellDelegate::widthFor(this, VoucherListModel::actionTexts()));
     header->setSectionResizeMode(VoucherListModel::Name, QHeaderView::Stretch);
     header->setSectionResizeMode(VoucherListModel::Links, QHeaderView::Stretch);
+}
 
+void VoucherTable::connectClicks()
+{
     // Queued: what follows is a dialog, and the view is in the middle of its own event.
     connect(
         this, &QAbstractItemView::clicked, this,

@@ -37,6 +37,7 @@ protected:
 private:
     using Request = void (VoucherTable::*)(qint64 id);
     void setUpColumns();
+    void connectClicks();
     void addCommands();
     void onActionTriggered(const QModelIndex& index, int action);
     static qint64 idAt(const QModelIndex& index);

@@ -1,7 +1,6 @@
 #include "services/backup/BackupLayout.h"
 
 #include "core/AppPaths.h"
-#include "services/backup/BackupManifest.h"
 #include "services/backup/DiskFiles.h"
 
 #include <QFileInfo>
@@ -38,7 +37,7 @@ QString vouchersIn(const QString& folder)
 
 QString manifestIn(const QString& folder)
 {
-    return folder + u'/' + BackupManifest::fileName();
+    return folder + u"/backup_manifest.txt"_s;
 }
 
 QString folderFor(const QString& parent, const QDateTime& time)

@@ -41,11 +41,6 @@ QString valueIn(const QString& line, const QString& pattern)
 
 } // namespace
 
-QString BackupManifest::fileName()
-{
-    return u"backup_manifest.txt"_s;
-}
-
 QString BackupManifest::labelOf(Kind kind)
 {
     return kind == Kind::Manual ? u"手动备份"_s : u"恢复前自动备份"_s;

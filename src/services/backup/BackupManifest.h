@@ -16,7 +16,6 @@ struct BackupManifest {
     QString time; // local, "yyyy-MM-dd HH:mm:ss"
     std::optional<int> voucherFiles; // nothing when a manifest read from a file does not tell
 
-    static QString fileName();
     static QString labelOf(Kind kind);
 
     QByteArray toBytes() const;

@@ -8,7 +8,6 @@
 #include "services/backup/DiskFiles.h"
 #include "services/backup/Restore.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 

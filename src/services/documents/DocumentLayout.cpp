@@ -1,6 +1,6 @@
 #include "services/documents/DocumentLayout.h"
 
-#include "services/documents/DocumentPdf.h"
+#include "services/documents/DocumentFont.h"
 #include "services/documents/PageGaps.h"
 #include "services/documents/TableColumns.h"
 
@@ -46,7 +46,7 @@ DocumentLayout::DocumentLayout(
     const QString& html, QPaintDevice* device, const QSizeF& sheetSize, qreal footHeight)
     : m_sheetSize(sheetSize)
 {
-    m_document.setDefaultFont(DocumentPdf::documentFont());
+    m_document.setDefaultFont(DocumentFont::text());
     m_document.setUndoRedoEnabled(false);
     // The device before the width: only then are the lengths of the layout in its dots. Both while
     // the document is empty and all its text as one change, because each of these steps lays out

@@ -1,6 +1,7 @@
 #include "services/documents/DocumentPdf.h"
 
 #include "core/SafeFile.h"
+#include "services/documents/DocumentFont.h"
 #include "services/documents/DocumentLayout.h"
 
 #include <QBuffer>
@@ -35,17 +36,9 @@ QPageLayout pageLayout()
         QMarginsF(marginMm, marginMm, marginMm, marginMm), QPageLayout::Millimeter);
 }
 
-QFont yaHei(qreal pointSize)
-{
-    registerFontSubstitutes();
-    QFont font(u"Microsoft YaHei"_s);
-    font.setPointSizeF(pointSize);
-    return font;
-}
-
 void paintFooter(QPainter& painter, const QSizeF& sheet, int page, int pages)
 {
-    painter.setFont(yaHei(footPointSize));
+    painter.setFont(DocumentFont::sized(footPointSize));
     painter.setPen(Qt::black);
     painter.drawText(QRectF(0, sheet.height() - footHeight, sheet.width(), footHeight),
         Qt::AlignHCenter | Qt::AlignBottom,
@@ -85,22 +78,6 @@ QList<int> pagesToPrint(const QPrinter& printer, int count)
 }
 
 } // namespace
-
-QFont documentFont()
-{
-    return yaHei(10.5);
-}
-
-void registerFontSubstitutes()
-{
-    // The first two in this order: in a PDF, glyphs of the first keep their own code points, so
-    // that a document's text can be searched and copied.
-    const QStringList substitutes { u"WenQuanYi Micro Hei"_s, u"Noto Sans CJK SC"_s,
-        u"PingFang SC"_s };
-    QFont::insertSubstitutions(u"Microsoft YaHei"_s, substitutes);
-    QFont::insertSubstitutions(
-        u"Microsoft YaHei UI"_s, QStringList { u"Microsoft YaHei"_s } + substitutes);
-}
 
 QByteArray render(const QString& html, const QString& title)
 {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QFont>
 #include <QString>
 
 class QPrinter;
@@ -10,13 +9,6 @@ class QWidget;
 /// Documents on paper: A4, portrait, margins of 25 mm, as a PDF file or from a printer, both with
 /// the same pages. Errors are Chinese texts for the user.
 namespace DocumentPdf {
-
-/// What documents are set in. Brings its substitutes along.
-QFont documentFont();
-
-/// Names the fonts that stand in where the Microsoft fonts are missing; more than once does no
-/// harm.
-void registerFontSubstitutes();
 
 /// The bytes of a PDF with a footer on every page; empty when it could not be painted.
 [[nodiscard]] QByteArray render(const QString& html, const QString& title);

@@ -78,11 +78,6 @@ QString leftOutText(const FundSelection& selection)
     return parts.join(QString());
 }
 
-bool isOwnerFlow(const Transaction& entry)
-{
-    return entry.category == Category::ShareholderIn || entry.category == Category::ShareholderOut;
-}
-
 QList<Transaction> inOrder(
     const QList<Transaction>& ledger, const QSet<qint64>& ticked, Direction direction)
 {

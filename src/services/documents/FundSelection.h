@@ -22,9 +22,6 @@ FundSelection choose(const QList<qint64>& wanted, const QList<Transaction>& ledg
 /// What was left out and why, in Chinese; empty when nothing was.
 QString leftOutText(const FundSelection& selection);
 
-/// Whether the entry is a movement between the company and its owner.
-bool isOwnerFlow(const Transaction& entry);
-
 /// The ticked entries of a direction as a decision lists them: oldest first.
 QList<Transaction> inOrder(
     const QList<Transaction>& ledger, const QSet<qint64>& ticked, Direction direction);

@@ -1,7 +1,6 @@
 #include "services/documents/TableColumns.h"
 
 #include <QSet>
-#include <QTextBlock>
 #include <QTextDocument>
 #include <QTextTable>
 

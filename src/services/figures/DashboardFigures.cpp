@@ -6,6 +6,7 @@
 #include "db/TransactionDao.h"
 #include "db/VoucherDao.h"
 #include "services/figures/ReadResult.h"
+#include "services/OwnerFlows.h"
 #include "services/ProfileRules.h"
 
 using namespace Qt::StringLiterals;
@@ -76,9 +77,7 @@ QList<qint64> ownerBalanceEntries(const QList<Transaction>& ownerFlows, const Da
 {
     QList<qint64> ids;
     for (const Transaction& flow : ownerFlows) {
-        const bool counts
-            = flow.category == Category::ShareholderIn || flow.category == Category::ShareholderOut;
-        if (counts && isWithin(flow.transDate, range))
+        if (OwnerFlows::isTransfer(flow.category) && isWithin(flow.transDate, range))
             ids += flow.id;
     }
     return ids;

@@ -3,9 +3,9 @@
 #include "core/Money.h"
 #include "db/TransactionDao.h"
 #include "services/documents/DocumentTemplates.h"
+#include "services/figures/LedgerTexts.h"
 #include "services/figures/ReadResult.h"
 #include "services/figures/Trend.h"
-#include "services/LedgerTexts.h"
 
 using namespace Qt::StringLiterals;
 using namespace LedgerStatistics;

@@ -1,14 +1,10 @@
 #include "services/risk/RiskPreview.h"
 
+#include "services/OwnerFlows.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
-
-bool isOwnersTransfer(Category category)
-{
-    return category == Category::ExpenseReimburse || category == Category::ShareholderIn
-        || category == Category::ShareholderOut;
-}
 
 RiskPreview finding(const RiskRules::RiskResult& result)
 {
@@ -31,7 +27,7 @@ RiskPreview riskPreview(const RiskRules::RiskResult& result, Category category, 
 {
     RiskPreview preview = finding(result);
     // The usual thresholds as a rule of thumb, whatever the profile says.
-    if (isOwnersTransfer(category))
+    if (OwnerFlows::isTransferOrRefund(category))
         preview.text
             += u"\n频繁互转规则（近 30 天窗口内达 3 笔且无往来决定书）将在保存后完成完整判定。"_s;
     if (!formComplete)

@@ -1,7 +1,5 @@
 #include "services/vouchers/VoucherBatch.h"
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace VoucherBatch {

@@ -2,6 +2,7 @@
 
 #include "core/TextRules.h"
 #include "db/VoucherDao.h"
+#include "services/FileRules.h"
 #include "services/vouchers/VoucherService.h"
 
 #include <QFileInfo>
@@ -12,9 +13,9 @@ QueueState stateOf(const QFileInfo& info)
 {
     if (!info.isFile())
         return QueueState::Unreadable;
-    if (!VoucherService::acceptedExtensions().contains(info.suffix().toLower()))
+    if (!FileRules::acceptedExtensions().contains(info.suffix().toLower()))
         return QueueState::UnsupportedType;
-    if (info.size() > VoucherService::maxFileSize)
+    if (info.size() > FileRules::maxFileSize)
         return QueueState::TooLarge;
     bool readable = false;
     const QString digest = VoucherService::computeSha256(info.filePath(), &readable);

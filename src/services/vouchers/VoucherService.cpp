@@ -177,16 +177,6 @@ VoucherImportResult failedImport(bool duplicate, const QString& error)
 
 namespace VoucherService {
 
-QStringList acceptedExtensions()
-{
-    return { u"jpg"_s, u"jpeg"_s, u"png"_s, u"bmp"_s, u"pdf"_s };
-}
-
-QString fileDialogFilter()
-{
-    return u"凭证文件 (*.jpg *.jpeg *.png *.bmp *.pdf);;所有文件 (*.*)"_s;
-}
-
 VoucherImportResult importVoucher(const VoucherImportRequest& request, qint64 projectId,
     const QList<qint64>& transactionIds, bool* duplicateOut)
 {
@@ -254,15 +244,6 @@ bool deleteVoucher(qint64 voucherId, QString* errorOut)
         return false;
     removeCopy(stored.voucher.storedPath);
     return true;
-}
-
-QString formatFileSize(qint64 bytes)
-{
-    if (bytes < 1024)
-        return u"%1 B"_s.arg(bytes);
-    const double kilobytes = static_cast<double>(bytes) / 1024.0;
-    return kilobytes < 1024.0 ? u"%1 KB"_s.arg(kilobytes, 0, 'f', 1)
-                              : u"%1 MB"_s.arg(kilobytes / 1024.0, 0, 'f', 2);
 }
 
 } // namespace VoucherService

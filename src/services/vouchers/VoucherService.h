@@ -5,7 +5,6 @@
 #include <QDate>
 #include <QList>
 #include <QString>
-#include <QStringList>
 
 /// A file that is to be archived.
 struct VoucherImportRequest {
@@ -37,15 +36,6 @@ struct VoucherDescription {
 /// ledger once per entry that gained or lost a voucher, before it is committed. Keeps no state.
 namespace VoucherService {
 
-/// The largest file that is archived, in bytes.
-inline constexpr qint64 maxFileSize = qint64(20) * 1024 * 1024;
-
-/// Lower case, without the dot.
-QStringList acceptedExtensions();
-
-/// For dialogs that choose files.
-QString fileDialogFilter();
-
 /// Copies a file into the archive and links it to the project, when above 0, and to the entries.
 /// A content that is archived already is stored again and reported as a duplicate; the flag also
 /// goes to `duplicateOut` as soon as it is known, whatever happens afterwards. A failure leaves
@@ -67,8 +57,5 @@ QString fileDialogFilter();
 /// and `errorOut` has the reason in Chinese; a copy that stays behind is only logged. Inside an
 /// outer transaction the copy goes before that one is decided.
 [[nodiscard]] bool deleteVoucher(qint64 voucherId, QString* errorOut = nullptr);
-
-/// "512 B", "1.5 KB", "20.00 MB".
-QString formatFileSize(qint64 bytes);
 
 } // namespace VoucherService

@@ -1,7 +1,7 @@
 #include "services/vouchers/VoucherSource.h"
 
+#include "services/FileRules.h"
 #include "services/vouchers/Sha256.h"
-#include "services/vouchers/VoucherService.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -14,11 +14,11 @@ QString problemOf(const QFileInfo& info, const QString& path, const QString& ext
 {
     if (!info.isFile())
         return u"源文件不存在：%1"_s.arg(path);
-    if (!VoucherService::acceptedExtensions().contains(extension))
+    if (!FileRules::acceptedExtensions().contains(extension))
         return u"不支持的文件类型 .%1（仅支持 JPG/PNG/BMP/PDF）"_s.arg(extension);
-    if (info.size() > VoucherService::maxFileSize)
+    if (info.size() > FileRules::maxFileSize)
         return u"文件 %1 大小 %2，超过单文件 20MB 上限"_s.arg(
-            info.fileName(), VoucherService::formatFileSize(info.size()));
+            info.fileName(), FileRules::formatFileSize(info.size()));
     return {};
 }
 

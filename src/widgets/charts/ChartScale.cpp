@@ -3,7 +3,6 @@
 #include <QLocale>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 using namespace Qt::StringLiterals;

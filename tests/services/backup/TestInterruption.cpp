@@ -19,6 +19,11 @@ struct Outcome {
     bool isNew() const { return content().startsWith(u"新 新,新 新/side "_s); }
     // Nothing mixed, damaged, read-only or left behind.
     bool isSound() const { return (isOld() || isNew()) && content().endsWith(u" ok"_s); }
+    // A restore took place or failed for a reason, and the data agrees.
+    bool isAsTold() const
+    {
+        return (succeeded() ? isNew() : isOld()) && succeeded() == message().isEmpty();
+    }
 };
 
 QList<Outcome> run(const QString& mode, const QString& work)
@@ -112,9 +117,7 @@ private slots:
         QStringList messages;
         for (qsizetype step = 0; step < outcomes.size(); ++step) {
             const Outcome& outcome = outcomes[step];
-            VERIFY_OUTCOME(outcome.isSound());
-            VERIFY_OUTCOME(outcome.succeeded() ? outcome.isNew() : outcome.isOld());
-            VERIFY_OUTCOME(outcome.succeeded() == outcome.message().isEmpty());
+            VERIFY_OUTCOME(outcome.isSound() && outcome.isAsTold());
             // The same process could go on with its work.
             VERIFY_OUTCOME(outcome.afterwards() == outcome.content());
             messages += outcome.message();
@@ -137,9 +140,7 @@ private slots:
         bool closed = false;
         for (qsizetype step = 0; step < outcomes.size(); ++step) {
             const Outcome& outcome = outcomes[step];
-            VERIFY_OUTCOME(outcome.isSound());
-            VERIFY_OUTCOME(outcome.succeeded() ? outcome.isNew() : outcome.isOld());
-            VERIFY_OUTCOME(outcome.succeeded() == outcome.message().isEmpty());
+            VERIFY_OUTCOME(outcome.isSound() && outcome.isAsTold());
             if (outcome.afterwards() != u"closed"_s)
                 VERIFY_OUTCOME(outcome.afterwards() == outcome.content());
             else if (outcome.message().contains(u"/restore_swap/old"_s))

@@ -108,27 +108,31 @@ QByteArray inChild(const std::function<QString()>& work, useconds_t patience = 0
     return told;
 }
 
-QString disturbedRestore(const Stage& stage, Effect effect, int step)
+// The work on the open database with a fault at a step: how it ended, what the user is told, what
+// the database holds then and whether the work was over before that step.
+template <typename Work> QString disturbed(const Work& work, Effect effect, int step)
 {
     if (!DatabaseManager::instance().open())
         return u"not opened"_s;
     FileFaults::arm(effect, step);
-    const RestoreResult result = BackupService().restoreFrom(stage.backup);
+    const auto result = work();
     const int steps = FileFaults::disarm();
+    bool open = true;
+    if constexpr (requires { result.databaseOpen; })
+        open = result.databaseOpen;
     return u"%1|%2|%3|%4"_s.arg(result.ok ? u"ok"_s : u"failed"_s, result.message,
-        result.databaseOpen ? BackupSample::signature() : u"closed"_s,
+        open ? BackupSample::signature() : u"closed"_s,
         steps < step || step == 0 ? u"undisturbed"_s : QString());
+}
+
+QString disturbedRestore(const Stage& stage, Effect effect, int step)
+{
+    return disturbed([&] { return BackupService().restoreFrom(stage.backup); }, effect, step);
 }
 
 QString disturbedBackup(const Stage& stage, Effect effect, int step)
 {
-    if (!DatabaseManager::instance().open())
-        return u"not opened"_s;
-    FileFaults::arm(effect, step);
-    const BackupResult result = BackupService().backupTo(stage.target);
-    const int steps = FileFaults::disarm();
-    return u"%1|%2|%3|%4"_s.arg(result.ok ? u"ok"_s : u"failed"_s, result.message,
-        BackupSample::signature(), steps < step || step == 0 ? u"undisturbed"_s : QString());
+    return disturbed([&] { return BackupService().backupTo(stage.target); }, effect, step);
 }
 
 QString disturbedRepair(Effect effect, int step)

@@ -26,7 +26,4 @@ QString deleteQuestion(const Transaction& entry);
 /// "2025-01-01 至 不限"
 QString rangeText(const DateRange& range);
 
-/// Whether money moved between company and owner, so that a fund decision can cover the entry.
-bool isOwnerFlow(const Transaction& entry);
-
 } // namespace LedgerTexts

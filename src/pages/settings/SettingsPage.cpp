@@ -1,4 +1,4 @@
-#include "pages/SettingsPage.h"
+#include "pages/settings/SettingsPage.h"
 
 #include "core/ProgramEnd.h"
 #include "db/ProfileDao.h"

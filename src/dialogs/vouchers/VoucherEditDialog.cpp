@@ -1,4 +1,4 @@
-#include "dialogs/VoucherEditDialog.h"
+#include "dialogs/vouchers/VoucherEditDialog.h"
 
 #include "db/ContractDao.h"
 #include "db/LinkDao.h"

@@ -1,4 +1,4 @@
-#include "services/LedgerTexts.h"
+#include "services/figures/LedgerTexts.h"
 
 #include "core/Money.h"
 #include "core/TextRules.h"
@@ -55,12 +55,6 @@ QString rangeText(const DateRange& range)
     const auto dayText
         = [](QDate day) { return day.isValid() ? TextRules::dateText(day) : u"不限"_s; };
     return u"%1 至 %2"_s.arg(dayText(range.from), dayText(range.to));
-}
-
-bool isOwnerFlow(const Transaction& entry)
-{
-    return entry.category == Category::ShareholderIn || entry.category == Category::ShareholderOut
-        || entry.category == Category::ExpenseReimburse;
 }
 
 } // namespace LedgerTexts

@@ -1,4 +1,4 @@
-#include "dialogs/TxPickerDialog.h"
+#include "dialogs/pickers/TxPickerDialog.h"
 
 #include "db/TransactionDao.h"
 #include "dialogs/pickers/PickerPane.h"
@@ -40,17 +40,14 @@ void layOutColumns(QTableView* table)
 
 PickerPane::Texts textsFor(const QString& error)
 {
-    PickerPane::Texts texts { .tableName = u"资金流水"_s,
+    return { .tableName = u"资金流水"_s,
         .searchHint = u"搜索摘要、对方名称、日期或金额"_s,
         .countPattern = u"已选 %1 笔"_s,
         .iconName = u"ledger"_s,
         .emptyTitle = u"还没有流水"_s,
-        .emptyText = u"先在资金台账中登记流水，再来关联。"_s };
-    if (!error.isEmpty()) {
-        texts.emptyTitle = u"流水读取失败"_s;
-        texts.emptyText = error;
-    }
-    return texts;
+        .emptyText = u"先在资金台账中登记流水，再来关联。"_s,
+        .failureTitle = u"流水读取失败"_s,
+        .failure = error };
 }
 
 } // namespace

@@ -1,6 +1,5 @@
-#include "dialogs/VoucherAddDialog.h"
+#include "dialogs/vouchers/VoucherAddDialog.h"
 
-#include "core/TextRules.h"
 #include "dialogs/vouchers/VoucherFields.h"
 #include "dialogs/vouchers/VoucherLinkFields.h"
 #include "dialogs/vouchers/VoucherQueuePanel.h"

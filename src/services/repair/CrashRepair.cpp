@@ -1,4 +1,4 @@
-#include "services/CrashRepair.h"
+#include "services/repair/CrashRepair.h"
 
 #include "core/AppPaths.h"
 #include "db/DatabaseManager.h"

@@ -1,11 +1,11 @@
-#include "pages/PageFactory.h"
+#include "app/PageFactory.h"
 
 #include "pages/dashboard/DashboardPage.h"
 #include "pages/documents/DocumentPage.h"
 #include "pages/ledger/LedgerPage.h"
 #include "pages/projects/ProjectPage.h"
 #include "pages/reports/ReportPage.h"
-#include "pages/SettingsPage.h"
+#include "pages/settings/SettingsPage.h"
 #include "pages/vouchers/VoucherPage.h"
 
 IPage* createPage(PageId id, QWidget* parent)

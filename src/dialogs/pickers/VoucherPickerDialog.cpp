@@ -1,4 +1,4 @@
-#include "dialogs/VoucherPickerDialog.h"
+#include "dialogs/pickers/VoucherPickerDialog.h"
 
 #include "db/VoucherDao.h"
 #include "dialogs/pickers/PickerPane.h"
@@ -30,19 +30,16 @@ void layOutColumns(QTableView* table)
 
 PickerPane::Texts textsFor(bool archiveIsEmpty, const QString& error)
 {
-    PickerPane::Texts texts { .tableName = u"已归档凭证"_s,
+    return { .tableName = u"已归档凭证"_s,
         .searchHint = u"搜索名称、原文件名、类型、日期或备注"_s,
         .countPattern = u"已选 %1 张"_s,
         .iconName = u"vouchers"_s,
         .emptyTitle = u"没有可添加的凭证"_s,
-        .emptyText = u"凭证库中的凭证都已添加；新的文件请使用「从本地添加新凭证」上传。"_s };
-    if (archiveIsEmpty)
-        texts.emptyText = u"凭证库为空，请先使用「从本地添加新凭证」上传文件"_s;
-    if (!error.isEmpty()) {
-        texts.emptyTitle = u"凭证读取失败"_s;
-        texts.emptyText = error;
-    }
-    return texts;
+        .emptyText = archiveIsEmpty
+            ? u"凭证库为空，请先使用「从本地添加新凭证」上传文件"_s
+            : u"凭证库中的凭证都已添加；新的文件请使用「从本地添加新凭证」上传。"_s,
+        .failureTitle = u"凭证读取失败"_s,
+        .failure = error };
 }
 
 } // namespace
