@@ -10,6 +10,7 @@ endif()
 
 install(TARGETS brixa RUNTIME DESTINATION . COMPONENT program)
 install(FILES "${CMAKE_SOURCE_DIR}/README.zh-CN.md" DESTINATION . COMPONENT runtime)
+install(DIRECTORY "${CMAKE_SOURCE_DIR}/docs" DESTINATION . COMPONENT runtime)
 
 if(UNIX AND NOT APPLE)
     # An old-style RPATH, because it also serves what the program's libraries and plugins need in

@@ -49,6 +49,13 @@ void ThresholdForm::show(const CompanyProfile& profile)
     m_count->setValue(profile.frequentCount);
 }
 
+bool ThresholdForm::shows(const CompanyProfile& profile) const
+{
+    return m_largeAmount->amountFen() == profile.largeAmountFen
+        && m_windowDays->value() == profile.frequentWindowDays
+        && m_count->value() == profile.frequentCount;
+}
+
 bool ThresholdForm::showProblem()
 {
     const QString problem = ProfileRules::thresholdProblem(edited({}));

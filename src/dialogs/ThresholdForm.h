@@ -19,6 +19,8 @@ public:
     void addRows(FormRows* rows);
 
     void show(const CompanyProfile& profile);
+    /// Whether the fields show the thresholds of this profile.
+    bool shows(const CompanyProfile& profile) const;
     /// Tells what forbids storing the thresholds and leads to its field; false when nothing does.
     [[nodiscard]] bool showProblem();
     /// The given profile with the thresholds as they now stand.

@@ -16,7 +16,7 @@ namespace {
 constexpr qint64 knownVersion = 3;
 
 // Reading a larger file whole takes too long here; it is done at every start anyway.
-constexpr qint64 largestExaminedFile = 8 * 1024 * 1024;
+constexpr qint64 largestExaminedFile = qint64(8) * 1024 * 1024;
 
 struct Part {
     QString label; // Chinese

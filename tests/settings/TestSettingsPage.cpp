@@ -128,6 +128,24 @@ private slots:
         QCOMPARE(TransactionDao().findById(entry.id)->riskLevel, RiskLevel::Low);
     }
 
+    void thresholdsNotSavedYetOutliveOtherChanges()
+    {
+        SettingsPage page;
+        page.refresh();
+        auto* amount = page.findChild<AmountField*>();
+        amount->setAmountFen(1'234'500);
+        choice(page, u"深色"_s)->toggle();
+        page.refresh();
+        QCOMPARE(amount->amountFen(), 1'234'500);
+        QCOMPARE(ProfileDao().load().largeAmountFen, CompanyProfile().largeAmountFen);
+        amount->setAmountFen(CompanyProfile().largeAmountFen);
+        CompanyProfile profile = ProfileDao().load();
+        profile.largeAmountFen = 7'000'000;
+        QVERIFY(ProfileDao().save(profile));
+        page.refresh();
+        QCOMPARE(amount->amountFen(), 7'000'000);
+    }
+
     void aLongLedgerIsEvaluatedBehindANotice_data()
     {
         QTest::addColumn<int>("entries");

@@ -42,7 +42,12 @@ ThresholdCard::ThresholdCard(QWidget* parent)
 
 void ThresholdCard::showProfile(const CompanyProfile& profile)
 {
-    m_form->show(profile);
+    // Another card's saving shows the page anew; what was typed here and not saved yet stays.
+    const bool isUntouched = !m_shown || m_form->shows(*m_shown);
+    if (isUntouched)
+        m_form->show(profile);
+    if (isUntouched || m_form->shows(profile))
+        m_shown = profile;
 }
 
 void ThresholdCard::onSave()

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "db/CompanyProfile.h"
 #include "pages/settings/SettingsCard.h"
+
+#include <optional>
 
 class ThresholdForm;
 
@@ -17,4 +20,5 @@ private:
     void onSave();
 
     ThresholdForm* m_form;
+    std::optional<CompanyProfile> m_shown; // as it was stored when the fields last followed it
 };

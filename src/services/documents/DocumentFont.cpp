@@ -1,5 +1,7 @@
 #include "services/documents/DocumentFont.h"
 
+#include <QStringList>
+
 using namespace Qt::StringLiterals;
 
 namespace DocumentFont {
