@@ -20,6 +20,8 @@ constinit std::atomic<qint64> heldMs { -1 };
 
 // A function of the executable goes before the C library's of the same name, for the shared
 // libraries too.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): its headers' names are
+// reserved.
 extern "C" {
 
 int clock_gettime(clockid_t clock, timespec* time) noexcept
@@ -48,6 +50,7 @@ time_t time(time_t* seconds) noexcept
     return now.tv_sec;
 }
 }
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
 
 #endif
 

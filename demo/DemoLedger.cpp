@@ -56,7 +56,7 @@ Problem DemoLedger::store()
     return {};
 }
 
-Problem DemoLedger::review()
+Problem DemoLedger::review() const
 {
     TransactionDao ledger;
     for (const Review& review : reviews) {

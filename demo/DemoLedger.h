@@ -25,7 +25,7 @@ public:
     [[nodiscard]] Problem store();
 
     /// Sets two levels by hand, as an owner does who knows more than the rules.
-    [[nodiscard]] Problem review();
+    [[nodiscard]] Problem review() const;
 
     /// By day; stored ones with their id.
     const QList<DemoEntry>& entries() const { return m_entries; }

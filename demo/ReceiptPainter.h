@@ -5,6 +5,8 @@
 #include "db/Project.h"
 #include "db/Transaction.h"
 
+#include <QSize>
+
 class QPainter;
 
 /// Draws the papers of a small company as they come from banks, tax offices and clients. Sheets are

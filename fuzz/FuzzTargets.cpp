@@ -36,7 +36,8 @@ void require(bool promise, const char* what)
 template <typename Number> Number numberIn(const QByteArray& bytes)
 {
     std::array<char, sizeof(Number)> raw {};
-    std::memcpy(raw.data(), bytes.constData(), std::min<std::size_t>(raw.size(), bytes.size()));
+    std::memcpy(raw.data(), bytes.constData(),
+        std::min(raw.size(), static_cast<std::size_t>(bytes.size())));
     Number number;
     std::memcpy(&number, raw.data(), raw.size());
     return number;
@@ -137,7 +138,7 @@ void voucherSource(const QByteArray& bytes)
 {
     const QStringList extensions = FileRules::acceptedExtensions() << u"exe"_s << QString();
     const auto which = bytes.isEmpty() ? 0 : static_cast<unsigned char>(bytes.front());
-    const QString extension = extensions.at(which % extensions.size());
+    const QString& extension = extensions.at(which % extensions.size());
     const QByteArray content = bytes.mid(1);
     const auto source = VoucherSource::read(fileOf(content, u"a."_s + extension));
     const bool accepted = FileRules::acceptedExtensions().contains(extension);

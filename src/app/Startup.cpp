@@ -167,6 +167,7 @@ Startup::Verdict Startup::passDisclaimer()
     if (!ProfileDao().confirmDisclaimer(disclaimerVersion()))
         return failure("disclaimer cannot be stored", u"启动失败"_s,
             u"免责确认状态无法保存，请检查数据目录权限。"_s);
+    m_profile.disclaimerVersion = disclaimerVersion();
     return {};
 }
 

@@ -8,6 +8,8 @@
 #include <QValidator>
 #include <QVBoxLayout>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 using ProfileRules::Field;
 
@@ -108,7 +110,7 @@ CompanyProfile ProfileForm::edited(CompanyProfile profile) const
 {
     for (const ProfileRules::FieldRow& row : ProfileRules::fieldRows)
         profile.*row.text = m_edits.value(row.field)->text();
-    return ProfileRules::normalized(profile);
+    return ProfileRules::normalized(std::move(profile));
 }
 
 void ProfileForm::focus(Field field)

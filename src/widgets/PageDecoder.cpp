@@ -19,7 +19,7 @@ using PageDecoder::Page;
 using PageDecoder::Problem;
 using PageDecoder::Sizing;
 
-constexpr qint64 largestPdf = 64 * 1024 * 1024;
+constexpr qint64 largestPdf = qint64(64) * 1024 * 1024;
 constexpr qreal dotsPerPoint = 96.0 / 72;
 // In dots, more than 200 metres; enlarged it still has a whole number of pixels.
 constexpr qreal longestPage = 1'000'000;

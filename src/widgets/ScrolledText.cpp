@@ -24,7 +24,7 @@ QWidget* bounded(QLabel* label, int width, int mostHeight)
     auto* frame = new QScrollArea(label->parentWidget());
     frame->setFrameShape(QFrame::NoFrame);
     frame->setWidgetResizable(true);
-    frame->setAccessibleName(label->text().left(widestWord * 100));
+    frame->setAccessibleName(label->text().left(qsizetype(widestWord) * 100));
     // The label gets what the bar leaves of the frame.
     label->setMinimumWidth(0);
     frame->setMinimumWidth(width + frame->verticalScrollBar()->sizeHint().width());

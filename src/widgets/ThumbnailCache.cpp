@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype memoryLimit = 48 * 1024 * 1024;
+constexpr qsizetype memoryLimit = qsizetype(48) * 1024 * 1024;
 constexpr int threadCount = 2;
 
 // More than one screen of rows: what was scrolled past is asked for again when it comes back.

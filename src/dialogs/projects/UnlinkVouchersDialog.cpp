@@ -2,6 +2,7 @@
 
 #include "core/TextRules.h"
 
+#include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QVBoxLayout>

@@ -27,7 +27,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // Less than this is read before a notice could be seen.
-constexpr qint64 noticeableBytes = 8 * 1024 * 1024;
+constexpr qint64 noticeableBytes = qint64(8) * 1024 * 1024;
 
 bool takesTime(const QStringList& paths)
 {

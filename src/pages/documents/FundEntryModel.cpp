@@ -7,6 +7,8 @@
 #include "widgets/AmountInk.h"
 #include "widgets/ColumnHeads.h"
 
+#include <QBrush>
+
 #include <algorithm>
 #include <array>
 

@@ -12,6 +12,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -37,9 +39,10 @@ QComboBox* makeCombo(const QString& objectName, QWidget* parent)
 void fillRisks(QComboBox* combo)
 {
     combo->addItem(anyText());
-    const std::vector<RiskLevel> levels = allValues<RiskLevel>();
-    for (auto level = levels.rbegin(); level != levels.rend(); ++level)
-        combo->addItem(labelOf(*level), codeOf(*level));
+    std::vector<RiskLevel> levels = allValues<RiskLevel>();
+    std::ranges::reverse(levels);
+    for (const RiskLevel level : levels)
+        combo->addItem(labelOf(level), codeOf(level));
 }
 
 // Long labels stay readable in the list although the box is narrow.

@@ -12,6 +12,7 @@
 #include "widgets/TextRole.h"
 
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 

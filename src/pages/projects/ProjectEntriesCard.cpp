@@ -11,6 +11,7 @@
 #include "widgets/RowCommands.h"
 #include "widgets/TextRole.h"
 
+#include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 

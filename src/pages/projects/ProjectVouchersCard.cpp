@@ -12,6 +12,7 @@
 #include "widgets/MessageBox.h"
 #include "widgets/TextRole.h"
 
+#include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -27,7 +28,6 @@ ProjectVouchersCard::ProjectVouchersCard(QWidget* parent)
     : QWidget(parent)
     , m_card(new Card(u"关联凭证（0）"_s, this))
     , m_empty(new QLabel(u"暂无关联凭证。可上传合同扫描件、回单、发票等。"_s, m_card))
-    , m_grid(nullptr)
 {
     setObjectName(u"ProjectVouchersCard"_s);
     auto* column = new QVBoxLayout(this);

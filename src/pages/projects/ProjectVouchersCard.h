@@ -32,5 +32,5 @@ private:
     qint64 m_projectId = 0;
     Card* m_card;
     QLabel* m_empty;
-    VoucherCardGrid* m_grid;
+    VoucherCardGrid* m_grid = nullptr;
 };
