@@ -103,7 +103,10 @@ void ModalAnswerer::look()
     // A notice of work in progress asks nothing and goes by itself.
     if (!dialog || !dialog->isVisible() || dialog->objectName() == u"BusyNotice")
         return;
-    if (dialog != m_answered) {
+    // One that closes can let the dialog below be seen in the moment before that one closes too.
+    const bool wasAnswered
+        = dialog == m_answered || (m_expected.empty() && m_earlier.contains(dialog));
+    if (!wasAnswered) {
         answer(dialog);
     } else if (m_sinceAnswer.elapsed() > patienceMs) {
         fail(u"The dialog \"%1\" stays open after its answer"_s.arg(dialog->windowTitle()));
@@ -114,6 +117,7 @@ void ModalAnswerer::look()
 void ModalAnswerer::answer(QDialog* dialog)
 {
     m_answered = dialog;
+    m_earlier.append(dialog);
     m_sinceAnswer.start();
     const Seen seen = describe(dialog);
     m_seen.append(seen);

@@ -48,6 +48,7 @@ private:
     std::deque<std::function<void(QDialog*)>> m_expected;
     QList<Seen> m_seen;
     QPointer<QDialog> m_answered;
+    QList<QPointer<QDialog>> m_earlier; // all that were answered
     QElapsedTimer m_sinceAnswer;
     QTimer m_timer;
 };
