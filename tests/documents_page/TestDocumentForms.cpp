@@ -135,6 +135,9 @@ private slots:
         Sample::entry(u"2026-01-02"_s, u"备用金"_s, Direction::Out);
         Sample::entry(u"2026-01-03"_s, u"买纸"_s, Direction::Out, Category::BusinessExpense);
         Sample::entry(u"2026-01-04"_s, u"借款"_s, Direction::In, Category::ShareholderIn);
+        // Repaid expenses count as transfers when these are frequent, so a decision covers them
+        // too.
+        Sample::entry(u"2026-01-05"_s, u"报销"_s, Direction::Out, Category::ExpenseReimburse);
         QVERIFY(DocumentService()
                     .generateFundDecision(
                         { Direction::Out, u"备用金"_s, { covered }, QDate(2026, 1, 5), {}, {} })
@@ -143,17 +146,17 @@ private slots:
         test.navigate({ { u"kind"_s, u"fund_decision"_s } });
         QCOMPARE(test.cells(2), QStringList { u"借款"_s });
         test.button(u"公司资金转付股东"_s)->toggle();
-        QCOMPARE(test.cells(2), QStringList { u"备用金"_s });
+        QCOMPARE(test.cells(2), QStringList({ u"报销"_s, u"备用金"_s }));
         test.button(u"仅未覆盖"_s)->toggle();
         test.button(u"仅股东往来"_s)->toggle();
-        QCOMPARE(
-            test.cells(2), QStringList({ u"买纸"_s, u"备用金"_s, u"（已有决定书）旧备用金"_s }));
+        QCOMPARE(test.cells(2),
+            QStringList({ u"报销"_s, u"买纸"_s, u"备用金"_s, u"（已有决定书）旧备用金"_s }));
         test.button(u"全选"_s)->click();
         test.button(u"仅未覆盖"_s)->toggle();
-        QCOMPARE(
-            test.cells(2), QStringList({ u"+买纸"_s, u"+备用金"_s, u"+（已有决定书）旧备用金"_s }));
-        QVERIFY(test.shows(u"已选 3 笔，合计 3,000.00 元"_s));
-        QVERIFY(test.shows(u"大写：叁仟元整"_s));
+        QCOMPARE(test.cells(2),
+            QStringList({ u"+报销"_s, u"+买纸"_s, u"+备用金"_s, u"+（已有决定书）旧备用金"_s }));
+        QVERIFY(test.shows(u"已选 4 笔，合计 4,000.00 元"_s));
+        QVERIFY(test.shows(u"大写：肆仟元整"_s));
         test.button(u"全选"_s)->click();
         QVERIFY(test.shows(u"已选 0 笔"_s));
     }

@@ -23,9 +23,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Each linked entry costs an evaluation of the ledger.
-constexpr qsizetype mostQuickLinks = 2;
-
 // The name is taken from the first file that will be archived.
 QString firstName(const QList<QueuedFile>& files)
 {
@@ -156,9 +153,9 @@ VoucherBatch::Outcome VoucherAddDialog::import(const VoucherDescription& descrip
     const VoucherBatch::Order order { m_queue->files(), description, m_links->projectId(),
         m_links->entryIds() };
     std::optional<BusyNotice> notice;
-    const bool evaluates = !order.transactionIds.isEmpty();
-    if (m_queue->validCount() > 1 || order.transactionIds.size() > mostQuickLinks
-        || (evaluates && RiskService::takesNoticeablyLong()))
+    if (m_queue->validCount() > 1
+        // Each linked entry costs an evaluation of the ledger.
+        || RiskService::takesNoticeablyLong(order.transactionIds.size()))
         notice.emplace(this, u"正在入库…"_s, BusyNotice::Cancel::Allowed);
     return VoucherBatch::run(order, [&](qsizetype done, qsizetype total) {
         if (!notice)

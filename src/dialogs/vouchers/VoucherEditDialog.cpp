@@ -20,14 +20,12 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <optional>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// Each linked entry costs an evaluation of the ledger.
-constexpr qsizetype mostQuickLinks = 2;
 
 QString contractText(qint64 id)
 {
@@ -164,7 +162,9 @@ void VoucherEditDialog::onSave()
     bool saved = false;
     {
         std::optional<BusyNotice> notice;
-        if (m_links->entryIds().size() > mostQuickLinks || RiskService::takesNoticeablyLong())
+        // Each linked entry costs an evaluation of the ledger, and so do those that lose the
+        // voucher.
+        if (RiskService::takesNoticeablyLong(std::max<qsizetype>(1, m_links->entryIds().size())))
             notice.emplace(this, u"正在保存…"_s);
         saved = VoucherService::updateVoucher(
             m_voucherId, edited, m_links->projectId(), m_links->entryIds(), &error);

@@ -70,7 +70,7 @@ bool FundEntryModel::isShown(const Transaction& entry) const
     if (entry.direction != m_view.direction)
         return false;
     return isTicked(entry)
-        || ((!m_view.ownerFlowsOnly || OwnerFlows::isTransfer(entry.category))
+        || ((!m_view.ownerFlowsOnly || OwnerFlows::isTransferOrRefund(entry.category))
             && (!m_view.uncoveredOnly || !isCovered(entry)));
 }
 

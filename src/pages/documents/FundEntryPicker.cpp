@@ -66,6 +66,7 @@ QLayout* FundEntryPicker::buildFilters()
 {
     m_ownerFlows->setChecked(true);
     m_uncovered->setChecked(true);
+    m_ownerFlows->setToolTip(u"只列出股东转入、公司转付股东和费用报销/归垫的流水"_s);
     m_uncovered->setToolTip(u"不列出已有往来决定书的流水"_s);
     auto* filters = new QHBoxLayout;
     filters->setSpacing(16);

@@ -8,8 +8,8 @@
 
 namespace {
 
-// Below this a re-evaluation is over before a notice could be read.
-constexpr qint64 longLedger = 5'000;
+// Evaluations of single entries: fewer are over before a notice could be read.
+constexpr qint64 noticeableEvaluations = 5'000;
 
 QList<AutoRisk> evaluated(const QList<Transaction>& entries, const CompanyProfile& profile,
     const QHash<qint64, int>& flagged)
@@ -69,7 +69,8 @@ void RiskService::reevaluateAll()
             static_cast<qint64>(written), static_cast<qint64>(flagged.size()));
 }
 
-bool RiskService::takesNoticeablyLong()
+bool RiskService::takesNoticeablyLong(qsizetype evaluations)
 {
-    return LedgerFiguresDao().entryCount({}, {}) >= longLedger;
+    return evaluations > 0
+        && LedgerFiguresDao().entryCount({}, {}) * evaluations >= noticeableEvaluations;
 }

@@ -16,6 +16,7 @@ public:
     /// their new result. Failures are only logged.
     void reevaluateAll();
 
-    /// The ledger is so long that its re-evaluation is worth a notice while it runs.
-    [[nodiscard]] static bool takesNoticeablyLong();
+    /// The ledger is so long that evaluating all of it, so many times, is worth a notice while it
+    /// runs.
+    [[nodiscard]] static bool takesNoticeablyLong(qsizetype evaluations = 1);
 };
