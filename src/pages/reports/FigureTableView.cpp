@@ -116,7 +116,7 @@ void FigureTableView::wheelEvent(QWheelEvent* event)
 void FigureTableView::fitColumns()
 {
     const int columns = m_model->columnCount();
-    if (columns == 0)
+    if (columns <= 0)
         return;
     // Names need more room than figures, and counts less than amounts.
     const auto weightOf = [](int column) { return column == 0 ? 6 : column == 1 ? 2 : 4; };
