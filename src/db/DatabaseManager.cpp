@@ -172,7 +172,7 @@ bool DatabaseManager::checkpoint()
 {
     QSqlQuery query(Connection::current());
     if (!query.exec(u"PRAGMA wal_checkpoint(TRUNCATE)"_s))
-        return fail(query.lastError().text());
+        return fail(sqlErrorText(query.lastError()));
     if (query.next() && query.value(0).toInt() != 0)
         qWarning("WAL checkpoint is incomplete: the database is busy");
     return true;

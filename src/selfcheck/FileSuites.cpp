@@ -62,6 +62,10 @@ void lookForFiles(Findings& findings)
             QString::number(missing.size()), missing.value(0)));
     if (count < vouchers.size())
         findings.remark(u"核对了最近 %1 张凭证的文件"_s.arg(count));
+    if (const QStringList strangers = VoucherAssets::filesWithoutRow(); !strangers.isEmpty())
+        findings.remark(
+            u"凭证文件夹中有 %1 个文件没有凭证记录（如 %2），不影响使用，也不会被删除"_s.arg(
+                QString::number(strangers.size()), strangers.first()));
 }
 
 } // namespace

@@ -161,6 +161,19 @@ private slots:
             "the card shows what was found");
     }
 
+    void aFileWithoutVoucherIsRemarkedAndNoFault()
+    {
+        const QString stray = AppPaths::voucherAssetsDir() + u"/stray.pdf"_s;
+        QVERIFY(TestFile::put(stray, "left by a crash"));
+        const SelfCheckReport report = SelfCheck::instance().run();
+        QCOMPARE(failuresOf(report), QString());
+        const auto remarked = [](const SelfCheckResult& suite) {
+            return suite.message.contains(u"1 个文件没有凭证记录（如 voucher_assets/stray.pdf）"_s);
+        };
+        QVERIFY(std::any_of(report.suites.begin(), report.suites.end(), remarked));
+        QVERIFY(QFile::exists(stray));
+    }
+
     void theCheckIsRunFromTheCard()
     {
         SelfCheckCard card;

@@ -7,6 +7,7 @@
 #include "services/backup/DatabaseReader.h"
 #include "services/backup/DiskFiles.h"
 #include "services/backup/Restore.h"
+#include "services/vouchers/VoucherAssets.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -123,6 +124,20 @@ void compareVoucherFiles(const FolderCopy::Listing& files, BackupPreview& previe
                 QString::number(preview.voucherFiles));
 }
 
+// What the owner has to know about a backup that is whole as far as it could be.
+QStringList notesOn(const FolderCopy::Listing& voucherFiles)
+{
+    QStringList notes;
+    if (const QStringList lost = VoucherAssets::vouchersWithoutFile(); !lost.isEmpty())
+        notes
+            += u"%1 张凭证的文件已不在凭证文件夹中（如「%2」），备份里也没有。如有原件或更早的备份，请从那里找回。"_s
+                   .arg(QString::number(lost.size()), lost.first());
+    if (!voucherFiles.leftOut.isEmpty())
+        notes += u"以下目录链接或特殊文件未包含在备份中：\n%1"_s.arg(
+            voucherFiles.leftOut.join(u'\n'));
+    return notes;
+}
+
 } // namespace
 
 BackupService::BackupService(BackupProgress::Callback progress)
@@ -151,8 +166,7 @@ BackupResult BackupService::backupTo(const QString& parentFolder)
     QStringList notes;
     if (!ProfileDao().setLastBackupAt(now))
         notes += u"备份完成但备份时间未能写入档案"_s;
-    if (!vouchers.leftOut.isEmpty())
-        notes += u"以下目录链接或特殊文件未包含在备份中：\n%1"_s.arg(vouchers.leftOut.join(u'\n'));
+    notes += notesOn(vouchers);
     return { .ok = true, .folder = *folder, .message = notes.join(u"\n\n"_s) };
 }
 

@@ -5,6 +5,7 @@
 #include "core/TextRules.h"
 #include "db/Connection.h"
 #include "db/DatabaseManager.h"
+#include "db/SqlErrorText.h"
 #include "services/backup/BackupLayout.h"
 #include "services/backup/BackupProgress.h"
 #include "services/backup/DiskFiles.h"
@@ -73,7 +74,7 @@ std::optional<QString> BackupWriter::copyDatabase()
     quoted.replace(u'\'', u"''"_s);
     QSqlQuery query(Connection::current());
     if (!query.exec(u"VACUUM INTO '%1'"_s.arg(quoted)))
-        return u"数据库副本生成失败：%1"_s.arg(query.lastError().text());
+        return u"数据库副本生成失败：%1"_s.arg(sqlErrorText(query.lastError()));
     m_progress.step();
     return {};
 }

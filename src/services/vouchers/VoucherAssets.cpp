@@ -82,6 +82,16 @@ QStringList filesWithoutRow()
     return free;
 }
 
+QStringList vouchersWithoutFile()
+{
+    QStringList names;
+    for (const Voucher& voucher : VoucherDao().search({})) {
+        if (existingFile(voucher.storedPath).isEmpty())
+            names += voucher.name;
+    }
+    return names;
+}
+
 } // namespace VoucherAssets
 
 VoucherCopy::VoucherCopy(const QByteArray& content, const QString& extension)

@@ -25,6 +25,10 @@ void remove(const QString& storedPath);
 /// deleted. Empty when the rows cannot be read.
 QStringList filesWithoutRow();
 
+/// Names of the vouchers whose copy is not in the folder: someone or something other than this
+/// program took it away. Empty when the rows cannot be read.
+QStringList vouchersWithoutFile();
+
 } // namespace VoucherAssets
 
 /// A new copy in the archive's folder, under a name that no other file has. Removed again when it

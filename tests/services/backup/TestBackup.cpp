@@ -1,5 +1,6 @@
 #include "core/AppPaths.h"
 #include "core/TextRules.h"
+#include "db/DatabaseManager.h"
 #include "db/ProfileDao.h"
 #include "services/backup/BackupLayout.h"
 #include "services/backup/BackupSample.h"
@@ -153,6 +154,22 @@ private slots:
         QCOMPARE(copied.value(u"scan.pdf"_s), QByteArray("a voucher kept elsewhere"));
         QCOMPARE(BackupService::inspect(result.folder).manifest.voucherFiles, 1);
 #endif
+    }
+
+    void vouchersWhoseFileIsGoneAreNamed()
+    {
+        QVERIFY(BackupSample::fill(u"甲公司"_s));
+        QCOMPARE(
+            TestDatabase::run({ u"INSERT INTO vouchers (name, voucher_type, voucher_date, "
+                                "original_file_name, stored_path, file_ext, file_size, sha256) "
+                                "VALUES ('回单 %1', 'bank_receipt', '2025-01-01', 'a.pdf', "
+                                "'voucher_assets/gone.pdf', 'pdf', 1, 'x')"_s }),
+            QString());
+        const QTemporaryDir target;
+        const BackupResult result = BackupService().backupTo(target.path());
+        QVERIFY(result.ok);
+        QVERIFY2(result.message.startsWith(u"1 张凭证的文件已不在凭证文件夹中（如「回单 %1」）"_s),
+            qUtf8Printable(result.message));
     }
 
     void aBrokenLinkStopsTheBackup()
@@ -329,20 +346,34 @@ private slots:
         QVERIFY(BackupService().backupTo(target.path()).ok);
     }
 
+    void aFullDiskLeavesNothingBehind_data()
+    {
+        addColumns<qint64, QStringList, QString>("most", "warnings", "message");
+        addCase("for the vouchers", qint64(1'000'000),
+            QStringList { u"Copying files: .*File too large"_s },
+            u"复制失败："_s + AppPaths::voucherAssetsDir() + u"/large.pdf"_s);
+        addCase("for the database", qint64(20'000), QStringList(),
+            u"数据库副本生成失败：数据库文件读写失败，请检查磁盘（"_s);
+    }
+
     void aFullDiskLeavesNothingBehind()
     {
 #ifdef Q_OS_UNIX
+        QFETCH(qint64, most);
+        QFETCH(QStringList, warnings);
+        QFETCH(QString, message);
         const QString voucher = AppPaths::voucherAssetsDir() + u"/large.pdf"_s;
         QVERIFY(put(voucher, QByteArray(3'000'000, 'x')));
         const QTemporaryDir target;
-        expectWarnings({ u"Copying files: .*File too large"_s, u"Backup failed: "_s });
+        QVERIFY(DatabaseManager::instance().checkpoint());
+        expectWarnings(warnings + QStringList { u"Backup failed: "_s });
         BackupResult result;
         {
-            const FileSizeLimit limit(1'000'000);
+            const FileSizeLimit limit(most);
             result = BackupService().backupTo(target.path());
         }
         QVERIFY(!result.ok);
-        QCOMPARE(result.message, u"复制失败："_s + voucher);
+        QVERIFY2(result.message.startsWith(message), qUtf8Printable(result.message));
         QCOMPARE(entriesOf(target.path()), QStringList());
         QCOMPARE(ProfileDao().load().lastBackupAt, QString());
 #endif
