@@ -1,8 +1,11 @@
 #include "app/MainWindow.h"
+#include "core/AppPaths.h"
 #include "core/Codes.h"
 #include "dialogs/LoginDialog.h"
+#include "dialogs/RestorePreviewDialog.h"
 #include "dialogs/vouchers/VoucherQueuePanel.h"
 #include "Hands.h"
+#include "services/backup/BackupService.h"
 #include "services/Password.h"
 #include "TourStops.h"
 
@@ -81,6 +84,17 @@ Problem openLogin(MainWindow& window)
     if (!secret)
         return u"no password could be derived"_s;
     LoginDialog(*secret, &Password::waitSecondsAfter, &window).exec();
+    return {};
+}
+
+Problem openRestorePreview(MainWindow& window)
+{
+    const QDir backups(AppPaths::backupsDir());
+    const QStringList made = backups.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    if (made.isEmpty())
+        return u"there is no backup to restore"_s;
+    const QString folder = backups.filePath(made.first());
+    RestorePreviewDialog(folder, BackupService::inspect(folder), &window).exec();
     return {};
 }
 
@@ -195,6 +209,8 @@ QList<DialogStop> settingsDialogs()
         { u"dialog-password"_s, u"PasswordDialog"_s, Settings, {}, byButton(u"设置密码"_s), {} },
         { u"dialog-password-refused"_s, u"MessageBox"_s, Settings,
             { { u"PasswordDialog"_s, u"设置密码"_s } }, byButton(u"设置密码"_s), {} },
+        { u"dialog-restore-preview"_s, u"RestorePreviewDialog"_s, Settings, {}, openRestorePreview,
+            {} },
         { u"dialog-disclaimer"_s, u"DisclaimerDialog"_s, Settings, {}, byButton(u"查看免责声明"_s),
             {} },
         { u"dialog-login"_s, u"LoginDialog"_s, Settings, {}, openLogin, {} },

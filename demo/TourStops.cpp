@@ -11,6 +11,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QTableView>
 
 using namespace Qt::StringLiterals;
 
@@ -58,13 +59,40 @@ Problem selectThreeEntries(IPage& page)
     return Hands::selectRows(page, u"ledgerTable"_s, 3);
 }
 
+// The form keeps what an earlier visit typed.
+void emptyFundForm(QWidget& window)
+{
+    auto* form = window.findChild<QWidget*>(u"FundForm"_s);
+    if (!form)
+        return; // never visited
+    form->findChild<QComboBox*>(u"fundNature"_s)->setEditText({});
+    form->findChild<QPlainTextEdit*>(u"extraText"_s)->clear();
+    form->findChild<QLineEdit*>(u"settleDate"_s)->clear();
+}
+
 Problem decideOnSelected(IPage& page)
 {
     if (const Problem unselected = selectThreeEntries(page))
         return unselected;
     const Problem problem = Hands::press(page, u"为所选生成往来决定书"_s);
+    emptyFundForm(*page.window());
     Hands::waitUntilStill(*page.window());
     return problem;
+}
+
+Problem showContracts(IPage& page)
+{
+    if (auto* contracts = page.findChild<QTableView*>(u"contracts"_s))
+        contracts->selectionModel()->clear();
+    return toBegin(page);
+}
+
+Problem checkItself(IPage& page)
+{
+    if (const Problem problem = Hands::press(page, u"立即自检"_s))
+        return problem;
+    Hands::waitUntilStill(page);
+    return toEnd(page);
 }
 
 // A form that nobody has touched must not keep the day on which the program was started.
@@ -180,7 +208,7 @@ QList<PageStop> pages()
     };
     stops += documentPages();
     stops += {
-        { u"page-projects"_s, Projects, project, toBegin, {} },
+        { u"page-projects"_s, Projects, project, showContracts, {} },
         { u"page-projects-end"_s, Projects, project, toEnd, {} },
         { u"page-vouchers"_s, Vouchers, {}, pressing({ u"重置"_s, u"网格"_s }), {} },
         { u"page-vouchers-list"_s, Vouchers, {}, pressing({ u"列表"_s }), {} },
@@ -189,7 +217,7 @@ QList<PageStop> pages()
         { u"page-reports"_s, Reports, {}, toBegin, {} },
         { u"page-reports-end"_s, Reports, {}, toEnd, {} },
         { u"page-settings"_s, Settings, {}, toBegin, {} },
-        { u"page-settings-end"_s, Settings, {}, toEnd, {} },
+        { u"page-settings-end"_s, Settings, {}, checkItself, {} },
     };
     return stops;
 }
