@@ -70,17 +70,6 @@ private slots:
         QTEST(accountText(from, to), "sums");
     }
 
-    void monthsAddUp()
-    {
-        QVERIFY(addLedger());
-        QStringList texts;
-        for (const MonthSum& sum : LedgerFiguresDao().monthSums(QDate(2025, 1, 1), {}))
-            texts += QStringList { sum.month, QString::number(sum.incomeFen),
-                QString::number(sum.expenseFen) }
-                         .join(u' ');
-        QCOMPARE(texts, (QStringList { u"2025-01 350 700"_s, u"2025-03 0 24"_s }));
-    }
-
     void theOwnersBalanceCountsTransfersOnly_data()
     {
         addColumns<QDate, QDate, qint64>("from", "to", "fen");
@@ -136,16 +125,6 @@ private slots:
         QCOMPARE(figures.largeEntriesWithoutVoucher(700), (QList<qint64> { 2, 1 }));
         QCOMPARE(figures.largeEntriesWithoutVoucher(701), (QList<qint64> { 1 }));
         QCOMPARE(figures.largeEntriesWithoutVoucher(0).size(), 5);
-    }
-
-    void entriesAreCounted()
-    {
-        QVERIFY(addLedger());
-        LedgerFiguresDao figures;
-        QCOMPARE(figures.entryCount({}, {}), qint64 { 6 });
-        QCOMPARE(figures.entryCount(QDate(2024, 1, 1), QDate(2024, 12, 31)), qint64 { 1 });
-        QCOMPARE(figures.entryCount(QDate(2023, 1, 1), QDate(2023, 12, 31)), qint64 { 0 });
-        QCOMPARE(figures.lastError(), QString());
     }
 
     void failuresLeaveNothingAndAReason()

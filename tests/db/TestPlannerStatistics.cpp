@@ -4,8 +4,7 @@
 #include "support/DatabaseTestCase.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
-
-#include <QRegularExpression>
+#include "support/Warnings.h"
 
 using namespace Qt::StringLiterals;
 
@@ -95,8 +94,7 @@ private slots:
             = u"PRAGMA writable_schema = ON; DELETE FROM sqlite_stat1; "
               "UPDATE sqlite_master SET sql = 'CREATE TABLE sqlite_stat1(tbl, idx, "
               "stat, more NOT NULL)' WHERE name = 'sqlite_stat1'"_s;
-        QTest::ignoreMessage(QtWarningMsg,
-            QRegularExpression(u"^Planner statistics could not be written: NOT NULL constraint"_s));
+        expectWarnings({ u"Planner statistics could not be written: NOT NULL constraint"_s });
         QVERIFY(reopenAfter(script));
         QVERIFY(TestDatabase::rows(u"SELECT * FROM sqlite_stat1"_s).isEmpty());
     }

@@ -115,6 +115,9 @@ private slots:
         addCase("password flag of two", u"UPDATE company_profile SET password_enabled = 2"_s);
         addCase("negative budget",
             u"INSERT INTO projects (name, code, client_name, budget_fen) VALUES ('n','x','c',-1)"_s);
+        addCase("project code that is taken", insertProject.arg(1) + u", (8, 'n', 'P1', 'c')"_s);
+        addCase("document number that is taken",
+            insertDocument.arg(1) + u", (8, 'fund_decision', 'D1', 't', '2025-01-01', 'h', 'p')"_s);
         addCase("contract of a missing project", insertContract.arg(u"1"_s, u"99"_s));
         addCase("entry of a missing project", insertEntry.arg(u"1"_s, u"99"_s));
         addCase("link from nothing", insertLink.arg(u"voucher"_s, u"0"_s, u"project"_s, u"1"_s));

@@ -4,13 +4,11 @@
 #include "db/TransactionDao.h"
 #include "support/DatabaseTestCase.h"
 #include "support/TestDatabase.h"
-
-#include <QRegularExpression>
+#include "support/Warnings.h"
 
 using namespace Qt::StringLiterals;
 using Stored::idsOf;
 using TestDatabase::row;
-using TestDatabase::rows;
 using TestDatabase::run;
 
 Q_DECLARE_METATYPE(TransactionFilter)
@@ -77,16 +75,13 @@ private slots:
     {
         TransactionDao dao;
         Transaction entry { .transDate = QDate(2025, 1, 1) };
-        QTest::ignoreMessage(QtWarningMsg,
-            QRegularExpression(
-                u"^SQL error: CHECK constraint failed: amount_fen > 0 Unable to "
-                "fetch row \\| INSERT INTO transactions \\(trans_date, summary, "_s));
+        expectWarnings({ u"SQL error: CHECK constraint failed: amount_fen > 0 Unable to "
+                         "fetch row \\| INSERT INTO transactions \\(trans_date, summary, "_s });
         QVERIFY(!dao.insert(entry));
         QCOMPARE(entry.id, qint64 { 0 });
         QVERIFY(dao.lastError().startsWith(u"CHECK constraint failed"_s));
 
-        QTest::ignoreMessage(QtWarningMsg,
-            QRegularExpression(u"NOT NULL constraint failed: transactions.trans_date"_s));
+        expectWarnings({ u".*NOT NULL constraint failed: transactions.trans_date"_s });
         QVERIFY2(!add({ .amountFen = 1 }), "an entry without a date proves nothing");
     }
 
@@ -161,23 +156,6 @@ private slots:
         for (qsizetype i = 0; i < flows.size(); ++i) {
             QCOMPARE(dates.at(i).id, flows.at(i).id);
             QCOMPARE(dates.at(i).date, flows.at(i).transDate);
-        }
-    }
-
-    void theEvaluationReadsWhatItLooksAt()
-    {
-        QVERIFY(addLedger());
-        QVERIFY(LinkDao().link(SourceType::Voucher, 8, TargetType::Transaction, 1));
-        const auto all = TransactionDao().search({});
-        const auto evaluated = TransactionDao().entriesToEvaluate();
-        QCOMPARE(idsOf(evaluated), idsOf(all));
-        for (qsizetype i = 0; i < all.size(); ++i) {
-            QCOMPARE(evaluated.at(i).direction, all.at(i).direction);
-            QCOMPARE(evaluated.at(i).amountFen, all.at(i).amountFen);
-            QCOMPARE(evaluated.at(i).ownerAccountType, all.at(i).ownerAccountType);
-            QCOMPARE(evaluated.at(i).category, all.at(i).category);
-            QCOMPARE(evaluated.at(i).note, all.at(i).note);
-            QCOMPARE(evaluated.at(i).voucherCount, all.at(i).voucherCount);
         }
     }
 
@@ -264,35 +242,6 @@ private slots:
         QCOMPARE(row(u"SELECT risk_auto_level, risk_reasons FROM transactions"_s), u"normal|∅"_s);
     }
 
-    void manyLevelsAreStoredAtOnce()
-    {
-        QVERIFY(addLedger());
-        const QList<AutoRisk> results { { 1, RiskLevel::Low, { u"甲"_s } },
-            { 2, RiskLevel::Normal, {} }, { 3, RiskLevel::Medium, { u"乙"_s, u"丙"_s } } };
-        QCOMPARE(TransactionDao().updateAutoRisks(results), 3);
-        QCOMPARE(rows(u"SELECT risk_level, risk_auto_level, risk_reasons, "
-                      "risk_evaluated_at IS NULL FROM transactions ORDER BY id"_s),
-            (QStringList { u"low|low|[\"甲\"]|0"_s, u"normal|normal|∅|0"_s,
-                u"high|medium|[\"乙\",\"丙\"]|0"_s, u"normal|normal|∅|1"_s,
-                u"normal|normal|∅|1"_s }));
-    }
-
-    void manyLevelsStopAtTheFirstFailure()
-    {
-        QVERIFY(addLedger());
-        QCOMPARE(
-            run({ u"CREATE TEMP TRIGGER no BEFORE UPDATE ON transactions WHEN NEW.id = 4 BEGIN "
-                  "SELECT RAISE(ABORT, 'not this one'); END"_s }),
-            QString());
-        QTest::ignoreMessage(QtWarningMsg,
-            QRegularExpression(u"^SQL error: not this one .* \\| UPDATE transactions"_s));
-        const QList<AutoRisk> results { { 1, RiskLevel::Low, {} }, { 4, RiskLevel::Low, {} },
-            { 5, RiskLevel::Low, {} } };
-        QCOMPARE(TransactionDao().updateAutoRisks(results), 1);
-        QCOMPARE(rows(u"SELECT id FROM transactions WHERE risk_level = 'low'"_s),
-            QStringList { u"1"_s });
-    }
-
     void anOverrideReplacesTheAutomaticLevelUntilItIsReleased()
     {
         QVERIFY(addLedger());
@@ -351,7 +300,7 @@ private slots:
         QVERIFY(!dao.findById(1));
         QCOMPARE(dao.lastError(), u"no such table: transactions Unable to execute statement"_s);
         for (int statement = 0; statement < 2; ++statement)
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^SQL error: no such table"_s));
+            expectWarnings({ u"SQL error: no such table"_s });
         QVERIFY(dao.search({}).isEmpty());
         QCOMPARE(dao.projectTotals(1).count, qint64 { 0 });
     }
