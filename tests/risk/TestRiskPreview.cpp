@@ -40,21 +40,13 @@ private slots:
         QCOMPARE(incomplete.text, preview.text + incompleteHint);
     }
 
-    void transfersAreToldOfTheFullEvaluation_data()
-    {
-        addColumns<Category, bool>("category", "told");
-        for (const Category category : allValues<Category>())
-            addCase(qPrintable(codeOf(category)), category,
-                QStringList { u"expense_reimburse"_s, u"shareholder_in"_s, u"shareholder_out"_s }
-                    .contains(codeOf(category)));
-    }
-
     void transfersAreToldOfTheFullEvaluation()
     {
-        QFETCH(Category, category);
-        QFETCH(bool, told);
-        QCOMPARE(
-            riskPreview({}, category, true).text, nothingFound + (told ? frequencyHint : u""_s));
+        const QStringList told { u"expense_reimburse"_s, u"shareholder_in"_s,
+            u"shareholder_out"_s };
+        for (const Category category : allValues<Category>())
+            QCOMPARE(riskPreview({}, category, true).text,
+                nothingFound + (told.contains(codeOf(category)) ? frequencyHint : u""_s));
     }
 
     void remarksFollowEachOther()
