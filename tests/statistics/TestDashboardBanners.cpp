@@ -34,23 +34,6 @@ class TestDashboardBanners final : public TestCase {
 private slots:
     void allIsWell() { QVERIFY(DashboardBanners::noticesOf(goodFacts()).isEmpty()); }
 
-    void namesAreRequired_data()
-    {
-        addColumns<QString, QString>("company", "shareholder");
-        addCase("no company", u" 　"_s, u"林岚"_s);
-        addCase("no shareholder", u"杭州山岚设计有限公司"_s, QString());
-    }
-
-    void namesAreRequired()
-    {
-        QFETCH(QString, company);
-        QFETCH(QString, shareholder);
-        Facts facts = goodFacts();
-        facts.profile.companyName = company;
-        facts.profile.shareholderName = shareholder;
-        QCOMPARE(kindsOf(facts), QList<Kind> { Kind::ProfileIncomplete });
-    }
-
     void backupsGrowOld_data()
     {
         addColumns<QString, QList<Kind>, QString>("last", "kinds", "days");

@@ -47,14 +47,6 @@ private slots:
         QTEST(textOf(rangeOf(period, day(today))), "range");
     }
 
-    void periodsHaveLabels()
-    {
-        QStringList labels;
-        for (const Period period : allValues<Period>())
-            labels += labelOf(period);
-        QCOMPARE(labels.join(u' '), u"本月 上月 本季 本年 上年 全部"_s);
-    }
-
     void rangesAreComparedFairly_data()
     {
         addColumns<QString, QString, QString, QString>("from", "to", "today", "ranges");
@@ -101,19 +93,14 @@ private slots:
             "ranges");
     }
 
-    void openRangesAreNotCompared_data()
-    {
-        QTest::addColumn<DateRange>("range");
-        addCase("everything", DateRange());
-        addCase("without end", DateRange { QDate(2025, 1, 1), {} });
-        addCase("without beginning", DateRange { {}, QDate(2025, 1, 1) });
-        addCase("the wrong way round", DateRange { QDate(2025, 1, 2), QDate(2025, 1, 1) });
-    }
-
     void openRangesAreNotCompared()
     {
-        QFETCH(DateRange, range);
-        QVERIFY(!comparedRanges(range, QDate(2025, 11, 21)));
+        const QDate today(2025, 11, 21);
+        const QDate day(2025, 1, 1);
+        QVERIFY(!comparedRanges({}, today));
+        QVERIFY(!comparedRanges({ day, {} }, today));
+        QVERIFY(!comparedRanges({ {}, day }, today));
+        QVERIFY2(!comparedRanges({ day.addDays(1), day }, today), "the wrong way round");
     }
 };
 

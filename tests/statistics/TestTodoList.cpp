@@ -61,17 +61,48 @@ class TestTodoList final : public TestCase {
 private slots:
     void aCleanLedgerAsksForNothing() { QVERIFY(TodoList::itemsOf(cleanFacts()).isEmpty()); }
 
-    void highRiskEntriesOpenTheLedger()
+    void countsSayWhereToLook()
     {
         Facts facts = cleanFacts();
         facts.highRiskCount = 3;
+        facts.profile.largeAmountFen = 2'000'050;
+        facts.largeEntriesWithoutVoucher = { 9, 4 };
+        facts.entriesLastYear = 1;
+        facts.unlinkedVouchers = 2;
         const auto items = TodoList::itemsOf(facts);
-        QCOMPARE(items.size(), 1);
-        QCOMPARE(items.first().kind, Kind::HighRiskEntries);
-        QCOMPARE(items.first().severity, NoticeLevel::Danger);
-        QCOMPARE(items.first().title, u"3 笔高风险流水待处理"_s);
-        QCOMPARE(items.first().target, TodoList::Target::Ledger);
-        QCOMPARE(items.first().parameters, (QVariantMap { { u"risk"_s, u"high"_s } }));
+        QCOMPARE(items.size(), 4);
+        QCOMPARE(items[0].title, u"3 笔高风险流水待处理"_s);
+        QCOMPARE(items[0].severity, NoticeLevel::Danger);
+        QCOMPARE(items[0].target, TodoList::Target::Ledger);
+        QCOMPARE(items[0].parameters, (QVariantMap { { u"risk"_s, u"high"_s } }));
+        QCOMPARE(items[1].title, u"2 笔大额流水没有凭证"_s);
+        QVERIFY(items[1].text.contains(u"20,000.50 元"_s));
+        QCOMPARE(items[1].target, TodoList::Target::Ledger);
+        QCOMPARE(idsOf(items[1]), (QList<qint64> { 9, 4 }));
+        QCOMPARE(items[2].title, u"缺少 2024 年度股东决定书"_s);
+        QCOMPARE(items[2].target, TodoList::Target::AnnualDecision);
+        QCOMPARE(items[2].parameters, (QVariantMap { { u"year"_s, 2024 } }));
+        QCOMPARE(items[3].title, u"2 张凭证还没有关联"_s);
+        QCOMPARE(items[3].target, TodoList::Target::Vouchers);
+        QCOMPARE(items[3].parameters, (QVariantMap { { u"linked"_s, u"none"_s } }));
+    }
+
+    void aDecidedYearIsNotAskedForAgain()
+    {
+        Facts facts = cleanFacts();
+        facts.entriesLastYear = 9;
+        facts.hasAnnualDecisionLastYear = true;
+        QVERIFY(TodoList::itemsOf(facts).isEmpty());
+    }
+
+    void noThresholdMakesNoLargeEntries()
+    {
+        Facts facts = cleanFacts();
+        facts.largeEntriesWithoutVoucher = { 1 };
+        for (const qint64 fen : { -1, 0, 1 }) {
+            facts.profile.largeAmountFen = fen;
+            QCOMPARE(TodoList::itemsOf(facts).size(), fen > 0 ? 1 : 0);
+        }
     }
 
     void uncoveredTransfersAskForADecision_data()
@@ -124,31 +155,6 @@ private slots:
         const auto items = TodoList::itemsOf(facts);
         QCOMPARE(items.size(), 1);
         QCOMPARE(idsOf(items.first()), (QList<qint64> { 1, 3, 4 }));
-    }
-
-    void lastYearsDecisionIsMissing_data()
-    {
-        addColumns<qint64, bool, bool>("entries", "exists", "asked");
-        addCase("no entries", qint64 { 0 }, false, false);
-        addCase("one entry, no decision", qint64 { 1 }, false, true);
-        addCase("decided", qint64 { 9 }, true, false);
-    }
-
-    void lastYearsDecisionIsMissing()
-    {
-        QFETCH(qint64, entries);
-        QFETCH(bool, exists);
-        QFETCH(bool, asked);
-        Facts facts = cleanFacts();
-        facts.entriesLastYear = entries;
-        facts.hasAnnualDecisionLastYear = exists;
-        const auto items = TodoList::itemsOf(facts);
-        QCOMPARE(items.size(), asked ? 1 : 0);
-        if (!asked)
-            return;
-        QCOMPARE(items.first().title, u"缺少 2024 年度股东决定书"_s);
-        QCOMPARE(items.first().target, TodoList::Target::AnnualDecision);
-        QCOMPARE(items.first().parameters, (QVariantMap { { u"year"_s, 2024 } }));
     }
 
     void statementsAgeInAYear_data()
@@ -336,48 +342,6 @@ private slots:
         for (const QString& word : { u"股东往来净额"_s, u"备用金、分红"_s, u"不属于欠款"_s,
                  u"归还"_s, u"2025 年 12 月 31 日"_s, u"咨询税务专业人士"_s })
             QVERIFY2(items.first().text.contains(word), qPrintable(items.first().text));
-    }
-
-    void looseVouchersOpenTheArchive()
-    {
-        Facts facts = cleanFacts();
-        facts.unlinkedVouchers = 2;
-        const auto items = TodoList::itemsOf(facts);
-        QCOMPARE(items.size(), 1);
-        QCOMPARE(items.first().title, u"2 张凭证还没有关联"_s);
-        QCOMPARE(items.first().target, TodoList::Target::Vouchers);
-        QCOMPARE(items.first().parameters, (QVariantMap { { u"linked"_s, u"none"_s } }));
-    }
-
-    void largeEntriesOpenTheLedger()
-    {
-        Facts facts = cleanFacts();
-        facts.profile.largeAmountFen = 2'000'050;
-        facts.largeEntriesWithoutVoucher = { 9, 4 };
-        const auto items = TodoList::itemsOf(facts);
-        QCOMPARE(items.size(), 1);
-        QCOMPARE(items.first().title, u"2 笔大额流水没有凭证"_s);
-        QVERIFY(items.first().text.contains(u"20,000.50 元"_s));
-        QCOMPARE(items.first().target, TodoList::Target::Ledger);
-        QCOMPARE(idsOf(items.first()), (QList<qint64> { 9, 4 }));
-    }
-
-    void noThresholdMakesNoLargeEntries_data()
-    {
-        addColumns<qint64, bool>("thresholdFen", "asked");
-        addCase("negative", qint64 { -1 }, false);
-        addCase("zero", qint64 { 0 }, false);
-        addCase("one fen", qint64 { 1 }, true);
-    }
-
-    void noThresholdMakesNoLargeEntries()
-    {
-        QFETCH(qint64, thresholdFen);
-        QFETCH(bool, asked);
-        Facts facts = cleanFacts();
-        facts.profile.largeAmountFen = thresholdFen;
-        facts.largeEntriesWithoutVoucher = { 1 };
-        QCOMPARE(!TodoList::itemsOf(facts).isEmpty(), asked);
     }
 
     void theGravestComesFirst()
