@@ -105,21 +105,13 @@ private slots:
                     ->contentHtml.contains(u"（六）其他独立性措施：聘请代理记账机构按月记账"_s));
     }
 
-    void anIncompleteProfileIsRefused_data()
-    {
-        QTest::addColumn<QString>("column");
-        QTest::newRow("no company") << u"company_name"_s;
-        QTest::newRow("no owner") << u"shareholder_name"_s;
-    }
-
     void anIncompleteProfileIsRefused()
     {
-        QFETCH(QString, column);
         const QList<qint64> ids = DocumentSamples::storeEntries(1);
         const auto stored = DocumentService().generateFundDecision(fundInput(ids));
         QVERIFY(stored.ok);
         const QByteArray pdf = TestFile::bytesOf(stored.filePath);
-        QCOMPARE(TestDatabase::run({ u"UPDATE company_profile SET "_s + column + u" = ' '"_s }),
+        QCOMPARE(TestDatabase::run({ u"UPDATE company_profile SET shareholder_name = ' '"_s }),
             QString());
         const QString error = u"公司档案不完整：请先填写公司名称与股东姓名再生成文书。"_s;
         DocumentService service;
@@ -277,19 +269,6 @@ private slots:
         QCOMPARE(after->docDate, before->docDate);
     }
 
-    void regeneratingReadsTheEntriesAgain()
-    {
-        const QList<qint64> ids = DocumentSamples::storeEntries(2);
-        const auto result = DocumentService().generateFundDecision(fundInput(ids));
-        auto entry = TransactionDao().findById(ids[0]);
-        entry->amountFen = 100;
-        QVERIFY(TransactionDao().update(*entry));
-        QVERIFY(DocumentService().regenerate(result.docId).ok);
-        QVERIFY(DocumentDao()
-                    .findById(result.docId)
-                    ->contentHtml.contains(u"金额合计人民币 24,692.34 元"_s));
-    }
-
     void regeneratingNeedsItsEntries()
     {
         const QList<qint64> ids = DocumentSamples::storeEntries(2);
@@ -322,19 +301,6 @@ private slots:
             QVERIFY2(
                 result.error.startsWith(u"文书记录读取失败："_s), qUtf8Printable(result.error));
         QCOMPARE(TestDatabase::run({ u"ALTER TABLE hidden RENAME TO documents"_s }), QString());
-    }
-
-    void deletingRemovesEverything()
-    {
-        const QList<qint64> ids = DocumentSamples::storeEntries(2);
-        const auto other = DocumentService().generateAnnualDecision(DocumentSamples::annualInput());
-        const auto result = DocumentService().generateFundDecision(fundInput(ids));
-        QVERIFY(other.ok && result.ok);
-        const auto deleted = DocumentService().deleteDocument(result.docId);
-        QVERIFY2(deleted.ok, qUtf8Printable(deleted.error));
-        QCOMPARE(documentCount(), u"1"_s);
-        QCOMPARE(row(u"SELECT COUNT(*) FROM entity_links"_s), u"0"_s);
-        QCOMPARE(exportedFiles(), QStringList { QFileInfo(other.filePath).fileName() });
     }
 };
 
