@@ -181,7 +181,6 @@ private slots:
         addCase("cut inside a page", u"cut"_s, u"：数据库文件不完整$"_s);
         addCase("another program's", u"CREATE TABLE t (x); PRAGMA user_version = 7;"_s,
             u"：不是本软件的数据库$"_s);
-        addCase("without a version", u"PRAGMA user_version = 0"_s, u"：不是本软件的数据库$"_s);
         addCase("without the profile table", u"DROP TABLE company_profile"_s,
             u"：不是本软件的数据库$"_s);
         addCase("without the ledger", u"DROP TABLE transactions"_s, u"：不是本软件的数据库$"_s);
