@@ -71,6 +71,7 @@ private slots:
     {
         Facts facts;
         facts.today = QDate(2025, 3, 31);
+        facts.profile.companyName = u"甲公司"_s; // of an owner without a name
         facts.selfCheckFailed = true;
         facts.isIncomplete = true;
         QCOMPARE(kindsOf(facts),
