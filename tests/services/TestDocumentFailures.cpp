@@ -25,7 +25,6 @@ namespace {
 /// A way in which a step fails, how it is brought about and undone.
 struct Fault {
     QString trigger; // SQL, may be empty
-    bool deferred = false; // the commit fails on a foreign key
     bool fullDisk = false;
     QString folderAt; // a folder in the place of this file
     bool fileAtExports = false;
