@@ -253,25 +253,18 @@ private slots:
             u"low|∅| 撤销 "_s);
     }
 
+    // Quotes, escapes and what is no text are in the corpus of the hostile tests.
     void reasonsAreReadFromAnyJson_data()
     {
         addColumns<QString, QStringList>("stored", "reasons");
-        addCase("empty array", u"'[]'"_s, QStringList());
         addCase("blank", u"'  '"_s, QStringList());
-        addCase("compact", u"'[\"甲，乙\",\"丙\"]'"_s, QStringList { u"甲，乙"_s, u"丙"_s });
-        addCase("blanks around", u"' [\"甲\"] '"_s, QStringList { u"甲"_s });
+        addCase("blanks around", u"' [\"甲，乙\"] '"_s, QStringList { u"甲，乙"_s });
         addCase("empty texts", u"'[\"\",\"\"]'"_s, QStringList { u""_s, u""_s });
         addCase("blank after the comma", u"'[\"甲\", \"乙\"]'"_s, QStringList { u"甲"_s, u"乙"_s });
-        addCase("escaped quotes and commas", u"'[\"甲\\\",\\\"乙\",\"丙\\\\\"]'"_s,
-            QStringList { u"甲\",\"乙"_s, u"丙\\"_s });
-        addCase("stray quote", u"'[\"甲\"乙\"]'"_s, QStringList());
         addCase("one text left open", u"'[\"甲\",\"]'"_s, QStringList());
         addCase("spread over lines", u"' [\n \"甲\" ,\n \"\\u4e59\" ]\n'"_s,
             QStringList { u"甲"_s, u"乙"_s });
-        addCase("broken", u"'[\"甲\", '"_s, QStringList());
         addCase("no array", u"'{\"a\": 1}'"_s, QStringList());
-        addCase("not only texts", u"'[\"甲\", 5, null]'"_s,
-            QStringList { u"甲"_s, QString(), QString() });
         addCase("as bytes", u"CAST('[\"甲\"]' AS BLOB)"_s, QStringList { u"甲"_s });
     }
 
