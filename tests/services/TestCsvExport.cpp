@@ -12,8 +12,6 @@
 
 using namespace Qt::StringLiterals;
 
-Q_DECLARE_METATYPE(TransactionFilter)
-
 namespace {
 
 const QByteArray mark = "\xEF\xBB\xBF";
@@ -74,27 +72,8 @@ private slots:
                   "\"官网, 二期\",2,高风险 *,原因一；原因二,\"第一行\r\n第二行\"\r\n");
     }
 
-    void aSearchIsWrittenLikeItsEntries_data()
-    {
-        addColumns<TransactionFilter, qsizetype>("filter", "entries");
-        const auto row = [](const char* name, const TransactionFilter& filter, qsizetype entries) {
-            addCase(name, filter, entries);
-        };
-        row("everything, damaged rows included", {}, 4);
-        row("a range of days", { .dateFrom = QDate(2025, 1, 1), .dateTo = QDate(2025, 1, 31) }, 1);
-        row("owner's account", { .owner = AccountType::Private }, 1);
-        row("category", { .category = Category::TaxFee }, 1);
-        row("level in force", { .risk = RiskLevel::High }, 1);
-        row("project", { .projectId = 1 }, 1);
-        row("keyword", { .keyword = u" _费 "_s }, 1);
-        row("the newest two", { .limit = 2 }, 2);
-        row("nothing found", { .keyword = u"没有"_s }, 0);
-    }
-
     void aSearchIsWrittenLikeItsEntries()
     {
-        QFETCH(TransactionFilter, filter);
-        QFETCH(qsizetype, entries);
 
         QCOMPARE(
             TestDatabase::run({ u"INSERT INTO projects (id, name, code, client_name) VALUES (1, "
@@ -117,14 +96,25 @@ private slots:
                 u"INSERT INTO entity_links (source_type, source_id, target_type, target_id) VALUES "
                 "('voucher', 1, 'transaction', 1), ('voucher', 2, 'transaction', 1)"_s }),
             QString());
-        const QList<Transaction> found = TransactionDao().search(filter);
-        QCOMPARE(found.size(), entries);
-        const auto result = CsvExport::exportSearch(filter, targetPath());
-        QVERIFY2(result.ok, qUtf8Printable(result.message));
-        QCOMPARE(result.entries, entries);
-        const QByteArray bytes = TestFile::bytesOf(targetPath());
-        QCOMPARE(bytes, ledgerOf(found));
-        QVERIFY(bytes.isValidUtf8());
+        const TransactionFilter filled { .dateFrom = QDate(2025, 1, 1),
+            .dateTo = QDate(2025, 1, 31),
+            .owner = AccountType::Private,
+            .category = Category::BusinessIncome,
+            .risk = RiskLevel::High,
+            .projectId = 1 };
+        const QList<std::pair<TransactionFilter, qsizetype>> searches { { {}, 4 }, { filled, 1 },
+            { { .keyword = u" _费 "_s }, 1 }, { { .limit = 2 }, 2 },
+            { { .keyword = u"没有"_s }, 0 } };
+        for (const auto& [filter, entries] : searches) {
+            const QList<Transaction> found = TransactionDao().search(filter);
+            QCOMPARE(found.size(), entries);
+            const auto result = CsvExport::exportSearch(filter, targetPath());
+            QVERIFY2(result.ok, qUtf8Printable(result.message));
+            QCOMPARE(result.entries, entries);
+            const QByteArray bytes = TestFile::bytesOf(targetPath());
+            QCOMPARE(bytes, ledgerOf(found));
+            QVERIFY(bytes.isValidUtf8());
+        }
     }
 
     void aLedgerThatCannotBeReadWritesNothing()

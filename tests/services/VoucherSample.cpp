@@ -56,6 +56,12 @@ QString levels()
     return TestDatabase::rows(u"SELECT risk_level FROM transactions ORDER BY id"_s).join(u' ');
 }
 
+QStringList refusing(const QString& event, const QString& how)
+{
+    return { u"CREATE TEMP TRIGGER no BEFORE %1 BEGIN SELECT RAISE(%2, 'refused'); END"_s.arg(
+        event, how) };
+}
+
 QStringList failingCommit(const QString& event)
 {
     return { u"CREATE TABLE late (id INTEGER REFERENCES projects(id) DEFERRABLE INITIALLY "
