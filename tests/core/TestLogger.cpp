@@ -105,6 +105,7 @@ private slots:
         const QtMessageHandler tests = qInstallMessageHandler(silentHandler);
         Logger::install();
         std::vector<std::thread> threads;
+        threads.reserve(threadCount);
         for (int thread = 0; thread < threadCount; ++thread)
             threads.emplace_back([thread] {
                 for (int line = 0; line < lineCount; ++line)

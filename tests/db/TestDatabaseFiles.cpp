@@ -45,13 +45,13 @@ public:
     }
     QString databasePath() const { return m_root + u"/data/brixa.db"_s; }
     QStringList copies() const { return QDir(m_root + u"/data/backups"_s).entryList(QDir::Files); }
-    bool protect() { return QFile::setPermissions(databasePath(), everybody); }
-    bool unprotect()
+    bool protect() const { return QFile::setPermissions(databasePath(), everybody); }
+    bool unprotect() const
     {
         return QFile::setPermissions(
             databasePath(), everybody | QFile::WriteOwner | QFile::WriteOther);
     }
-    bool setFolderWritable(bool writable)
+    bool setFolderWritable(bool writable) const
     {
         const auto enter = everybody | QFile::ExeOwner | QFile::ExeOther;
         return QFile::setPermissions(
@@ -174,7 +174,7 @@ private slots:
                      AppPaths::databasePath(), u"PRAGMA journal_mode = "_s + journalMode),
             journalMode);
         const QByteArray bytes = TestFile::bytesOf(AppPaths::databasePath());
-        Outpost outpost(u"readonly"_s, bytes);
+        const Outpost outpost(u"readonly"_s, bytes);
         QVERIFY(outpost.protect());
 
         const QStringList output = outpost.output(u"guest"_s);
@@ -197,7 +197,7 @@ private slots:
         healthyFile();
         QCOMPARE(TestDatabase::runOnFile(AppPaths::databasePath(), u"PRAGMA user_version = 2"_s),
             QString());
-        Outpost outpost(u"older"_s, TestFile::bytesOf(AppPaths::databasePath()));
+        const Outpost outpost(u"older"_s, TestFile::bytesOf(AppPaths::databasePath()));
         QVERIFY(outpost.protect());
         QCOMPARE(outpost.output(u"guest"_s).value(1), u"opened: 0 数据库文件为只读，无法升级"_s);
         QVERIFY(outpost.copies().isEmpty());
@@ -207,7 +207,7 @@ private slots:
     {
         // In a folder that cannot be written there is no place for the write-ahead log.
         const QByteArray bytes = healthyFile();
-        Outpost outpost(u"sealed"_s, bytes);
+        const Outpost outpost(u"sealed"_s, bytes);
         QVERIFY(outpost.protect() && outpost.setFolderWritable(false));
         const QStringList output = outpost.output(u"stranger"_s);
         QVERIFY(outpost.setFolderWritable(true));

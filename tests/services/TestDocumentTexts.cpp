@@ -275,22 +275,15 @@ private slots:
         QCOMPARE(DocumentRules::firstProblem(fund), unreadable);
     }
 
-    void columnsShareTheWidth_data()
-    {
-        using Widths = QList<qreal>;
-        addColumns<Widths, Widths>("wanted", "parts");
-        addCase("all modest", Widths { 10, 20 }, Widths { 25, 35 });
-        addCase("one asks for more", Widths { 10, 200 }, Widths { 10, 50 });
-        addCase(
-            "modest only after others were served", Widths { 5, 21, 200 }, Widths { 5, 21, 34 });
-        addCase("all ask for more", Widths { 90, 200 }, Widths { 30, 30 });
-        addCase("no columns", Widths {}, Widths {});
-    }
-
     void columnsShareTheWidth()
     {
-        QFETCH(QList<qreal>, wanted);
-        QTEST(TableColumns::parts(wanted, 60), "parts");
+        using Widths = QList<qreal>;
+        const auto parts = [](const Widths& wanted) { return TableColumns::parts(wanted, 60); };
+        QCOMPARE(parts({ 10, 20 }), (Widths { 25, 35 }));
+        QCOMPARE(parts({ 10, 200 }), (Widths { 10, 50 }));
+        QCOMPARE(parts({ 5, 21, 200 }), (Widths { 5, 21, 34 })); // once the first was served
+        QCOMPARE(parts({ 90, 200 }), (Widths { 30, 30 }));
+        QCOMPARE(parts({}), Widths());
     }
 };
 
