@@ -5,6 +5,7 @@
 #include "support/TestCase.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
+#include "support/Warnings.h"
 
 #include <QDir>
 #include <QFile>
@@ -131,8 +132,7 @@ private slots:
     void aFolderInTheFilesPlaceIsAnError()
     {
         QVERIFY(QDir().mkpath(AppPaths::databasePath()));
-        QTest::ignoreMessage(
-            QtCriticalMsg, QRegularExpression(u"^Cannot open database: .*unable"_s));
+        expectWarnings({ u"Cannot open database: .*unable"_s }, QtCriticalMsg);
         QVERIFY(!DatabaseManager::instance().open());
         QVERIFY(
             DatabaseManager::instance().lastError().contains(u"unable to open database file"_s));
@@ -146,8 +146,7 @@ private slots:
         QVERIFY(holder.waitForReadyRead());
         QCOMPARE(holder.readLine().trimmed(), QByteArray("locked"));
 
-        QTest::ignoreMessage(
-            QtCriticalMsg, QRegularExpression(u"^PRAGMA failed: .*database is locked"_s));
+        expectWarnings({ u"PRAGMA failed: .*database is locked"_s }, QtCriticalMsg);
         QVERIFY(!DatabaseManager::instance().open());
         QVERIFY(DatabaseManager::instance().lastError().contains(u"database is locked"_s));
         DatabaseManager::instance().close();

@@ -161,7 +161,7 @@ private slots:
         row("empty", u""_s, "");
         row("comma", u"a,b"_s, "\"a,b\"");
         row("quote", u"5\" 屏"_s, "\"5\"\" 屏\"");
-        row("quotes only", u"\"\""_s, "\"\"\"\"\"\"");
+        row("quotes only", u"\"\""_s, R"("""""")");
         row("line feed", u"a\nb"_s, "\"a\nb\"");
         row("carriage return at the end", u"a\r"_s, "\"a\r\"");
         row("blanks around", u" a "_s, " a ");
