@@ -10,6 +10,7 @@
 
 #include <QRegularExpression>
 
+#include <array>
 #include <map>
 #include <random>
 #include <set>
@@ -87,8 +88,8 @@ bool addLargeEntries(int count)
     return true;
 }
 
-constexpr Category candidates[]
-    = { Category::ShareholderIn, Category::ShareholderOut, Category::ExpenseReimburse };
+constexpr std::array candidates { Category::ShareholderIn, Category::ShareholderOut,
+    Category::ExpenseReimburse };
 
 // One entry of a random ledger, and what the rules say of it when they are read aloud.
 struct Case {
@@ -170,8 +171,8 @@ private:
     Case makeCase(int spread)
     {
         Case item;
-        item.entry = entry(QString(), candidates[pick(3)], pick(2) ? Direction::In : Direction::Out,
-            90 + pick(20));
+        item.entry = entry(QString(), candidates.at(static_cast<size_t>(pick(3))),
+            pick(2) ? Direction::In : Direction::Out, 90 + pick(20));
         item.entry.transDate = QDate(2025, 2, 20).addDays(pick(spread));
         if (pick(4) == 0)
             item.entry.category = pick(2) ? Category::BusinessIncome : Category::BusinessExpense;
@@ -318,7 +319,7 @@ private slots:
             RiskService().reevaluateAll();
             auto sizes = plainGroups(ledger, thresholds);
             for (size_t i = 0; i < ledger.size(); ++i) {
-                const auto id = static_cast<qint64>(i + 1);
+                const auto id = static_cast<qint64>(i) + 1;
                 QCOMPARE(autoRisk(id), plainRisk(ledger[i], sizes[i], thresholds));
                 const auto stored = TransactionDao().findById(id);
                 QCOMPARE(stored->riskLevel, ledger[i].override.value_or(stored->riskAutoLevel));
