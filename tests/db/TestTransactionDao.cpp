@@ -285,8 +285,7 @@ private slots:
             "SELECT * FROM transactions WHERE id = :id");
         QVERIFY(!dao.findById(1));
         QCOMPARE(dao.lastError(), u"no such table: transactions Unable to execute statement"_s);
-        for (int statement = 0; statement < 2; ++statement)
-            expectWarnings({ u"SQL error: no such table"_s });
+        expectWarnings(QStringList(2, u"SQL error: no such table"_s));
         QVERIFY(dao.search({}).isEmpty());
         QCOMPARE(dao.projectTotals(1).count, qint64 { 0 });
     }

@@ -9,9 +9,9 @@
 #include "support/DatabaseTestCase.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
+#include "support/Warnings.h"
 
 #include <QDir>
-#include <QRegularExpression>
 
 #include <limits>
 
@@ -292,9 +292,7 @@ private slots:
     void aReadThatFailsIsNotTakenForAMissingDocument()
     {
         QCOMPARE(TestDatabase::run({ u"ALTER TABLE documents RENAME TO hidden"_s }), QString());
-        const QRegularExpression noTable(u"^SQL error: no such table: documents"_s);
-        for (int i = 0; i < 3; ++i)
-            QTest::ignoreMessage(QtWarningMsg, noTable);
+        expectWarnings(QStringList(3, u"SQL error: no such table: documents"_s));
         DocumentService service;
         for (const DocumentResult& result :
             { service.regenerate(1), service.deleteDocument(1), service.restoreFile(1) })

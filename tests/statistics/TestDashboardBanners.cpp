@@ -32,8 +32,6 @@ class TestDashboardBanners final : public TestCase {
     Q_OBJECT
 
 private slots:
-    void allIsWell() { QVERIFY(DashboardBanners::noticesOf(goodFacts()).isEmpty()); }
-
     void backupsGrowOld_data()
     {
         addColumns<QString, QList<Kind>, QString>("last", "kinds", "days");

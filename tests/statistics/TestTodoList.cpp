@@ -59,8 +59,6 @@ class TestTodoList final : public TestCase {
     Q_OBJECT
 
 private slots:
-    void aCleanLedgerAsksForNothing() { QVERIFY(TodoList::itemsOf(cleanFacts()).isEmpty()); }
-
     void countsSayWhereToLook()
     {
         Facts facts = cleanFacts();
