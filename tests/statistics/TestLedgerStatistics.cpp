@@ -143,7 +143,7 @@ private slots:
         std::mt19937 random(3);
         for (int round = 0; round < 2'000; ++round) {
             const auto pick
-                = [&] { return static_cast<qint64>(random() % (1u << (random() % 20))); };
+                = [&] { return static_cast<qint64>(random() % (1U << (random() % 20))); };
             const RiskLevelCounts counts { pick(), pick(), pick(), pick() + 1 };
             const qint64 total = counts.high + counts.medium + counts.low + counts.normal;
             const auto shares = riskSharesOf(counts);

@@ -279,7 +279,7 @@ void StressJobs::regenerate()
     if (!ProfileDao().save(company))
         tellRefused(u"profile"_s, {});
     const QList<DocumentRecord> documents = DocumentDao().listWithoutContent();
-    const DocumentRecord document = documents.at(m_random.bounded(int(documents.size())));
+    const DocumentRecord& document = documents.at(m_random.bounded(int(documents.size())));
     const DocumentResult result = DocumentService().regenerate(document.id);
     if (!result.ok)
         return tellRefused(u"regenerate"_s, result.error);
