@@ -9,8 +9,6 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
-#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 using BackupSample::put;
