@@ -61,23 +61,18 @@ private slots:
         QVERIFY2(QDir(AppPaths::logsDir()).exists(), "the later folders are created all the same");
     }
 
-    void storedPathsCountFromTheDataDirectory_data()
-    {
-        addColumns<QString, QString>("path", "stored");
-        const QString data = AppPaths::dataDir();
-        addCase("inside", data + u"/voucher_assets/2025/a.jpg"_s, u"voucher_assets/2025/a.jpg"_s);
-        addCase("inside, other letter case", data.toUpper() + u"/exports/决定书.pdf"_s,
-            u"exports/决定书.pdf"_s);
-        addCase("outside", u"/tmp/a.pdf"_s, u"/tmp/a.pdf"_s);
-        addCase("a neighbour with the same beginning", data + u"2/a.pdf"_s, data + u"2/a.pdf"_s);
-        addCase("the directory itself", data, QString());
-        addCase("with detours", data + u"/exports/../logs/a.txt"_s, u"logs/a.txt"_s);
-    }
-
     void storedPathsCountFromTheDataDirectory()
     {
-        QFETCH(QString, path);
-        QTEST(AppPaths::toStored(path), "stored");
+        const QString data = AppPaths::dataDir();
+        QCOMPARE(AppPaths::toStored(data + u"/voucher_assets/2025/a.jpg"_s),
+            u"voucher_assets/2025/a.jpg"_s);
+        QCOMPARE(
+            AppPaths::toStored(data.toUpper() + u"/exports/决定书.pdf"_s), u"exports/决定书.pdf"_s);
+        QCOMPARE(AppPaths::toStored(u"/tmp/a.pdf"_s), u"/tmp/a.pdf"_s);
+        const QString neighbour = data + u"2/a.pdf"_s;
+        QCOMPARE(AppPaths::toStored(neighbour), neighbour);
+        QCOMPARE(AppPaths::toStored(data), QString());
+        QCOMPARE(AppPaths::toStored(data + u"/exports/../logs/a.txt"_s), u"logs/a.txt"_s);
     }
 
     void storedPathsResolve()
@@ -144,23 +139,19 @@ private slots:
         QVERIFY(!QFile::exists(path));
     }
 
-    void aStaleLockNeverKeepsTheOwnerOut_data()
-    {
-        QTest::addColumn<QByteArray>("left");
-        addCase("garbage", QByteArray("\x00\x01garbage", 9));
-        addCase("by another computer", QByteArray("1\nbrixa\nanother-computer\n\n\n"));
-        addCase("under a number that lives again",
-            QByteArray::number(QCoreApplication::applicationPid()) + "\ntest_core\n"
-                + QSysInfo::machineHostName().toUtf8() + "\n\n\n");
-    }
-
     void aStaleLockNeverKeepsTheOwnerOut()
     {
-        QFETCH(QByteArray, left);
+        const QByteArray ownNumber = QByteArray::number(QCoreApplication::applicationPid());
+        const QByteArray thisComputer = QSysInfo::machineHostName().toUtf8();
         const QString path = AppPaths::instanceLockPath();
-        QVERIFY(TestFile::put(path, left));
-        InstanceLock lock(path);
-        QCOMPARE(lock.acquire(), InstanceLock::Outcome::Acquired);
+        // Garbage, one by another computer, one under a number that lives again.
+        for (const QByteArray& left :
+            { QByteArray("\x00\x01garbage", 9), QByteArray("1\nbrixa\nanother-computer\n\n\n"),
+                ownNumber + "\ntest_core\n" + thisComputer + "\n\n\n" }) {
+            QVERIFY(TestFile::put(path, left));
+            InstanceLock lock(path);
+            QCOMPARE(lock.acquire(), InstanceLock::Outcome::Acquired);
+        }
     }
 
     void aLockThatCannotBeWrittenIsNotTakenForAnotherStart()

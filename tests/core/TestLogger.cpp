@@ -15,9 +15,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString logFile(QDate date = QDate::currentDate())
+QString logFile(QDate date = QDate::currentDate(), const QString& folder = AppPaths::logsDir())
 {
-    return u"%1/log_%2.txt"_s.arg(AppPaths::logsDir(), date.toString(u"yyyyMMdd"));
+    return u"%1/log_%2.txt"_s.arg(folder, date.toString(u"yyyyMMdd"));
 }
 
 QStringList linesOf(const QString& path)
@@ -47,7 +47,7 @@ QString helperLogsDir()
 
 QString helperLogFile()
 {
-    return u"%1/log_%2.txt"_s.arg(helperLogsDir(), QDate::currentDate().toString(u"yyyyMMdd"));
+    return logFile(QDate::currentDate(), helperLogsDir());
 }
 
 void silentHandler(QtMsgType, const QMessageLogContext&, const QString&) { }
@@ -105,6 +105,7 @@ private slots:
         const QtMessageHandler tests = qInstallMessageHandler(silentHandler);
         Logger::install();
         std::vector<std::thread> threads;
+        threads.reserve(threadCount);
         for (int thread = 0; thread < threadCount; ++thread)
             threads.emplace_back([thread] {
                 for (int line = 0; line < lineCount; ++line)

@@ -5,6 +5,7 @@
 #include "support/TestCase.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
+#include "support/Warnings.h"
 
 #include <QDir>
 #include <QFile>
@@ -45,13 +46,13 @@ public:
     }
     QString databasePath() const { return m_root + u"/data/brixa.db"_s; }
     QStringList copies() const { return QDir(m_root + u"/data/backups"_s).entryList(QDir::Files); }
-    bool protect() { return QFile::setPermissions(databasePath(), everybody); }
-    bool unprotect()
+    bool protect() const { return QFile::setPermissions(databasePath(), everybody); }
+    bool unprotect() const
     {
         return QFile::setPermissions(
             databasePath(), everybody | QFile::WriteOwner | QFile::WriteOther);
     }
-    bool setFolderWritable(bool writable)
+    bool setFolderWritable(bool writable) const
     {
         const auto enter = everybody | QFile::ExeOwner | QFile::ExeOther;
         return QFile::setPermissions(
@@ -131,8 +132,7 @@ private slots:
     void aFolderInTheFilesPlaceIsAnError()
     {
         QVERIFY(QDir().mkpath(AppPaths::databasePath()));
-        QTest::ignoreMessage(
-            QtCriticalMsg, QRegularExpression(u"^Cannot open database: .*unable"_s));
+        expectWarnings({ u"Cannot open database: .*unable"_s }, QtCriticalMsg);
         QVERIFY(!DatabaseManager::instance().open());
         QVERIFY(
             DatabaseManager::instance().lastError().contains(u"unable to open database file"_s));
@@ -146,8 +146,7 @@ private slots:
         QVERIFY(holder.waitForReadyRead());
         QCOMPARE(holder.readLine().trimmed(), QByteArray("locked"));
 
-        QTest::ignoreMessage(
-            QtCriticalMsg, QRegularExpression(u"^PRAGMA failed: .*database is locked"_s));
+        expectWarnings({ u"PRAGMA failed: .*database is locked"_s }, QtCriticalMsg);
         QVERIFY(!DatabaseManager::instance().open());
         QVERIFY(DatabaseManager::instance().lastError().contains(u"database is locked"_s));
         DatabaseManager::instance().close();
@@ -174,7 +173,7 @@ private slots:
                      AppPaths::databasePath(), u"PRAGMA journal_mode = "_s + journalMode),
             journalMode);
         const QByteArray bytes = TestFile::bytesOf(AppPaths::databasePath());
-        Outpost outpost(u"readonly"_s, bytes);
+        const Outpost outpost(u"readonly"_s, bytes);
         QVERIFY(outpost.protect());
 
         const QStringList output = outpost.output(u"guest"_s);
@@ -197,7 +196,7 @@ private slots:
         healthyFile();
         QCOMPARE(TestDatabase::runOnFile(AppPaths::databasePath(), u"PRAGMA user_version = 2"_s),
             QString());
-        Outpost outpost(u"older"_s, TestFile::bytesOf(AppPaths::databasePath()));
+        const Outpost outpost(u"older"_s, TestFile::bytesOf(AppPaths::databasePath()));
         QVERIFY(outpost.protect());
         QCOMPARE(outpost.output(u"guest"_s).value(1), u"opened: 0 数据库文件为只读，无法升级"_s);
         QVERIFY(outpost.copies().isEmpty());
@@ -207,7 +206,7 @@ private slots:
     {
         // In a folder that cannot be written there is no place for the write-ahead log.
         const QByteArray bytes = healthyFile();
-        Outpost outpost(u"sealed"_s, bytes);
+        const Outpost outpost(u"sealed"_s, bytes);
         QVERIFY(outpost.protect() && outpost.setFolderWritable(false));
         const QStringList output = outpost.output(u"stranger"_s);
         QVERIFY(outpost.setFolderWritable(true));

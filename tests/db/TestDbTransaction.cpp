@@ -2,10 +2,9 @@
 #include "db/DbTransaction.h"
 #include "support/DatabaseTestCase.h"
 #include "support/TestDatabase.h"
+#include "support/Warnings.h"
 
 #include <memory>
-
-#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
@@ -56,16 +55,6 @@ private slots:
         QCOMPARE(storedCodes(), u"A"_s);
     }
 
-    void whatIsNotCommittedIsTakenBack()
-    {
-        {
-            const DbTransaction transaction;
-            QVERIFY(addProject(u"A"_s));
-        }
-        QCOMPARE(storedCodes(), QString());
-        QVERIFY(nothingIsOpen());
-    }
-
     void innerGuardsAreSavepoints_data()
     {
         addColumns<bool, bool, bool, QString>("outer", "inner", "innermost", "stored");
@@ -109,8 +98,7 @@ private slots:
         DbTransaction transaction;
         QVERIFY(addProject(u"A"_s));
         QCOMPARE(TestDatabase::run({ u"INSERT INTO late VALUES (99)"_s }), QString());
-        QTest::ignoreMessage(QtWarningMsg,
-            QRegularExpression(u"^Transaction commit failed: FOREIGN KEY constraint failed"_s));
+        expectWarnings({ u"Transaction commit failed: FOREIGN KEY constraint failed"_s });
         QVERIFY(!transaction.commit());
         QVERIFY(!transaction.isOpen());
         QVERIFY(transaction.lastError().contains(u"FOREIGN KEY constraint failed"_s));
@@ -145,10 +133,8 @@ private slots:
             QVERIFY2(!inner.isOpen(), "it would commit on its own");
             QVERIFY(!inner.lastError().isEmpty());
         }
-        QTest::ignoreMessage(
-            QtWarningMsg, QRegularExpression(u"^Transaction commit failed: .*no transaction"_s));
-        QTest::ignoreMessage(
-            QtWarningMsg, QRegularExpression(u"^Transaction rollback failed: .*no transaction"_s));
+        expectWarnings({ u"Transaction commit failed: .*no transaction"_s,
+            u"Transaction rollback failed: .*no transaction"_s });
         QVERIFY(!outer.commit());
         QCOMPARE(storedCodes(), QString());
         QVERIFY(nothingIsOpen());

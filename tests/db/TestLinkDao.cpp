@@ -3,6 +3,7 @@
 #include "db/Stored.h"
 #include "support/DatabaseTestCase.h"
 #include "support/TestDatabase.h"
+#include "support/Warnings.h"
 
 using namespace Qt::StringLiterals;
 using TestDatabase::row;
@@ -27,53 +28,33 @@ class TestLinkDao final : public DatabaseTestCase {
     Q_OBJECT
 
 private slots:
-    void allowedPairsAreLinked_data()
-    {
-        addColumns<SourceType, TargetType, QString>("source", "target", "pair");
-        addCase("voucher to project", Voucher, Project, u"voucher project"_s);
-        addCase("voucher to contract", Voucher, Contract, u"voucher contract"_s);
-        addCase("voucher to entry", Voucher, Transaction, u"voucher transaction"_s);
-        addCase("document to project", Document, Project, u"document project"_s);
-        addCase("document to entry", Document, Transaction, u"document transaction"_s);
-    }
-
     void allowedPairsAreLinked()
     {
-        QFETCH(SourceType, source);
-        QFETCH(TargetType, target);
-        QVERIFY(link(source, 5'000'000'001, target, 6'000'000'002));
-        const auto links = LinkDao().linksBySource(source, 5'000'000'001);
-        QCOMPARE(links.size(), 1);
-        const EntityLink& found = links.first();
+        QVERIFY(link(Voucher, 5'000'000'001, Project, 6'000'000'002)
+            && link(Voucher, 5, Contract, 9) && link(Voucher, 5, Transaction, 9)
+            && link(Document, 5, Project, 9) && link(Document, 5, Transaction, 8));
+        QCOMPARE(rows(allLinks),
+            (QStringList { u"voucher|5000000001|project|6000000002"_s, u"voucher|5|contract|9"_s,
+                u"voucher|5|transaction|9"_s, u"document|5|project|9"_s,
+                u"document|5|transaction|8"_s }));
+        const EntityLink found = LinkDao().linksBySource(Voucher, 5'000'000'001).value(0);
         QCOMPARE(found.id, qint64 { 1 });
-        QTEST(QString(codeOf(found.sourceType) + u' ' + codeOf(found.targetType)), "pair");
+        QVERIFY(found.sourceType == Voucher && found.targetType == Project);
         QCOMPARE(found.sourceId, qint64 { 5'000'000'001 });
         QCOMPARE(found.targetId, qint64 { 6'000'000'002 });
         QCOMPARE(found.createdAt, row(u"SELECT created_at FROM entity_links"_s));
     }
 
-    void otherPairsAreRejected_data()
-    {
-        addColumns<SourceType, qint64, TargetType, qint64, QString>(
-            "source", "sourceId", "target", "targetId", "pair");
-        addCase(
-            "document to contract", Document, 3LL, Contract, 4LL, u"document/3 -> contract/4"_s);
-        addCase("from no row", Voucher, 0LL, Project, 4LL, u"voucher/0 -> project/4"_s);
-        addCase("to no row", Voucher, 3LL, Transaction, -1LL, u"voucher/3 -> transaction/-1"_s);
-    }
-
     void otherPairsAreRejected()
     {
-        QFETCH(SourceType, source);
-        QFETCH(qint64, sourceId);
-        QFETCH(TargetType, target);
-        QFETCH(qint64, targetId);
-        QFETCH(QString, pair);
         LinkDao dao;
-        const QString line = u"Rejected entity_link combo: "_s + pair;
-        QTest::ignoreMessage(QtWarningMsg, qUtf8Printable(line));
-        QVERIFY(!dao.link(source, sourceId, target, targetId));
+        expectWarnings({ u"Rejected entity_link combo: document/3 -> contract/4$"_s,
+            u"Rejected entity_link combo: voucher/0 -> project/4$"_s,
+            u"Rejected entity_link combo: voucher/3 -> transaction/-1$"_s });
+        QVERIFY(!dao.link(Document, 3, Contract, 4));
         QCOMPARE(dao.lastError(), u"非法的关联组合"_s);
+        QVERIFY2(!dao.link(Voucher, 0, Project, 4), "from no row");
+        QVERIFY2(!dao.link(Voucher, 3, Transaction, -1), "to no row");
         QVERIFY(rows(allLinks).isEmpty());
     }
 

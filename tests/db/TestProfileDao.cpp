@@ -1,8 +1,7 @@
 #include "db/ProfileDao.h"
 #include "support/DatabaseTestCase.h"
 #include "support/TestDatabase.h"
-
-#include <QRegularExpression>
+#include "support/Warnings.h"
 
 using namespace Qt::StringLiterals;
 using TestDatabase::row;
@@ -26,8 +25,7 @@ private slots:
     {
         QCOMPARE(run({ u"DELETE FROM company_profile"_s }), QString());
         ProfileDao dao;
-        for (int write = 0; write < 5; ++write)
-            QTest::ignoreMessage(QtWarningMsg, "The profile row is missing: nothing was saved");
+        expectWarnings(QStringList(5, u"The profile row is missing: nothing was saved$"_s));
         QVERIFY(!dao.save({}));
         QCOMPARE(dao.lastError(), u"公司档案记录不存在，未能保存"_s);
         QVERIFY(!dao.confirmDisclaimer(u"V1"_s));
@@ -43,9 +41,7 @@ private slots:
                      u"ALTER TABLE company_profile RENAME TO hidden"_s }),
             QString());
         ProfileDao dao;
-        const QRegularExpression line(u"^SQL error: no such table: company_profile"_s);
-        QTest::ignoreMessage(QtWarningMsg, line);
-        QTest::ignoreMessage(QtWarningMsg, line);
+        expectWarnings(QStringList(2, u"SQL error: no such table: company_profile"_s));
         QVERIFY(!dao.find());
         QCOMPARE(dao.load().largeAmountFen, qint64 { 5'000'000 });
         QVERIFY(dao.lastError().startsWith(u"no such table"_s));

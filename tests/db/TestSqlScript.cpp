@@ -50,21 +50,15 @@ private slots:
         QTEST(SqlScript::splitStatements(script), "statements");
     }
 
-    void lineCommentsAreRemoved_data()
-    {
-        addColumns<QString, QString>("text", "stripped");
-        addCase("the line break stays", u"a -- b\nc"_s, u"a \nc"_s);
-        addCase("up to the end", u"a--b"_s, u"a"_s);
-        addCase("in single quotes", u"'--' '''--'"_s, u"'--' '''--'"_s);
-        addCase("in double quotes", u"\"--\" --x"_s, u"\"--\" "_s);
-        addCase("quotes in a comment", u"-- it's\n'a' -- b"_s, u"\n'a' "_s);
-        addCase("a single minus", u"1-1"_s, u"1-1"_s);
-    }
-
     void lineCommentsAreRemoved()
     {
-        QFETCH(QString, text);
-        QTEST(SqlScript::stripLineComments(text), "stripped");
+        const auto stripped = SqlScript::stripLineComments;
+        QCOMPARE(stripped(u"a -- b\nc"_s), u"a \nc"_s);
+        QCOMPARE(stripped(u"a--b"_s), u"a"_s);
+        QCOMPARE(stripped(u"'--' '''--'"_s), u"'--' '''--'"_s);
+        QCOMPARE(stripped(u"\"--\" --x"_s), u"\"--\" "_s);
+        QCOMPARE(stripped(u"-- it's\n'a' -- b"_s), u"\n'a' "_s);
+        QCOMPARE(stripped(u"1-1"_s), u"1-1"_s);
     }
 };
 

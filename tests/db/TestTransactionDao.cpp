@@ -4,13 +4,11 @@
 #include "db/TransactionDao.h"
 #include "support/DatabaseTestCase.h"
 #include "support/TestDatabase.h"
-
-#include <QRegularExpression>
+#include "support/Warnings.h"
 
 using namespace Qt::StringLiterals;
 using Stored::idsOf;
 using TestDatabase::row;
-using TestDatabase::rows;
 using TestDatabase::run;
 
 Q_DECLARE_METATYPE(TransactionFilter)
@@ -77,16 +75,13 @@ private slots:
     {
         TransactionDao dao;
         Transaction entry { .transDate = QDate(2025, 1, 1) };
-        QTest::ignoreMessage(QtWarningMsg,
-            QRegularExpression(
-                u"^SQL error: CHECK constraint failed: amount_fen > 0 Unable to "
-                "fetch row \\| INSERT INTO transactions \\(trans_date, summary, "_s));
+        expectWarnings({ u"SQL error: CHECK constraint failed: amount_fen > 0 Unable to "
+                         "fetch row \\| INSERT INTO transactions \\(trans_date, summary, "_s });
         QVERIFY(!dao.insert(entry));
         QCOMPARE(entry.id, qint64 { 0 });
         QVERIFY(dao.lastError().startsWith(u"CHECK constraint failed"_s));
 
-        QTest::ignoreMessage(QtWarningMsg,
-            QRegularExpression(u"NOT NULL constraint failed: transactions.trans_date"_s));
+        expectWarnings({ u".*NOT NULL constraint failed: transactions.trans_date"_s });
         QVERIFY2(!add({ .amountFen = 1 }), "an entry without a date proves nothing");
     }
 
@@ -164,23 +159,6 @@ private slots:
         }
     }
 
-    void theEvaluationReadsWhatItLooksAt()
-    {
-        QVERIFY(addLedger());
-        QVERIFY(LinkDao().link(SourceType::Voucher, 8, TargetType::Transaction, 1));
-        const auto all = TransactionDao().search({});
-        const auto evaluated = TransactionDao().entriesToEvaluate();
-        QCOMPARE(idsOf(evaluated), idsOf(all));
-        for (qsizetype i = 0; i < all.size(); ++i) {
-            QCOMPARE(evaluated.at(i).direction, all.at(i).direction);
-            QCOMPARE(evaluated.at(i).amountFen, all.at(i).amountFen);
-            QCOMPARE(evaluated.at(i).ownerAccountType, all.at(i).ownerAccountType);
-            QCOMPARE(evaluated.at(i).category, all.at(i).category);
-            QCOMPARE(evaluated.at(i).note, all.at(i).note);
-            QCOMPARE(evaluated.at(i).voucherCount, all.at(i).voucherCount);
-        }
-    }
-
     void projectsAddUp()
     {
         const qint64 project = addProject(u"网站"_s);
@@ -198,29 +176,22 @@ private slots:
         QCOMPARE(none.incomeFen + none.expenseFen + none.count, qint64 { 0 });
     }
 
-    void categoriesAddUp_data()
-    {
-        addColumns<QDate, QDate, QString>("from", "to", "stats");
-        const QString income = u"business_income 2 1400 0;"_s;
-        const QString reimbursed = u"expense_reimburse 1 0 40;"_s;
-        const QString owner = u"shareholder_out 1 0 700;shareholder_in 1 300 0;"_s;
-        addCase(
-            "everything, largest turnover first", QDate(), QDate(), income + owner + reimbursed);
-        addCase("from a day on", QDate(2025, 1, 20), QDate(), owner + reimbursed);
-        addCase("up to a day", QDate(), QDate(2024, 12, 31), u"business_income 1 900 0;"_s);
-        addCase("a range without entries", QDate(2023, 1, 1), QDate(2023, 12, 31), QString());
-    }
-
     void categoriesAddUp()
     {
-        QFETCH(QDate, from);
-        QFETCH(QDate, to);
         QVERIFY(addLedger());
-        QString text;
-        for (const CategoryStat& stat : TransactionDao().categoryStats(from, to))
-            text += u"%1 %2 %3 %4;"_s.arg(codeOf(stat.category), QString::number(stat.count),
-                QString::number(stat.incomeFen), QString::number(stat.expenseFen));
-        QTEST(text, "stats");
+        const auto stats = [](QDate from, QDate to) {
+            QString text;
+            for (const CategoryStat& stat : TransactionDao().categoryStats(from, to))
+                text += u"%1 %2 %3 %4;"_s.arg(codeOf(stat.category), QString::number(stat.count),
+                    QString::number(stat.incomeFen), QString::number(stat.expenseFen));
+            return text;
+        };
+        const QString others = u"shareholder_out 1 0 700;shareholder_in 1 300 0;"
+                               "expense_reimburse 1 0 40;"_s;
+        QCOMPARE(stats({}, {}), u"business_income 2 1400 0;"_s + others); // largest turnover first
+        QCOMPARE(stats({ 2025, 1, 20 }, {}), others);
+        QCOMPARE(stats({}, { 2024, 12, 31 }), u"business_income 1 900 0;"_s);
+        QCOMPARE(stats({ 2023, 1, 1 }, { 2023, 12, 31 }), QString());
     }
 
     void riskLevelsAreCounted()
@@ -264,35 +235,6 @@ private slots:
         QCOMPARE(row(u"SELECT risk_auto_level, risk_reasons FROM transactions"_s), u"normal|∅"_s);
     }
 
-    void manyLevelsAreStoredAtOnce()
-    {
-        QVERIFY(addLedger());
-        const QList<AutoRisk> results { { 1, RiskLevel::Low, { u"甲"_s } },
-            { 2, RiskLevel::Normal, {} }, { 3, RiskLevel::Medium, { u"乙"_s, u"丙"_s } } };
-        QCOMPARE(TransactionDao().updateAutoRisks(results), 3);
-        QCOMPARE(rows(u"SELECT risk_level, risk_auto_level, risk_reasons, "
-                      "risk_evaluated_at IS NULL FROM transactions ORDER BY id"_s),
-            (QStringList { u"low|low|[\"甲\"]|0"_s, u"normal|normal|∅|0"_s,
-                u"high|medium|[\"乙\",\"丙\"]|0"_s, u"normal|normal|∅|1"_s,
-                u"normal|normal|∅|1"_s }));
-    }
-
-    void manyLevelsStopAtTheFirstFailure()
-    {
-        QVERIFY(addLedger());
-        QCOMPARE(
-            run({ u"CREATE TEMP TRIGGER no BEFORE UPDATE ON transactions WHEN NEW.id = 4 BEGIN "
-                  "SELECT RAISE(ABORT, 'not this one'); END"_s }),
-            QString());
-        QTest::ignoreMessage(QtWarningMsg,
-            QRegularExpression(u"^SQL error: not this one .* \\| UPDATE transactions"_s));
-        const QList<AutoRisk> results { { 1, RiskLevel::Low, {} }, { 4, RiskLevel::Low, {} },
-            { 5, RiskLevel::Low, {} } };
-        QCOMPARE(TransactionDao().updateAutoRisks(results), 1);
-        QCOMPARE(rows(u"SELECT id FROM transactions WHERE risk_level = 'low'"_s),
-            QStringList { u"1"_s });
-    }
-
     void anOverrideReplacesTheAutomaticLevelUntilItIsReleased()
     {
         QVERIFY(addLedger());
@@ -311,25 +253,18 @@ private slots:
             u"low|∅| 撤销 "_s);
     }
 
+    // Quotes, escapes and what is no text are in the corpus of the hostile tests.
     void reasonsAreReadFromAnyJson_data()
     {
         addColumns<QString, QStringList>("stored", "reasons");
-        addCase("empty array", u"'[]'"_s, QStringList());
         addCase("blank", u"'  '"_s, QStringList());
-        addCase("compact", u"'[\"甲，乙\",\"丙\"]'"_s, QStringList { u"甲，乙"_s, u"丙"_s });
-        addCase("blanks around", u"' [\"甲\"] '"_s, QStringList { u"甲"_s });
+        addCase("blanks around", u"' [\"甲，乙\"] '"_s, QStringList { u"甲，乙"_s });
         addCase("empty texts", u"'[\"\",\"\"]'"_s, QStringList { u""_s, u""_s });
         addCase("blank after the comma", u"'[\"甲\", \"乙\"]'"_s, QStringList { u"甲"_s, u"乙"_s });
-        addCase("escaped quotes and commas", u"'[\"甲\\\",\\\"乙\",\"丙\\\\\"]'"_s,
-            QStringList { u"甲\",\"乙"_s, u"丙\\"_s });
-        addCase("stray quote", u"'[\"甲\"乙\"]'"_s, QStringList());
         addCase("one text left open", u"'[\"甲\",\"]'"_s, QStringList());
         addCase("spread over lines", u"' [\n \"甲\" ,\n \"\\u4e59\" ]\n'"_s,
             QStringList { u"甲"_s, u"乙"_s });
-        addCase("broken", u"'[\"甲\", '"_s, QStringList());
         addCase("no array", u"'{\"a\": 1}'"_s, QStringList());
-        addCase("not only texts", u"'[\"甲\", 5, null]'"_s,
-            QStringList { u"甲"_s, QString(), QString() });
         addCase("as bytes", u"CAST('[\"甲\"]' AS BLOB)"_s, QStringList { u"甲"_s });
     }
 
@@ -350,8 +285,7 @@ private slots:
             "SELECT * FROM transactions WHERE id = :id");
         QVERIFY(!dao.findById(1));
         QCOMPARE(dao.lastError(), u"no such table: transactions Unable to execute statement"_s);
-        for (int statement = 0; statement < 2; ++statement)
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^SQL error: no such table"_s));
+        expectWarnings(QStringList(2, u"SQL error: no such table"_s));
         QVERIFY(dao.search({}).isEmpty());
         QCOMPARE(dao.projectTotals(1).count, qint64 { 0 });
     }

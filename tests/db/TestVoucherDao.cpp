@@ -82,14 +82,6 @@ private slots:
         QCOMPARE(VoucherDao().countAll(), 4);
         QCOMPARE(VoucherDao().countUnlinked(), 2);
     }
-
-    void filesAreKnownByTheirContent()
-    {
-        QVERIFY(addArchive());
-        QVERIFY(VoucherDao().existsBySha256(u"abc123"_s));
-        QVERIFY(!VoucherDao().existsBySha256(u"abc124"_s));
-        QVERIFY2(addArchive(), "the same file may be archived again");
-    }
 };
 
 static const RegisteredTest<TestVoucherDao> registered;

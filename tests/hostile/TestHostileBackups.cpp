@@ -24,7 +24,7 @@ private slots:
     {
         DatabaseTestCase::init();
         QVERIFY(BackupSample::fill(u"旧"_s));
-        m_outside.reset(new QTemporaryDir);
+        m_outside = std::make_unique<QTemporaryDir>();
         QVERIFY(BackupSample::put(m_outside->filePath(u"private/letter"_s), "not ours"));
         const BackupResult backup = BackupService().backupTo(m_outside->path());
         QVERIFY2(backup.ok, qUtf8Printable(backup.message));

@@ -56,11 +56,11 @@ QByteArray hugePng(quint32 side)
     for (const int place : { 16, 20 })
         qToBigEndian<quint32>(side, bytes.data() + place);
     // The checksum of the head, as a program that makes such files would set it.
-    quint32 crc = ~0u;
+    quint32 crc = ~0U;
     for (const char byte : bytes.sliced(12, 17)) {
         crc ^= static_cast<unsigned char>(byte);
         for (int bit = 0; bit < 8; ++bit)
-            crc = (crc >> 1) ^ (crc & 1 ? 0xedb88320u : 0);
+            crc = (crc >> 1) ^ (crc & 1 ? 0xedb88320U : 0);
     }
     qToBigEndian<quint32>(~crc, bytes.data() + 29);
     return bytes;

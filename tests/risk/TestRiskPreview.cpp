@@ -4,8 +4,6 @@
 using namespace Qt::StringLiterals;
 using RiskRules::RiskResult;
 
-Q_DECLARE_METATYPE(RiskResult)
-
 namespace {
 
 const QString frequencyHint
@@ -19,42 +17,27 @@ class TestRiskPreview final : public TestCase {
     Q_OBJECT
 
 private slots:
-    void theLevelChoosesBannerAndHeading_data()
-    {
-        addColumns<RiskResult, NoticeLevel, QString>("result", "level", "text");
-        addCase("high", RiskResult { RiskLevel::High, { u"甲 %1"_s, u"乙"_s } },
-            NoticeLevel::Danger, u"保存后将标记为【高风险】：\n甲 %1\n乙"_s);
-        addCase("low", RiskResult { RiskLevel::Low, { u"丙"_s } }, NoticeLevel::Warning,
-            u"保存后将标记为【预警】：\n丙"_s);
-        addCase("normal", RiskResult(), NoticeLevel::Info, nothingFound);
-    }
-
     void theLevelChoosesBannerAndHeading()
     {
-        QFETCH(RiskResult, result);
-        const RiskPreview preview = riskPreview(result, Category::Other, true);
-        QTEST(preview.level, "level");
-        QTEST(preview.text, "text");
-        const RiskPreview incomplete = riskPreview(result, Category::Other, false);
-        QCOMPARE(incomplete.level, preview.level);
-        QCOMPARE(incomplete.text, preview.text + incompleteHint);
-    }
-
-    void transfersAreToldOfTheFullEvaluation_data()
-    {
-        addColumns<Category, bool>("category", "told");
-        for (const Category category : allValues<Category>())
-            addCase(qPrintable(codeOf(category)), category,
-                QStringList { u"expense_reimburse"_s, u"shareholder_in"_s, u"shareholder_out"_s }
-                    .contains(codeOf(category)));
+        const auto previewOf
+            = [](const RiskResult& result) { return riskPreview(result, Category::Other, true); };
+        const RiskPreview high = previewOf({ RiskLevel::High, { u"甲 %1"_s, u"乙"_s } });
+        QCOMPARE(high.level, NoticeLevel::Danger);
+        QCOMPARE(high.text, u"保存后将标记为【高风险】：\n甲 %1\n乙"_s);
+        const RiskPreview low = previewOf({ RiskLevel::Low, { u"丙"_s } });
+        QCOMPARE(low.level, NoticeLevel::Warning);
+        QCOMPARE(low.text, u"保存后将标记为【预警】：\n丙"_s);
+        QCOMPARE(previewOf({}).level, NoticeLevel::Info);
+        QCOMPARE(previewOf({}).text, nothingFound);
     }
 
     void transfersAreToldOfTheFullEvaluation()
     {
-        QFETCH(Category, category);
-        QFETCH(bool, told);
-        QCOMPARE(
-            riskPreview({}, category, true).text, nothingFound + (told ? frequencyHint : u""_s));
+        const QStringList told { u"expense_reimburse"_s, u"shareholder_in"_s,
+            u"shareholder_out"_s };
+        for (const Category category : allValues<Category>())
+            QCOMPARE(riskPreview({}, category, true).text,
+                nothingFound + (told.contains(codeOf(category)) ? frequencyHint : u""_s));
     }
 
     void remarksFollowEachOther()

@@ -7,6 +7,7 @@
 #include "support/FileSizeLimit.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
+#include "support/Warnings.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -24,7 +25,6 @@ namespace {
 /// A way in which a step fails, how it is brought about and undone.
 struct Fault {
     QString trigger; // SQL, may be empty
-    bool deferred = false; // the commit fails on a foreign key
     bool fullDisk = false;
     QString folderAt; // a folder in the place of this file
     bool fileAtExports = false;
@@ -132,19 +132,20 @@ private slots:
 
     void failedGenerationLeavesNothing_data()
     {
-        QTest::addColumn<Fault>("fault");
-        QTest::newRow("the row") << sqlFault(u"BEFORE INSERT ON documents"_s);
-        QTest::newRow("the second link")
-            << sqlFault(u"BEFORE INSERT ON entity_links WHEN NEW.target_id = 2"_s);
-        QTest::newRow("the row, with all that was open") << Fault { .trigger
-            = u"BEFORE INSERT ON documents BEGIN SELECT RAISE(ROLLBACK, 'forced'); END"_s,
-            .warnings = { "SQL error: .*forced", "Transaction rollback failed: " },
-            .error = u"forced"_s };
-        QTest::newRow("the commit") << commitFault(u"AFTER INSERT ON documents"_s);
-        QTest::newRow("the exports folder") << exportsIsAFile();
-        QTest::newRow("a folder in the place of the PDF")
-            << Fault { .folderAt = fundPath(), .error = exactly(cannotWrite()) };
-        QTest::newRow("the disk") << fullDisk();
+        addColumns<Fault>("fault");
+        addCase("the row", sqlFault(u"BEFORE INSERT ON documents"_s));
+        addCase(
+            "the second link", sqlFault(u"BEFORE INSERT ON entity_links WHEN NEW.target_id = 2"_s));
+        addCase("the row, with all that was open",
+            Fault { .trigger
+                = u"BEFORE INSERT ON documents BEGIN SELECT RAISE(ROLLBACK, 'forced'); END"_s,
+                .warnings = { "SQL error: .*forced", "Transaction rollback failed: " },
+                .error = u"forced"_s });
+        addCase("the commit", commitFault(u"AFTER INSERT ON documents"_s));
+        addCase("the exports folder", exportsIsAFile());
+        addCase("a folder in the place of the PDF",
+            Fault { .folderAt = fundPath(), .error = exactly(cannotWrite()) });
+        addCase("the disk", fullDisk());
     }
 
     void failedGenerationLeavesNothing()
@@ -172,11 +173,11 @@ private slots:
 
     void failedRegenerationKeepsTheOldPdf_data()
     {
-        QTest::addColumn<Fault>("fault");
-        QTest::newRow("the row") << sqlFault(u"BEFORE UPDATE ON documents"_s);
-        QTest::newRow("the commit") << commitFault(u"AFTER UPDATE ON documents"_s);
-        QTest::newRow("the exports folder") << exportsIsAFile();
-        QTest::newRow("the disk") << fullDisk();
+        addColumns<Fault>("fault");
+        addCase("the row", sqlFault(u"BEFORE UPDATE ON documents"_s));
+        addCase("the commit", commitFault(u"AFTER UPDATE ON documents"_s));
+        addCase("the exports folder", exportsIsAFile());
+        addCase("the disk", fullDisk());
     }
 
     void failedRegenerationKeepsTheOldPdf()
@@ -201,14 +202,15 @@ private slots:
         QVERIFY(DocumentService().regenerate(result.docId).ok);
         QCOMPARE(exportsContent().keys(), QStringList { fundName() });
         QVERIFY(exportsContent() != files);
+        QVERIFY(DocumentDao().findById(result.docId)->contentHtml.contains(u"改过的摘要"_s));
     }
 
     void failedDeletionKeepsEverything_data()
     {
-        QTest::addColumn<Fault>("fault");
-        QTest::newRow("the links") << sqlFault(u"BEFORE DELETE ON entity_links"_s);
-        QTest::newRow("the row") << sqlFault(u"BEFORE DELETE ON documents"_s);
-        QTest::newRow("the commit") << commitFault(u"AFTER DELETE ON documents"_s);
+        addColumns<Fault>("fault");
+        addCase("the links", sqlFault(u"BEFORE DELETE ON entity_links"_s));
+        addCase("the row", sqlFault(u"BEFORE DELETE ON documents"_s));
+        addCase("the commit", commitFault(u"AFTER DELETE ON documents"_s));
     }
 
     void failedDeletionKeepsEverything()
@@ -234,7 +236,7 @@ private slots:
     void aClosedDatabaseIsReported()
     {
         DatabaseManager::instance().close();
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"SQL error: .*company_profile"_s));
+        expectWarnings({ u".*SQL error: .*company_profile"_s });
         const DocumentResult result = generateFund();
         QVERIFY(!result.ok);
         QCOMPARE(result.error, u"数据库未打开"_s);

@@ -7,9 +7,9 @@
 #include "support/DatabaseTestCase.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
+#include "support/Warnings.h"
 
 #include <QDir>
-#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 using namespace FundDecisionFile;
@@ -31,7 +31,7 @@ private slots:
     void aFileWithoutARowIsPutAside()
     {
         QVERIFY(put(fundPath(), "signed and scanned"));
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"put aside: .*_旧_"_s));
+        expectWarnings({ u".*put aside: .*_旧_"_s });
         const DocumentResult result = generateFund();
         QVERIFY2(result.ok, qUtf8Printable(result.error));
         QVERIFY(bytesOf(result.filePath).startsWith("%PDF-"));
@@ -43,9 +43,9 @@ private slots:
 
     void anotherDocumentsFileIsPutAsideOnRegenerating_data()
     {
-        QTest::addColumn<bool>("scanned");
-        QTest::newRow("a document of the same number, whose row a restore took away") << false;
-        QTest::newRow("a signed copy, scanned over the PDF") << true;
+        addColumns<bool>("scanned");
+        addCase("a document of the same number, whose row a restore took away", false);
+        addCase("a signed copy, scanned over the PDF", true);
     }
 
     void anotherDocumentsFileIsPutAsideOnRegenerating()
@@ -68,7 +68,7 @@ private slots:
         }
         const QByteArray others = bytesOf(fundPath());
         const qint64 id = row(u"SELECT id FROM documents"_s).toLongLong();
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"put aside: .*_旧_"_s));
+        expectWarnings({ u".*put aside: .*_旧_"_s });
         const DocumentResult again = DocumentService().regenerate(id);
         QVERIFY2(again.ok, qUtf8Printable(again.error));
         QVERIFY(bytesOf(fundPath()) != others);
@@ -84,7 +84,7 @@ private slots:
     {
         const DocumentResult result = generateFund();
         QVERIFY(put(fundPath(), "%PDF-1.4 signed and scanned"));
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"put aside: .*_旧_"_s));
+        expectWarnings({ u".*put aside: .*_旧_"_s });
         QVERIFY(DocumentService().deleteDocument(result.docId).ok);
         QCOMPARE(row(u"SELECT COUNT(*) FROM documents"_s), u"0"_s);
         QCOMPARE(exportsContent().values(), QList<QByteArray> { "%PDF-1.4 signed and scanned" });
@@ -140,16 +140,14 @@ private slots:
     void anInterruptedRegenerationIsUndone_data()
     {
         // What lies at the PDF's place, and whether the former file takes it.
-        QTest::addColumn<bool>("formerIsScan");
-        QTest::addColumn<QString>("inPlace");
-        QTest::addColumn<bool>("undone");
-        QTest::newRow("before the row was committed") << false << u"new"_s << true;
-        QTest::newRow("the same over a signed copy") << true << u"new"_s << true;
-        QTest::newRow("after the commit, over a signed copy") << true << u"committed"_s << false;
-        QTest::newRow("and the PDF is gone") << false << u"nothing"_s << true;
-        QTest::newRow("before the PDF was replaced") << false << u"former"_s << false;
-        QTest::newRow("after the commit") << false << u"committed"_s << false;
-        QTest::newRow("and a signed copy was scanned over it since") << false << u"scan"_s << false;
+        addColumns<bool, QString, bool>("formerIsScan", "inPlace", "undone");
+        addCase("before the row was committed", false, u"new"_s, true);
+        addCase("the same over a signed copy", true, u"new"_s, true);
+        addCase("after the commit, over a signed copy", true, u"committed"_s, false);
+        addCase("and the PDF is gone", false, u"nothing"_s, true);
+        addCase("before the PDF was replaced", false, u"former"_s, false);
+        addCase("after the commit", false, u"committed"_s, false);
+        addCase("and a signed copy was scanned over it since", false, u"scan"_s, false);
     }
 
     void anInterruptedRegenerationIsUndone()
@@ -175,7 +173,7 @@ private slots:
         const auto before = exportsContent();
 
         if (inPlace == u"new"_s)
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"put aside: .*_旧_"_s));
+            expectWarnings({ u".*put aside: .*_旧_"_s });
         DocumentFiles::repair();
         QCOMPARE(exportsContent() == before, !undone);
         if (!undone)
@@ -190,7 +188,10 @@ private slots:
     void aMissingExportsFolderIsMade()
     {
         QVERIFY(QDir(AppPaths::exportsDir()).removeRecursively());
-        QVERIFY(generateFund().ok);
+        const DocumentResult result = generateFund();
+        QVERIFY(result.ok && QFile::exists(fundPath()));
+        QVERIFY(QDir(AppPaths::exportsDir()).removeRecursively());
+        QVERIFY(DocumentService().restoreFile(result.docId).ok);
         QVERIFY(QFile::exists(fundPath()));
     }
 
@@ -229,24 +230,18 @@ private slots:
         QCOMPARE(bytesOf(there), bytes);
     }
 
-    void pathsOfOtherSystemsAreUnderstood_data()
-    {
-        QTest::addColumn<QString>("stored");
-        QTest::addColumn<QString>("name");
-        QTest::newRow("Windows") << u"D:\\Brixa\\data\\exports\\a.pdf"_s << u"a.pdf"_s;
-        QTest::newRow("Unix") << u"/opt/brixa/data/exports/a.pdf"_s << u"a.pdf"_s;
-        QTest::newRow("nothing stored") << QString() << fundName();
-        QTest::newRow("a folder") << u"/opt/brixa/.."_s << fundName();
-    }
-
     void pathsOfOtherSystemsAreUnderstood()
     {
-        QFETCH(QString, stored);
-        QFETCH(QString, name);
-        const DocumentRecord record {
-            .docType = DocType::FundDecision, .docNo = u"KYR-FD-2025-0001"_s, .filePath = stored
+        const auto nameOf = [](const QString& stored) {
+            const QString path = DocumentFiles::documentFile({ .docType = DocType::FundDecision,
+                .docNo = u"KYR-FD-2025-0001"_s,
+                .filePath = stored });
+            return QDir(AppPaths::exportsDir()).relativeFilePath(path);
         };
-        QCOMPARE(DocumentFiles::documentFile(record), AppPaths::exportsDir() + u'/' + name);
+        QCOMPARE(nameOf(u"D:\\Brixa\\data\\exports\\a.pdf"_s), u"a.pdf"_s);
+        QCOMPARE(nameOf(u"/opt/brixa/data/exports/a.pdf"_s), u"a.pdf"_s);
+        QCOMPARE(nameOf({}), fundName());
+        QCOMPARE(nameOf(u"/opt/brixa/.."_s), fundName());
     }
 
     void aMissingPdfIsWrittenAgain()

@@ -1,5 +1,4 @@
 #include "core/AppPaths.h"
-#include "services/documents/DocumentFont.h"
 #include "services/documents/DocumentPdf.h"
 #include "services/DocumentSamples.h"
 #include "support/FileSizeLimit.h"
@@ -9,7 +8,6 @@
 #include "support/TestFile.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QRegularExpression>
 #include <QTextDocument>
 
@@ -70,16 +68,17 @@ class TestDocumentPdf final : public TestCase {
 private slots:
     void theTextLayerIsTheComposedText_data()
     {
-        QTest::addColumn<QString>("html");
-        QTest::newRow("annual decision") << DocumentSamples::annualHtml();
-        QTest::newRow("fund decision of three entries") << fundHtml(3);
-        QTest::newRow("fund decision over many sheets") << fundHtml(60);
-        QTest::newRow("lines over many sheets")
-            << DocumentSamples::annualHtml(QStringList(120, u"股东决定增加一项内部管理制度。"_s));
-        QTest::newRow("independence statement") << DocumentSamples::independenceHtml();
-        QTest::newRow("markup and signs") << DocumentSamples::annualHtml(
-            { u"<b>100%</b> &amp; \"A4\" %1 C3PO 2025年；"_s, u"第一行\r\n第二行"_s });
-        QTest::newRow("rare names") << DocumentSamples::annualHtml({ u"龢堃喆犇镕瓛翀燊赟"_s });
+        addColumns<QString>("html");
+        addCase("annual decision", DocumentSamples::annualHtml());
+        addCase("fund decision of three entries", fundHtml(3));
+        addCase("fund decision over many sheets", fundHtml(60));
+        addCase("lines over many sheets",
+            DocumentSamples::annualHtml(QStringList(120, u"股东决定增加一项内部管理制度。"_s)));
+        addCase("independence statement", DocumentSamples::independenceHtml());
+        addCase("markup and signs",
+            DocumentSamples::annualHtml(
+                { u"<b>100%</b> &amp; \"A4\" %1 C3PO 2025年；"_s, u"第一行\r\n第二行"_s }));
+        addCase("rare names", DocumentSamples::annualHtml({ u"龢堃喆犇镕瓛翀燊赟"_s }));
     }
 
     void theTextLayerIsTheComposedText()
@@ -91,8 +90,7 @@ private slots:
 
     void everyCommonCharacterIsReadBack_data()
     {
-        QTest::addColumn<int>("first");
-        QTest::addColumn<int>("last");
+        addColumns<int, int>("first", "last");
         constexpr int step = 0x800;
         for (int first = 0x4E00; first <= 0x9FA5; first += step)
             QTest::addRow("from U+%X", first) << first << qMin(first + step - 1, 0x9FA5);
@@ -137,12 +135,11 @@ private slots:
 
     void everySheetIsA4WithItsFooter_data()
     {
-        QTest::addColumn<QString>("html");
-        QTest::addColumn<int>("sheets");
-        QTest::newRow("one sheet") << DocumentSamples::independenceHtml() << 1;
-        QTest::newRow("three sheets") << fundHtml(25) << 3;
-        QTest::newRow("thirty sheets") << fundHtml(390) << 30;
-        QTest::newRow("an empty document") << QString() << 1;
+        addColumns<QString, int>("html", "sheets");
+        addCase("one sheet", DocumentSamples::independenceHtml(), 1);
+        addCase("three sheets", fundHtml(25), 3);
+        addCase("thirty sheets", fundHtml(390), 30);
+        addCase("an empty document", QString(), 1);
     }
 
     void everySheetIsA4WithItsFooter()
@@ -165,18 +162,18 @@ private slots:
 
     void nothingLeavesItsPlace_data()
     {
-        QTest::addColumn<QString>("html");
-        QTest::newRow("a long table") << fundHtml(60);
-        QTest::newRow("many lines")
-            << DocumentSamples::annualHtml(QStringList(120, u"股东决定增加一项内部管理制度。"_s));
+        addColumns<QString>("html");
+        addCase("a long table", fundHtml(60));
+        addCase("many lines",
+            DocumentSamples::annualHtml(QStringList(120, u"股东决定增加一项内部管理制度。"_s)));
         QList<Transaction> wide { DocumentSamples::entry(0), DocumentSamples::entry(1) };
         wide[0].summary = QString(90, u'W');
         wide[0].counterpartyName = QString(40, u'W');
         wide[0].amountFen = std::numeric_limits<qint64>::max() / 2;
         wide[1].summary = QString(200, u'摘');
-        QTest::newRow("words wider than their column") << DocumentSamples::fundHtml(wide);
+        addCase("words wider than their column", DocumentSamples::fundHtml(wide));
         wide[1].summary = QString(3000, u'摘');
-        QTest::newRow("a row taller than a sheet") << DocumentSamples::fundHtml(wide);
+        addCase("a row taller than a sheet", DocumentSamples::fundHtml(wide));
     }
 
     void nothingLeavesItsPlace()
@@ -289,45 +286,6 @@ private slots:
         QVERIFY(light == PdfTools::pictures(pdfPath(), 60));
     }
 
-    void missingFoldersAreCreated()
-    {
-        const QString path = AppPaths::exportsDir() + u"/2025/决定/a.pdf"_s;
-        QString error;
-        QVERIFY2(DocumentPdf::exportPdf(u"<p>甲</p>"_s, path, &error), qUtf8Printable(error));
-        QCOMPARE(PdfTools::info(path, u"Pages"_s), u"1"_s);
-    }
-
-    void aFailureKeepsTheOldFile_data()
-    {
-        QTest::addColumn<QString>("folderOrFile"); // what is made a folder, or a file, in its place
-        QTest::addColumn<bool>("isFolder");
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("error");
-        const QString base = AppPaths::exportsDir();
-        QTest::newRow("a folder in the file's place")
-            << base + u"/a.pdf"_s << true << base + u"/a.pdf"_s
-            << u"无法打开 PDF 输出文件："_s + base + u"/a.pdf"_s;
-        QTest::newRow("a file in the folder's place")
-            << base + u"/2025"_s << false << base + u"/2025/a.pdf"_s
-            << u"无法创建导出目录："_s + base + u"/2025"_s;
-    }
-
-    void aFailureKeepsTheOldFile()
-    {
-        QFETCH(QString, folderOrFile);
-        QFETCH(bool, isFolder);
-        QFETCH(QString, path);
-        QFETCH(QString, error);
-        QFile file(folderOrFile);
-        QVERIFY(isFolder ? QDir().mkpath(folderOrFile) : file.open(QIODevice::WriteOnly));
-        QString reported;
-        QVERIFY(!DocumentPdf::exportPdf(u"<p>甲</p>"_s, path, &reported));
-        QCOMPARE(reported, error);
-        QCOMPARE(
-            QDir(AppPaths::exportsDir()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(),
-            1);
-    }
-
     void aFullDiskKeepsTheOldFile()
     {
         QCOMPARE(exported(fundHtml(1)), QString());
@@ -340,17 +298,6 @@ private slots:
         QCOMPARE(error, u"无法打开 PDF 输出文件："_s + pdfPath());
         QCOMPARE(TestFile::bytesOf(pdfPath()), before);
         QCOMPARE(exported(fundHtml(2)), QString());
-    }
-
-    void theFontHasItsSubstitutes()
-    {
-        DocumentFont::registerSubstitutes();
-        const QFont font = DocumentFont::text();
-        QCOMPARE(font.family(), u"Microsoft YaHei"_s);
-        QCOMPARE(font.pointSizeF(), 10.5);
-        QCOMPARE(QFont::substitutes(font.family()).mid(0, 2),
-            (QStringList { u"wenquanyi micro hei"_s, u"noto sans cjk sc"_s }));
-        QCOMPARE(QFont::substitutes(font.family()).size(), 3);
     }
 };
 

@@ -2,15 +2,14 @@
 #include "services/documents/DocumentPdf.h"
 #include "services/documents/PageBreaks.h"
 #include "services/DocumentSamples.h"
+#include "support/ModalAnswerer.h"
 #include "support/PdfTools.h"
 #include "support/TestCase.h"
+#include "support/Warnings.h"
 
-#include <QApplication>
-#include <QDialog>
 #include <QDir>
 #include <QPageRanges>
 #include <QPrinter>
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
 using PageBreaks::Gap;
@@ -72,10 +71,10 @@ class TestDocumentPrint final : public TestCase {
 private slots:
     void aPrintedSheetLooksLikeThePdf_data()
     {
-        QTest::addColumn<int>("resolution");
-        QTest::newRow("as the system sets it") << 0;
-        QTest::newRow("a laser printer") << 600;
-        QTest::newRow("a fine printer") << 1200;
+        addColumns<int>("resolution");
+        addCase("as the system sets it", 0);
+        addCase("a laser printer", 600);
+        addCase("a fine printer", 1200);
     }
 
     void aPrintedSheetLooksLikeThePdf()
@@ -102,36 +101,25 @@ private slots:
         QVERIFY2(!printedPages().join(QString()).contains(u"本地生成"_s), "no footer on paper");
     }
 
-    void thePrinterGetsThePageOfDocuments()
+    void pagesAndTheirOrderAreThePrinters_data()
     {
-        QPrinter printer(QPrinter::PrinterResolution);
-        usePdfPrinter(printer);
-        const QPageLayout layout = printer.pageLayout();
-        QCOMPARE(layout.pageSize().id(), QPageSize::A4);
-        QCOMPARE(layout.orientation(), QPageLayout::Portrait);
-        QCOMPARE(layout.margins(QPageLayout::Millimeter), QMarginsF(25, 25, 25, 25));
+        addColumns<QString, QPrinter::PageOrder, QString>("range", "order", "pages");
+        addCase("chosen pages only", u"1,3"_s, QPrinter::FirstPageFirst, u"甲|丙"_s);
+        addCase("last page first", QString(), QPrinter::LastPageFirst, u"丙|乙|甲"_s);
     }
 
-    void chosenPagesOnly()
+    void pagesAndTheirOrderAreThePrinters()
     {
+        QFETCH(QString, range);
+        QFETCH(QPrinter::PageOrder, order);
         {
             QPrinter printer(QPrinter::PrinterResolution);
             usePdfPrinter(printer);
-            printer.setPageRanges(QPageRanges::fromString(u"1,3"_s));
+            printer.setPageRanges(QPageRanges::fromString(range));
+            printer.setPageOrder(order);
             QVERIFY(DocumentPdf::print(threePages(), printer));
         }
-        QCOMPARE(printedPages().join(u'|'), u"甲|丙"_s);
-    }
-
-    void lastPageFirst()
-    {
-        {
-            QPrinter printer(QPrinter::PrinterResolution);
-            usePdfPrinter(printer);
-            printer.setPageOrder(QPrinter::LastPageFirst);
-            QVERIFY(DocumentPdf::print(threePages(), printer));
-        }
-        QCOMPARE(printedPages().join(u'|'), u"丙|乙|甲"_s);
+        QTEST(printedPages().join(u'|'), "pages");
     }
 
     void aPrinterThatTakesNoJobIsAFailure()
@@ -139,49 +127,40 @@ private slots:
         QPrinter printer(QPrinter::PrinterResolution);
         usePdfPrinter(printer);
         printer.setOutputFileName(AppPaths::exportsDir());
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"QPdf|QPainter|print"_s));
+        expectWarnings({ u".*(QPdf|QPainter|print)"_s });
         QVERIFY(!DocumentPdf::print(threePages(), printer));
     }
 
     void decliningPrintsNothing()
     {
         const QStringList before = QDir::home().entryList(QDir::Files);
-        QString title;
-        QTimer::singleShot(0, this, [&title] {
-            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            if (!dialog)
-                return;
-            title = dialog->windowTitle();
-            dialog->reject();
-        });
+        const ModalAnswerer answerer([](QDialog* dialog) { dialog->reject(); });
         DocumentPdf::printHtml(threePages(), nullptr);
-        QCOMPARE(title, u"打印文书"_s);
+        QCOMPARE(answerer.seen().value(0).title, u"打印文书"_s);
         QCOMPARE(QDir::home().entryList(QDir::Files), before);
         QCOMPARE(QDir(AppPaths::exportsDir()).entryList(QDir::Files).size(), 0);
     }
 
     void sheetsAreCutAtGaps_data()
     {
-        QTest::addColumn<QList<Gap>>("gaps");
-        QTest::addColumn<double>("bottom");
-        QTest::addColumn<QString>("sheets");
-        const QList<Gap> even { { 40, 42, Gap::Free }, { 80, 82, Gap::Free },
-            { 120, 122, Gap::Free } };
-        QTest::newRow("all on one sheet") << even << 100.0 << u"0-100"_s;
-        QTest::newRow("as full as it gets") << even << 150.0 << u"0-80 82-150"_s;
-        QTest::newRow("forced though all fits")
-            << QList<Gap> { { 40, 42, Gap::Forced } } << 90.0 << u"0-40 42-90"_s;
-        QTest::newRow("the first forced gap counts") << QList<Gap> { { 20, 20, Gap::Forced },
-            { 40, 40, Gap::Forced }, { 90, 90, Gap::Free } }
-                                                     << 120.0 << u"0-20 20-40 40-120"_s;
-        QTest::newRow("what belongs together stays together") << QList<Gap> { { 40, 40, Gap::Free },
-            { 90, 90, Gap::Last } } << 120.0 << u"0-40 40-120"_s;
-        QTest::newRow("a row is torn last of all") << QList<Gap> { { 30, 30, Gap::Last },
-            { 90, 90, Gap::Torn } } << 120.0 << u"0-30 30-120"_s;
-        QTest::newRow("parted when nothing better fits") << QList<Gap> { { 30, 30, Gap::Last },
-            { 90, 90, Gap::Last } } << 120.0 << u"0-90 90-120"_s;
-        QTest::newRow("a gap that ends at the limit")
-            << QList<Gap> { { 100, 103, Gap::Free } } << 150.0 << u"0-100 103-150"_s;
+        addColumns<QList<Gap>, double, QString>("gaps", "bottom", "sheets");
+        const auto row = [](const char* name, const QList<Gap>& gaps, double bottom,
+                             const QString& sheets) { addCase(name, gaps, bottom, sheets); };
+        using enum Gap::Kind;
+        const QList<Gap> even { { 40, 42, Free }, { 80, 82, Free }, { 120, 122, Free } };
+        row("all on one sheet", even, 100, u"0-100"_s);
+        row("as full as it gets", even, 150, u"0-80 82-150"_s);
+        row("forced though all fits", { { 40, 42, Forced } }, 90, u"0-40 42-90"_s);
+        row("the first forced gap counts",
+            { { 20, 20, Forced }, { 40, 40, Forced }, { 90, 90, Free } }, 120,
+            u"0-20 20-40 40-120"_s);
+        row("what belongs together stays together", { { 40, 40, Free }, { 90, 90, Last } }, 120,
+            u"0-40 40-120"_s);
+        row("a row is torn last of all", { { 30, 30, Last }, { 90, 90, Torn } }, 120,
+            u"0-30 30-120"_s);
+        row("parted when nothing better fits", { { 30, 30, Last }, { 90, 90, Last } }, 120,
+            u"0-90 90-120"_s);
+        row("a gap that ends at the limit", { { 100, 103, Free } }, 150, u"0-100 103-150"_s);
     }
 
     void sheetsAreCutAtGaps()

@@ -9,9 +9,9 @@
 #include "support/DatabaseTestCase.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
+#include "support/Warnings.h"
 
 #include <QDir>
-#include <QRegularExpression>
 
 #include <limits>
 
@@ -105,21 +105,13 @@ private slots:
                     ->contentHtml.contains(u"（六）其他独立性措施：聘请代理记账机构按月记账"_s));
     }
 
-    void anIncompleteProfileIsRefused_data()
-    {
-        QTest::addColumn<QString>("column");
-        QTest::newRow("no company") << u"company_name"_s;
-        QTest::newRow("no owner") << u"shareholder_name"_s;
-    }
-
     void anIncompleteProfileIsRefused()
     {
-        QFETCH(QString, column);
         const QList<qint64> ids = DocumentSamples::storeEntries(1);
         const auto stored = DocumentService().generateFundDecision(fundInput(ids));
         QVERIFY(stored.ok);
         const QByteArray pdf = TestFile::bytesOf(stored.filePath);
-        QCOMPARE(TestDatabase::run({ u"UPDATE company_profile SET "_s + column + u" = ' '"_s }),
+        QCOMPARE(TestDatabase::run({ u"UPDATE company_profile SET shareholder_name = ' '"_s }),
             QString());
         const QString error = u"公司档案不完整：请先填写公司名称与股东姓名再生成文书。"_s;
         DocumentService service;
@@ -277,19 +269,6 @@ private slots:
         QCOMPARE(after->docDate, before->docDate);
     }
 
-    void regeneratingReadsTheEntriesAgain()
-    {
-        const QList<qint64> ids = DocumentSamples::storeEntries(2);
-        const auto result = DocumentService().generateFundDecision(fundInput(ids));
-        auto entry = TransactionDao().findById(ids[0]);
-        entry->amountFen = 100;
-        QVERIFY(TransactionDao().update(*entry));
-        QVERIFY(DocumentService().regenerate(result.docId).ok);
-        QVERIFY(DocumentDao()
-                    .findById(result.docId)
-                    ->contentHtml.contains(u"金额合计人民币 24,692.34 元"_s));
-    }
-
     void regeneratingNeedsItsEntries()
     {
         const QList<qint64> ids = DocumentSamples::storeEntries(2);
@@ -313,28 +292,13 @@ private slots:
     void aReadThatFailsIsNotTakenForAMissingDocument()
     {
         QCOMPARE(TestDatabase::run({ u"ALTER TABLE documents RENAME TO hidden"_s }), QString());
-        const QRegularExpression noTable(u"^SQL error: no such table: documents"_s);
-        for (int i = 0; i < 3; ++i)
-            QTest::ignoreMessage(QtWarningMsg, noTable);
+        expectWarnings(QStringList(3, u"SQL error: no such table: documents"_s));
         DocumentService service;
         for (const DocumentResult& result :
             { service.regenerate(1), service.deleteDocument(1), service.restoreFile(1) })
             QVERIFY2(
                 result.error.startsWith(u"文书记录读取失败："_s), qUtf8Printable(result.error));
         QCOMPARE(TestDatabase::run({ u"ALTER TABLE hidden RENAME TO documents"_s }), QString());
-    }
-
-    void deletingRemovesEverything()
-    {
-        const QList<qint64> ids = DocumentSamples::storeEntries(2);
-        const auto other = DocumentService().generateAnnualDecision(DocumentSamples::annualInput());
-        const auto result = DocumentService().generateFundDecision(fundInput(ids));
-        QVERIFY(other.ok && result.ok);
-        const auto deleted = DocumentService().deleteDocument(result.docId);
-        QVERIFY2(deleted.ok, qUtf8Printable(deleted.error));
-        QCOMPARE(documentCount(), u"1"_s);
-        QCOMPARE(row(u"SELECT COUNT(*) FROM entity_links"_s), u"0"_s);
-        QCOMPARE(exportedFiles(), QStringList { QFileInfo(other.filePath).fileName() });
     }
 };
 

@@ -26,8 +26,18 @@ QString info(const QString& label, const QString& value)
         + u"：</td><td style=\"font-size:10.5pt;\">"_s + value + u"</td></tr>"_s;
 }
 
-QString top(const QString& title, const QString& subtitle, const QString& rows)
+// Whose title the owner bears and what the day is called depends on the document.
+struct Names {
+    QString owner = u"股东（法定代表人）"_s;
+    QString day = u"决定日期"_s;
+};
+
+QString top(const QString& title, const QString& subtitle, const QString& day,
+    const QString& number, const Names& names = {})
 {
+    const QString rows = info(names.owner, u"林岚"_s)
+        + info(u"统一社会信用代码"_s, u"91350100M000100Y43"_s) + info(names.day, day)
+        + info(u"文书编号"_s, number);
     return u"<html><body style=\"font-family:'Microsoft YaHei';\"><p style=\"text-align:center; "
            "font-size:16pt; font-weight:bold; color:#000000;\">"_s
         + title + u"</p><p style=\"text-align:center; font-size:10.5pt; color:#4E5969;\">"_s
@@ -84,42 +94,22 @@ private slots:
         QCOMPARE(DocumentTexts::kindName(static_cast<DocType>(7)), u"法定文书"_s);
     }
 
-    void itemsAreNumberedInChinese_data()
-    {
-        QTest::addColumn<int>("number");
-        QTest::addColumn<QString>("text");
-        const QList<std::pair<int, QString>> known { { 1, u"（一）"_s }, { 9, u"（九）"_s },
-            { 10, u"（十）"_s }, { 11, u"（十一）"_s }, { 19, u"（十九）"_s },
-            { 20, u"（二十）"_s }, { 21, u"（二十一）"_s }, { 90, u"（九十）"_s },
-            { 99, u"（九十九）"_s }, { 100, u"（100）"_s } };
-        for (const auto& [number, text] : known)
-            QTest::addRow("%d", number) << number << text;
-    }
-
     void itemsAreNumberedInChinese()
     {
-        QFETCH(int, number);
-        QTEST(DocumentTexts::itemNumber(number), "text");
-    }
-
-    void usersTextsAreNeverMarkup_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("html");
-        QTest::newRow("plain") << u"林岚"_s << u"林岚"_s;
-        QTest::newRow("markup") << u"<b>\"A&B\"</b>"_s
-                                << u"&lt;b&gt;&quot;A&amp;B&quot;&lt;/b&gt;"_s;
-        QTest::newRow("places to be filled in") << u"100% %1"_s << u"100&#37; &#37;1"_s;
-        QTest::newRow("line breaks of all systems")
-            << u"a\nb\r\nc\rd"_s << u"a<br/>b<br/>c<br/>d"_s;
-        QTest::newRow("a line break that was typed as markup")
-            << u"a<br/>b"_s << u"a&lt;br/&gt;b"_s;
+        QStringList numbers;
+        for (const int number : { 1, 9, 10, 11, 19, 20, 21, 90, 99, 100 })
+            numbers += DocumentTexts::itemNumber(number);
+        QCOMPARE(numbers.join(QString()),
+            u"（一）（九）（十）（十一）（十九）（二十）（二十一）（九十）（九十九）（100）"_s);
     }
 
     void usersTextsAreNeverMarkup()
     {
-        QFETCH(QString, text);
-        QTEST(DocumentTemplates::escapedLines(text), "html");
+        const auto html = DocumentTemplates::escapedLines;
+        QCOMPARE(html(u"<b>\"A&B\"</b>"_s), u"&lt;b&gt;&quot;A&amp;B&quot;&lt;/b&gt;"_s);
+        QCOMPARE(html(u"100% %1"_s), u"100&#37; &#37;1"_s);
+        QCOMPARE(html(u"a\nb\r\nc\rd"_s), u"a<br/>b<br/>c<br/>d"_s);
+        QCOMPARE(html(u"a<br/>b"_s), u"a&lt;br/&gt;b"_s);
     }
 
     void theAnnualDecisionReads()
@@ -131,10 +121,7 @@ private slots:
             .decisionDate = { 2026, 3, 31 } });
         record.docNo = u"KYR-ND-2025-0001"_s;
         const QString expected = top(u"2025年度股东决定书"_s, u"甲&amp;乙 2025 年度"_s,
-                                     info(u"股东（法定代表人）"_s, u"林岚"_s)
-                                         + info(u"统一社会信用代码"_s, u"91350100M000100Y43"_s)
-                                         + info(u"决定日期"_s, u"2026-03-31"_s)
-                                         + info(u"文书编号"_s, u"KYR-ND-2025-0001"_s))
+                                     u"2026-03-31"_s, u"KYR-ND-2025-0001"_s)
             + heading(u"一、总则"_s)
             + paragraph(
                 u"甲&amp;乙 为一人有限责任公司，不设股东会。根据《中华人民共和国公司法》及公司"
@@ -154,10 +141,7 @@ private slots:
         second.summary = u"<i>摘要</i>"_s;
         second.ownerAccountType = AccountType::Private;
         const QString expected = top(u"公私资金往来决定书"_s, u"杭州山岚设计有限公司"_s,
-                                     info(u"股东（法定代表人）"_s, u"林岚"_s)
-                                         + info(u"统一社会信用代码"_s, u"91350100M000100Y43"_s)
-                                         + info(u"决定日期"_s, u"2025-06-30"_s)
-                                         + info(u"文书编号"_s, u"KYR-FD-2025-0001"_s))
+                                     u"2025-06-30"_s, u"KYR-FD-2025-0001"_s)
             + heading(u"一、往来性质与金额"_s)
             + paragraph(
                 u"经股东决定：公司资金转付股东，资金性质为<b>50&#37;备用金</b>，并约定于 "
@@ -198,11 +182,9 @@ private slots:
                 .measures = { u"甲"_s },
                 .furtherMeasures = u" 乙\n丙 "_s });
         record.docNo = u"KYR-DC-2025-0001"_s;
-        const QString expected = top(u"财产独立声明书"_s, u"杭州山岚设计有限公司"_s,
-                                     info(u"声明人（股东）"_s, u"林岚"_s)
-                                         + info(u"统一社会信用代码"_s, u"91350100M000100Y43"_s)
-                                         + info(u"声明基准日"_s, u"2025-12-31"_s)
-                                         + info(u"文书编号"_s, u"KYR-DC-2025-0001"_s))
+        const QString expected
+            = top(u"财产独立声明书"_s, u"杭州山岚设计有限公司"_s, u"2025-12-31"_s,
+                  u"KYR-DC-2025-0001"_s, { u"声明人（股东）"_s, u"声明基准日"_s })
             + heading(u"一、声明"_s)
             + paragraph(
                 u"声明人作为 杭州山岚设计有限公司（以下简称\"公司\"）的唯一股东，郑重声明：公司"
@@ -231,65 +213,50 @@ private slots:
                      .contains(u"其他独立性措施"_s));
     }
 
-    void annualInputIsChecked_data()
+    void inputIsChecked_data()
     {
-        QTest::addColumn<AnnualDecisionInput>("input");
-        QTest::addColumn<QString>("problem");
+        addColumns<QString, QString>("problem", "expected");
+        const auto row = [](const char* name, const QString& problem, const QString& expected) {
+            addCase(name, problem, expected);
+        };
+        const auto annual = [](int year, const QStringList& items, QDate date) {
+            return DocumentRules::firstProblem({ year, items, date }, 2026);
+        };
         const QStringList items { u"甲"_s };
         const QDate date(2026, 3, 31);
         const QString year = u"决定年份超出有效范围。"_s;
-        QTest::newRow("1999") << AnnualDecisionInput { 1999, items, date } << year;
-        QTest::newRow("2000") << AnnualDecisionInput { 2000, items, date } << QString();
-        QTest::newRow("this year") << AnnualDecisionInput { 2026, items, date } << QString();
-        QTest::newRow("next year") << AnnualDecisionInput { 2027, items, date } << year;
-        QTest::newRow("year before items") << AnnualDecisionInput { 0, {}, {} } << year;
-        QTest::newRow("items before date")
-            << AnnualDecisionInput { 2025, {}, {} } << u"请至少勾选一项决定事项。"_s;
-        QTest::newRow("no date") << AnnualDecisionInput { 2025, items, {} } << u"决定日期无效。"_s;
+        row("annual: 1999", annual(1999, items, date), year);
+        row("annual: 2000", annual(2000, items, date), {});
+        row("annual: this year", annual(2026, items, date), {});
+        row("annual: next year", annual(2027, items, date), year);
+        row("annual: year before items", annual(0, {}, {}), year);
+        row("annual: items before date", annual(2025, {}, {}), u"请至少勾选一项决定事项。"_s);
+        row("annual: no date", annual(2025, items, {}), u"决定日期无效。"_s);
+
+        FundDecisionInput fund = DocumentSamples::fundInput({ 1 });
+        row("fund: in order", DocumentRules::firstProblem(fund), {});
+        fund.decisionDate = {};
+        row("fund: no date", DocumentRules::firstProblem(fund), u"决定日期无效。"_s);
+        fund.fundNature = u" 　"_s;
+        row("fund: nature before date", DocumentRules::firstProblem(fund),
+            u"请选择或填写资金性质。"_s);
+        fund.transactionIds = {};
+        row("fund: entries first", DocumentRules::firstProblem(fund),
+            u"请至少勾选一笔资金流水。"_s);
+
+        IndependenceStatementInput statement = DocumentSamples::independenceInput();
+        row("statement: in order", DocumentRules::firstProblem(statement), {});
+        statement.measures = {};
+        row("statement: own words alone do not suffice", DocumentRules::firstProblem(statement),
+            u"请至少勾选一项独立性措施。"_s);
+        statement.baseDate = {};
+        row("statement: date first", DocumentRules::firstProblem(statement), u"声明基准日无效。"_s);
     }
 
-    void annualInputIsChecked()
+    void inputIsChecked()
     {
-        QFETCH(AnnualDecisionInput, input);
-        QTEST(DocumentRules::firstProblem(input, 2026), "problem");
-    }
-
-    void fundInputIsChecked_data()
-    {
-        QTest::addColumn<FundDecisionInput>("input");
-        QTest::addColumn<QString>("problem");
-        FundDecisionInput input = DocumentSamples::fundInput({ 1 });
-        QTest::newRow("in order") << input << QString();
-        input.decisionDate = {};
-        QTest::newRow("no date") << input << u"决定日期无效。"_s;
-        input.fundNature = u" 　"_s;
-        QTest::newRow("nature before date") << input << u"请选择或填写资金性质。"_s;
-        input.transactionIds = {};
-        QTest::newRow("entries first") << input << u"请至少勾选一笔资金流水。"_s;
-    }
-
-    void fundInputIsChecked()
-    {
-        QFETCH(FundDecisionInput, input);
-        QTEST(DocumentRules::firstProblem(input), "problem");
-    }
-
-    void independenceInputIsChecked_data()
-    {
-        QTest::addColumn<IndependenceStatementInput>("input");
-        QTest::addColumn<QString>("problem");
-        IndependenceStatementInput input = DocumentSamples::independenceInput();
-        QTest::newRow("in order") << input << QString();
-        input.measures = {};
-        QTest::newRow("own words alone do not suffice") << input << u"请至少勾选一项独立性措施。"_s;
-        input.baseDate = {};
-        QTest::newRow("date first") << input << u"声明基准日无效。"_s;
-    }
-
-    void independenceInputIsChecked()
-    {
-        QFETCH(IndependenceStatementInput, input);
-        QTEST(DocumentRules::firstProblem(input), "problem");
+        QFETCH(QString, problem);
+        QTEST(problem, "expected");
     }
 
     void selectionsAreReadBack()
@@ -308,22 +275,15 @@ private slots:
         QCOMPARE(DocumentRules::firstProblem(fund), unreadable);
     }
 
-    void columnsShareTheWidth_data()
-    {
-        QTest::addColumn<QList<qreal>>("wanted");
-        QTest::addColumn<QList<qreal>>("parts");
-        QTest::newRow("all modest") << QList<qreal> { 10, 20 } << QList<qreal> { 25, 35 };
-        QTest::newRow("one asks for more") << QList<qreal> { 10, 200 } << QList<qreal> { 10, 50 };
-        QTest::newRow("modest only after others were served")
-            << QList<qreal> { 5, 21, 200 } << QList<qreal> { 5, 21, 34 };
-        QTest::newRow("all ask for more") << QList<qreal> { 90, 200 } << QList<qreal> { 30, 30 };
-        QTest::newRow("no columns") << QList<qreal> {} << QList<qreal> {};
-    }
-
     void columnsShareTheWidth()
     {
-        QFETCH(QList<qreal>, wanted);
-        QTEST(TableColumns::parts(wanted, 60), "parts");
+        using Widths = QList<qreal>;
+        const auto parts = [](const Widths& wanted) { return TableColumns::parts(wanted, 60); };
+        QCOMPARE(parts({ 10, 20 }), (Widths { 25, 35 }));
+        QCOMPARE(parts({ 10, 200 }), (Widths { 10, 50 }));
+        QCOMPARE(parts({ 5, 21, 200 }), (Widths { 5, 21, 34 })); // once the first was served
+        QCOMPARE(parts({ 90, 200 }), (Widths { 30, 30 }));
+        QCOMPARE(parts({}), Widths());
     }
 };
 

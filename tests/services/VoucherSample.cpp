@@ -3,6 +3,7 @@
 #include "core/AppPaths.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
+#include "support/TestLedger.h"
 
 #include <QDir>
 
@@ -19,16 +20,13 @@ QString makeSource(const QString& name, const QByteArray& content)
 
 bool addEntries(int count)
 {
-    for (int i = 0; i < count; ++i) {
-        const QString error = TestDatabase::run(
-            { u"INSERT INTO transactions (trans_date, summary, direction, amount_fen, "
-              "owner_account_type, counterparty_name, counterparty_account_type, category) VALUES "
-              "('2025-03-01', '设备', 'out', 9000000, 'company', '供应商', 'company', "
-              "'business_expense')"_s });
-        if (!error.isEmpty())
-            return false;
-    }
-    return true;
+    using namespace TestLedger;
+    bool added = true;
+    for (int i = 0; i < count; ++i)
+        added = added
+            && add(entry(u"2025-03-01"_s, Category::BusinessExpense, Direction::Out, 9'000'000))
+                > 0;
+    return added;
 }
 
 qint64 archived(const QString& name, const QList<qint64>& transactionIds)
@@ -56,6 +54,12 @@ QString inventory()
 QString levels()
 {
     return TestDatabase::rows(u"SELECT risk_level FROM transactions ORDER BY id"_s).join(u' ');
+}
+
+QStringList refusing(const QString& event, const QString& how)
+{
+    return { u"CREATE TEMP TRIGGER no BEFORE %1 BEGIN SELECT RAISE(%2, 'refused'); END"_s.arg(
+        event, how) };
 }
 
 QStringList failingCommit(const QString& event)

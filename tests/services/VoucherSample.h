@@ -32,6 +32,9 @@ QString inventory();
 /// The levels of the entries in the order of their numbers.
 QString levels();
 
+/// Refuses such changes: "INSERT ON vouchers"; with ROLLBACK all that was open is lost.
+QStringList refusing(const QString& event, const QString& how = QStringLiteral("ABORT"));
+
 /// Makes every commit fail that comes after the writing of such a row: "INSERT ON vouchers".
 QStringList failingCommit(const QString& event);
 

@@ -1,14 +1,12 @@
 #include "core/TextRules.h"
 #include "db/DocumentDao.h"
-#include "db/ProfileDao.h"
 #include "db/TransactionDao.h"
 #include "services/figures/TodoList.h"
 #include "services/risk/RiskService.h"
 #include "support/DatabaseTestCase.h"
 #include "support/TestDatabase.h"
 #include "support/TestLedger.h"
-
-#include <QRegularExpression>
+#include "support/Warnings.h"
 
 using namespace Qt::StringLiterals;
 using TestLedger::add;
@@ -101,33 +99,11 @@ private slots:
         QVERIFY(!kinds().contains(Kind::LargeEntriesWithoutVoucher));
     }
 
-    void coverageClearsTheTransfers()
-    {
-        QVERIFY(addUntidyLedger());
-        QVERIFY(kinds().contains(Kind::UncoveredTransfers));
-        QVERIFY(TestLedger::addFundDecision({ 4 }));
-        QVERIFY(!kinds().contains(Kind::UncoveredTransfers));
-    }
-
-    void withoutAThresholdNothingIsLarge()
-    {
-        QVERIFY(addUntidyLedger());
-        ProfileDao profiles;
-        CompanyProfile profile = profiles.load();
-        profile.largeAmountFen = 0;
-        QVERIFY(profiles.save(profile));
-        const auto facts = TodoList::readFacts(today);
-        QVERIFY(!facts.isIncomplete);
-        QVERIFY(facts.largeEntriesWithoutVoucher.isEmpty());
-        QVERIFY(!kinds().contains(Kind::LargeEntriesWithoutVoucher));
-    }
-
     void whatCannotBeReadIsRemarked()
     {
         QVERIFY(addUntidyLedger());
         QCOMPARE(TestDatabase::run({ u"ALTER TABLE vouchers RENAME TO hidden"_s }), QString());
-        QTest::ignoreMessage(
-            QtWarningMsg, QRegularExpression(u"^SQL error: no such table: vouchers"_s));
+        expectWarnings({ u"SQL error: no such table: vouchers"_s });
         const auto facts = TodoList::readFacts(today);
         QVERIFY(facts.isIncomplete);
         QCOMPARE(facts.unlinkedVouchers, qint64 { 0 });

@@ -47,6 +47,15 @@ void tellRefused(const QString& what, const QString& reason)
     tell(u"refused"_s, what, reason);
 }
 
+void tellOutcome(
+    bool done, const QString& key, const QString& value, const QString& what, const QString& reason)
+{
+    if (done)
+        tellStored(key, value);
+    else
+        tellRefused(what, reason);
+}
+
 bool goOn(qsizetype, qsizetype)
 {
     return true;
@@ -201,10 +210,7 @@ void StressJobs::saveEntry()
     if (entry.id > 0)
         tellTry(entryKey(entry.id), entry.note);
     const auto result = EntryService::save(entry, without(wanted, before), without(before, wanted));
-    if (result.ok)
-        tellStored(entryKey(result.entryId), entry.note);
-    else
-        tellRefused(u"entry"_s, result.message);
+    tellOutcome(result.ok, entryKey(result.entryId), entry.note, u"entry"_s, result.message);
 }
 
 void StressJobs::importVouchers()
@@ -230,10 +236,8 @@ void StressJobs::editVoucher()
         .note = StressFacts::linksNote(entries) };
     tellTry(voucherKey(id), description.note);
     QString error;
-    if (VoucherService::updateVoucher(id, description, 0, entries, &error))
-        tellStored(voucherKey(id), description.note);
-    else
-        tellRefused(u"edit"_s, error);
+    const bool done = VoucherService::updateVoucher(id, description, 0, entries, &error);
+    tellOutcome(done, voucherKey(id), description.note, u"edit"_s, error);
 }
 
 void StressJobs::deleteVoucher()
@@ -242,10 +246,8 @@ void StressJobs::deleteVoucher()
     const qint64 id = oneOf(ownVouchers());
     tellTry(voucherKey(id), u"gone"_s);
     QString error;
-    if (VoucherService::deleteVoucher(id, &error))
-        tellStored(voucherKey(id), u"gone"_s);
-    else
-        tellRefused(u"unvoucher"_s, error);
+    const bool done = VoucherService::deleteVoucher(id, &error);
+    tellOutcome(done, voucherKey(id), u"gone"_s, u"unvoucher"_s, error);
 }
 
 void StressJobs::generate()
@@ -267,10 +269,7 @@ void StressJobs::generate()
         expect(DocType::IndependenceStatement);
         result = service.generateIndependenceStatement(DocumentSamples::independenceInput());
     }
-    if (result.ok)
-        tellStored(documentKey(result.docNo), u"*"_s);
-    else
-        tellRefused(u"generate"_s, result.error);
+    tellOutcome(result.ok, documentKey(result.docNo), u"*"_s, u"generate"_s, result.error);
 }
 
 void StressJobs::regenerate()
@@ -280,7 +279,7 @@ void StressJobs::regenerate()
     if (!ProfileDao().save(company))
         tellRefused(u"profile"_s, {});
     const QList<DocumentRecord> documents = DocumentDao().listWithoutContent();
-    const DocumentRecord document = documents.at(m_random.bounded(int(documents.size())));
+    const DocumentRecord& document = documents.at(m_random.bounded(int(documents.size())));
     const DocumentResult result = DocumentService().regenerate(document.id);
     if (!result.ok)
         return tellRefused(u"regenerate"_s, result.error);
@@ -296,19 +295,13 @@ void StressJobs::deleteDocument()
     const DocumentRecord document = DocumentDao().list().first();
     tellTry(documentKey(document.docNo), u"gone"_s);
     const DocumentResult result = DocumentService().deleteDocument(document.id);
-    if (result.ok)
-        tellStored(documentKey(document.docNo), u"gone"_s);
-    else
-        tellRefused(u"undocument"_s, result.error);
+    tellOutcome(result.ok, documentKey(document.docNo), u"gone"_s, u"undocument"_s, result.error);
 }
 
 void StressJobs::backup()
 {
     const BackupResult result = BackupService().backupTo(backupTarget(m_root));
-    if (result.ok)
-        tellStored(u"backup "_s + result.folder, u"whole"_s);
-    else
-        tellRefused(u"backup"_s, result.message);
+    tellOutcome(result.ok, u"backup "_s + result.folder, u"whole"_s, u"backup"_s, result.message);
 }
 
 void StressJobs::restore()

@@ -3,8 +3,8 @@
 #include <QRegularExpression>
 #include <QTest>
 
-void expectWarnings(const QStringList& patterns)
+void expectWarnings(const QStringList& patterns, QtMsgType type)
 {
     for (const QString& pattern : patterns)
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u'^' + pattern));
+        QTest::ignoreMessage(type, QRegularExpression(u'^' + pattern));
 }

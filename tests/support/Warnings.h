@@ -2,5 +2,6 @@
 
 #include <QStringList>
 
-/// Announces warnings of the program by regular expressions for their beginnings, in this order.
-void expectWarnings(const QStringList& patterns);
+/// Announces warnings of the program, or what is graver, by regular expressions for their
+/// beginnings, in this order.
+void expectWarnings(const QStringList& patterns, QtMsgType type = QtWarningMsg);

@@ -9,8 +9,6 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
-#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 using BackupSample::put;
@@ -33,6 +31,16 @@ class TestBackupPreview final : public DatabaseTestCase {
 
 private slots:
     void initTestCase() { QCoreApplication::setApplicationVersion(u"1.0.0"_s); }
+
+    void init()
+    {
+        DatabaseTestCase::init();
+        QVERIFY(BackupSample::fill(u"甲公司"_s));
+        m_target = std::make_unique<QTemporaryDir>();
+        const BackupResult result = BackupService().backupTo(m_target->path());
+        QVERIFY2(result.ok, qUtf8Printable(result.message));
+        m_backup = result.folder;
+    }
 
     void invalidFoldersAreRefused_data()
     {
@@ -71,11 +79,7 @@ private slots:
 
     void thePreviewTellsWhatIsInside()
     {
-        QVERIFY(BackupSample::fill(u"甲公司"_s));
-        const QTemporaryDir target;
-        const BackupResult result = BackupService().backupTo(target.path());
-        QVERIFY2(result.ok, qUtf8Printable(result.message));
-        const BackupPreview preview = BackupService::inspect(result.folder);
+        const BackupPreview preview = BackupService::inspect(m_backup);
         QVERIFY(preview.ok);
         QCOMPARE(preview.warnings, QStringList());
         QCOMPARE(preview.manifest.version, u"1.0.0"_s);
@@ -83,8 +87,8 @@ private slots:
         QCOMPARE(preview.manifest.time, ProfileDao().load().lastBackupAt);
         QCOMPARE(preview.manifest.voucherFiles, 5);
         QCOMPARE(preview.voucherFiles, 5);
-        qint64 bytes = QFileInfo(result.folder + u"/brixa.db"_s).size();
-        for (const QByteArray& file : tree(result.folder + u"/voucher_assets"_s))
+        qint64 bytes = QFileInfo(m_backup + u"/brixa.db"_s).size();
+        for (const QByteArray& file : tree(m_backup + u"/voucher_assets"_s))
             bytes += file.size();
         QCOMPARE(preview.bytes, bytes);
         QCOMPARE(preview.companyName, u"甲公司"_s);
@@ -96,18 +100,15 @@ private slots:
 
     void thePreviewLeavesTheFolderAsItIs()
     {
-        const QTemporaryDir target;
-        const BackupResult result = BackupService().backupTo(target.path());
-        QVERIFY2(result.ok, qUtf8Printable(result.message));
         // A database that asks for a log is the one that could leave one behind.
-        const QString database = result.folder + u"/brixa.db"_s;
+        const QString database = m_backup + u"/brixa.db"_s;
         QCOMPARE(TestDatabase::rowOfFile(database, u"PRAGMA journal_mode = WAL"_s), u"wal"_s);
-        const auto before = tree(result.folder);
-        const QDateTime modified = QFileInfo(result.folder).lastModified();
+        const auto before = tree(m_backup);
+        const QDateTime modified = QFileInfo(m_backup).lastModified();
         QTest::qWait(20);
-        QVERIFY(BackupService::inspect(result.folder).warnings.isEmpty());
-        QCOMPARE(tree(result.folder), before);
-        QCOMPARE(QFileInfo(result.folder).lastModified(), modified);
+        QVERIFY(BackupService::inspect(m_backup).warnings.isEmpty());
+        QCOMPARE(tree(m_backup), before);
+        QCOMPARE(QFileInfo(m_backup).lastModified(), modified);
     }
 
     void thePreviewWarns_data()
@@ -126,13 +127,10 @@ private slots:
     {
         QFETCH(QByteArray, manifest);
         QFETCH(bool, soundDatabase);
-        QVERIFY(BackupSample::fill(u"甲公司"_s));
-        const QTemporaryDir target;
-        const BackupResult result = BackupService().backupTo(target.path());
-        QVERIFY(put(result.folder + u"/backup_manifest.txt"_s, manifest));
+        QVERIFY(put(m_backup + u"/backup_manifest.txt"_s, manifest));
         if (!soundDatabase)
-            QVERIFY(put(result.folder + u"/brixa.db"_s, QByteArray(5000, 'x')));
-        const BackupPreview preview = BackupService::inspect(result.folder);
+            QVERIFY(put(m_backup + u"/brixa.db"_s, QByteArray(5000, 'x')));
+        const BackupPreview preview = BackupService::inspect(m_backup);
         QVERIFY(preview.ok);
         QFETCH(QString, warning);
         QCOMPARE(preview.warnings.size(), 1);
@@ -143,12 +141,9 @@ private slots:
 
     void thePreviewWarnsOfALog()
     {
-        const QTemporaryDir target;
-        const BackupResult result = BackupService().backupTo(target.path());
-        QVERIFY(result.ok);
-        QVERIFY(put(result.folder + u"/brixa.db-wal"_s, "entries"));
-        QVERIFY(put(result.folder + u"/brixa.db-journal"_s, QByteArray("")));
-        QCOMPARE(BackupService::inspect(result.folder).warnings,
+        QVERIFY(put(m_backup + u"/brixa.db-wal"_s, "entries"));
+        QVERIFY(put(m_backup + u"/brixa.db-journal"_s, QByteArray("")));
+        QCOMPARE(BackupService::inspect(m_backup).warnings,
             QStringList {
                 u"备份中的数据库带有未合并的日志，其中的内容不会被恢复：brixa.db-wal"_s });
     }
@@ -195,12 +190,13 @@ private slots:
     void thePreviewWarnsOfOtherDatabases()
     {
         QFETCH(QString, script);
-        const QTemporaryDir target;
-        const BackupResult result = BackupService().backupTo(target.path());
-        QVERIFY(result.ok);
-        QCOMPARE(TestDatabase::runOnFile(result.folder + u"/brixa.db"_s, script), QString());
-        QTEST(BackupService::inspect(result.folder).warnings.join(u'|'), "warning");
+        QCOMPARE(TestDatabase::runOnFile(m_backup + u"/brixa.db"_s, script), QString());
+        QTEST(BackupService::inspect(m_backup).warnings.join(u'|'), "warning");
     }
+
+private:
+    std::unique_ptr<QTemporaryDir> m_target;
+    QString m_backup;
 };
 
 static const RegisteredTest<TestBackupPreview> registered;
