@@ -72,21 +72,32 @@ DocumentLayout::DocumentLayout(
 void DocumentLayout::paint(QPainter& painter, int index) const
 {
     const PageBreaks::Sheet& sheet = m_sheets.at(index);
-    const qreal reach
-        = borderReachMm / 25.4 * m_document.documentLayout()->paintDevice()->logicalDpiY();
-    const QRectF content(0, sheet.top, m_sheetSize.width(), sheet.bottom - sheet.top);
     painter.save();
     painter.setPen(Qt::black);
-    painter.translate(0, -sheet.top);
+    if (sheet.head.height() > 0) {
+        paintStrip(painter, sheet.head);
+        painter.translate(0, sheet.head.height());
+    }
+    paintStrip(painter, sheet.content);
+    painter.restore();
+}
+
+void DocumentLayout::paintStrip(QPainter& painter, const PageBreaks::Strip& strip) const
+{
+    const qreal reach
+        = borderReachMm / 25.4 * m_document.documentLayout()->paintDevice()->logicalDpiY();
+    const QRectF content(0, strip.top, m_sheetSize.width(), strip.height());
+    painter.save();
+    painter.translate(0, -strip.top);
     painter.setClipRect(content.adjusted(-reach, -reach, reach, reach));
-    const qreal top = paintContinuation(painter, sheet);
-    if (top < sheet.bottom) {
+    const qreal top = paintContinuation(painter, strip);
+    if (top < strip.bottom) {
         QAbstractTextDocumentLayout::PaintContext context;
         context.palette = paperPalette();
         // Lines that only touch the edge are another sheet's: they would be invisible here, and
         // still stand in the text of the PDF.
         context.clip
-            = QRectF(0, top, content.width(), sheet.bottom - top).adjusted(0, 0.5, 0, -0.5);
+            = QRectF(0, top, content.width(), strip.bottom - top).adjusted(0, 0.5, 0, -0.5);
         m_document.documentLayout()->draw(&painter, context);
     }
     painter.restore();
@@ -94,16 +105,16 @@ void DocumentLayout::paint(QPainter& painter, int index) const
 
 // Line by line, because a layout that is asked to paint part of a paragraph paints the line above
 // that part as well.
-qreal DocumentLayout::paintContinuation(QPainter& painter, const PageBreaks::Sheet& sheet) const
+qreal DocumentLayout::paintContinuation(QPainter& painter, const PageBreaks::Strip& strip) const
 {
-    const auto found = m_continuations.find(sheet.top);
+    const auto found = m_continuations.find(strip.top);
     if (found == m_continuations.end())
-        return sheet.top;
+        return strip.top;
     const auto& [block, firstLine] = found->second;
     const QRectF box = m_document.documentLayout()->blockBoundingRect(block);
     for (int i = firstLine; i < block.layout()->lineCount(); ++i) {
         const QTextLine line = block.layout()->lineAt(i);
-        if (box.top() + line.y() < sheet.bottom - 0.5)
+        if (box.top() + line.y() < strip.bottom - 0.5)
             line.draw(&painter, box.topLeft());
     }
     return box.bottom();

@@ -11,8 +11,8 @@ class QPainter;
 class QPaintDevice;
 
 /// A document's HTML laid out on sheets of one size, the same for a PDF, a printer and a preview.
-/// Table rows are kept whole, a heading stays with what follows, and the lines for the signature
-/// with what is signed.
+/// Table rows are kept whole, the names of a table's columns stand above its rows on every
+/// sheet, a heading stays with what follows, and the lines for the signature with what is signed.
 class DocumentLayout final {
 public:
     /// Lays out for the resolution of `device`; the size of a sheet and the band that stays free
@@ -42,8 +42,10 @@ private:
         int firstLine = 0;
     };
 
-    /// Paints what the sheet shows of a paragraph begun earlier; where the next one begins.
-    qreal paintContinuation(QPainter& painter, const PageBreaks::Sheet& sheet) const;
+    /// Paints a part of the whole so that it begins at the painter's origin.
+    void paintStrip(QPainter& painter, const PageBreaks::Strip& strip) const;
+    /// Paints what the strip shows of a paragraph begun earlier; where the next one begins.
+    qreal paintContinuation(QPainter& painter, const PageBreaks::Strip& strip) const;
 
     SelfContained m_document;
     QSizeF m_sheetSize;

@@ -26,19 +26,22 @@ const Gap* bestGap(const QList<Gap>& gaps, qreal top, qreal limit)
 QList<Sheet> cut(const QList<Gap>& gaps, qreal top, qreal bottom, qreal height)
 {
     if (height <= 0)
-        return { { top, bottom } };
+        return { { { top, bottom }, {} } };
     QList<Sheet> sheets;
     qreal start = top;
+    Strip head;
     for (;;) {
-        const qreal limit = start + height;
+        const qreal limit = start + height - head.height();
         const bool restFits = bottom <= limit;
         const Gap* gap = bestGap(gaps, start, qMin(limit, bottom));
         if (restFits && !(gap && gap->kind == Gap::Forced)) {
-            sheets.append({ start, bottom });
+            sheets.append({ { start, bottom }, head });
             return sheets;
         }
-        sheets.append({ start, gap ? gap->end : limit });
+        sheets.append({ { start, gap ? gap->end : limit }, head });
         start = gap ? qMax(gap->end, gap->next) : limit;
+        if (gap)
+            head = gap->head.height() <= height / 3 ? gap->head : Strip();
     }
 }
 

@@ -57,6 +57,9 @@ void PageGaps::visitFrame(const QTextFrame* frame)
 void PageGaps::visitBlock(const QTextBlock& block)
 {
     const QRectF box = m_layout->blockBoundingRect(block);
+    // Qt ends a document after a table with an empty paragraph, which it lays over the last row.
+    if (!m_empty && block.text().isEmpty() && box.top() < m_bottom)
+        return;
     const QTextFormat::PageBreakFlags breaks = block.blockFormat().pageBreakPolicy();
     Gap::Kind before = m_keepWithNext ? Gap::Last : Gap::Free;
     if (m_forceNext || breaks & QTextFormat::PageBreak_AlwaysBefore)
@@ -84,14 +87,29 @@ void PageGaps::visitTable(QTextTable* table)
     for (int row = 1; row < table->rows(); ++row) {
         const qreal next = rowTop(table, row);
         addRow(table, row - 1, top, next, before);
+        if (row == 1 && hasHead(table))
+            m_head = { rowTop(table, 0), next };
         // The head of a table stays with its first entry, the total with the last one.
         const bool together = !ruled || row == 1 || row == table->rows() - 1;
         before = together ? Gap::Last : Gap::Free;
         top = next;
     }
     addRow(table, table->rows() - 1, top, box.bottom(), before);
+    m_head = {};
     m_forceNext = breaks & QTextFormat::PageBreak_AlwaysAfter;
     m_keepWithNext = false;
+}
+
+// Names of the columns, which the rows on the following sheets need too.
+bool PageGaps::hasHead(const QTextTable* table) const
+{
+    if (table->format().border() <= 0)
+        return false;
+    for (int column = 0; column < table->columns(); ++column) {
+        if (!isHeading(table->cellAt(0, column).firstCursorPosition().block()))
+            return false;
+    }
+    return true;
 }
 
 // In one piece, unless a cell is so long that the row may not fit on a sheet.
@@ -122,7 +140,7 @@ void PageGaps::addPiece(
     if (m_empty)
         m_top = top;
     else
-        m_places.append({ { qMin(m_bottom, top), top, gapBefore }, block, line });
+        m_places.append({ { qMin(m_bottom, top), top, gapBefore, m_head }, block, line });
     m_empty = false;
     m_bottom = bottom;
 }

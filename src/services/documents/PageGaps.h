@@ -33,6 +33,7 @@ private:
     void visitTable(QTextTable* table);
     void addRow(
         const QTextTable* table, int row, qreal top, qreal bottom, PageBreaks::Gap::Kind gapBefore);
+    bool hasHead(const QTextTable* table) const;
     void addPiece(qreal top, qreal bottom, PageBreaks::Gap::Kind gapBefore,
         const QTextBlock& block = {}, int line = 0);
     qreal rowTop(const QTextTable* table, int row) const;
@@ -45,4 +46,5 @@ private:
     bool m_empty = true;
     bool m_keepWithNext = false;
     bool m_forceNext = false;
+    PageBreaks::Strip m_head; // of the table whose rows are visited
 };
