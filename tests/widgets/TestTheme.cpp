@@ -100,12 +100,6 @@ private slots:
         QCOMPARE(icon.pixmap(QSize(24, 24), 2.0).size(), QSize(48, 48));
     }
 
-    void unknownIconIsReported()
-    {
-        QTest::ignoreMessage(QtWarningMsg, "There is no drawing :/brixa/icons/no-such-icon.svg");
-        QVERIFY(Icons::pixmap(u"no-such-icon", Token::Link, 24, 1.0).isNull());
-    }
-
     void logoIsDrawnAtEverySize()
     {
         for (const int size : { 16, 24, 32, 48, 64, 128, 256 }) {
