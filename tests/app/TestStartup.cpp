@@ -2,7 +2,6 @@
 #include "app/MainWindow.h"
 #include "app/Startup.h"
 #include "core/AppPaths.h"
-#include "core/InstanceLock.h"
 #include "core/Logger.h"
 #include "services/Password.h"
 #include "support/ModalAnswerer.h"
@@ -276,14 +275,6 @@ private slots:
         QCOMPARE(TestDatabase::rowOfFile(
                      AppPaths::databasePath(), u"SELECT risk_level FROM transactions"_s),
             u"low"_s);
-    }
-
-    void theLockEndsWithTheProgram()
-    {
-        QVERIFY(prepareFamiliarOwner());
-        QCOMPARE(runStartup().status, 0);
-        InstanceLock lock(AppPaths::instanceLockPath());
-        QCOMPARE(lock.acquire(), InstanceLock::Outcome::Acquired);
     }
 };
 
