@@ -6,6 +6,7 @@
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
+#include "support/TestLedger.h"
 
 #include <QComboBox>
 #include <QDir>
@@ -34,7 +35,7 @@ private slots:
     void init()
     {
         DatabaseTestCase::init();
-        QVERIFY(Sample::storeCompany());
+        QVERIFY(TestLedger::storeCompany());
     }
 
     void anAnnualDecisionIsStoredAsThePreviewShowedIt()

@@ -1,8 +1,8 @@
 #include "core/AppPaths.h"
-#include "db/ProjectDao.h"
 #include "db/TransactionDao.h"
 #include "dialogs/transaction/TransactionDialog.h"
 #include "support/DatabaseTestCase.h"
+#include "support/Hands.h"
 #include "support/InputMethod.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
@@ -13,30 +13,23 @@
 #include "widgets/DateEditor.h"
 #include "widgets/FileIntake.h"
 
-#include <QAccessible>
 #include <QClipboard>
 #include <QComboBox>
 #include <QCompleter>
-#include <QDropEvent>
 #include <QLineEdit>
-#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTableView>
 
 using namespace Qt::StringLiterals;
+using Hands::press;
 
 namespace {
 
 template <typename Widget> Widget* part(const QWidget& dialog, const QString& name)
 {
     return dialog.findChild<Widget*>(name);
-}
-
-void press(const QDialog& dialog, const QString& button)
-{
-    ModalAnswerer::buttonOf(&dialog, button)->click();
 }
 
 void fill(const QDialog& dialog)
@@ -54,11 +47,11 @@ QString preview(const QDialog& dialog)
 // The list of vouchers as the user reads it, a line each.
 QStringList vouchers(const QDialog& dialog)
 {
-    const QAbstractItemModel* model = part<QTableView>(dialog, u"attachedVouchers"_s)->model();
-    QStringList lines;
-    for (int row = 0; row < model->rowCount(); ++row)
-        lines += model->index(row, 0).data().toString() + u'|'
-            + model->index(row, 1).data().toString();
+    const auto* table = part<QTableView>(dialog, u"attachedVouchers"_s);
+    QStringList lines = Hands::column(table, 0);
+    const QStringList changes = Hands::column(table, 1);
+    for (qsizetype row = 0; row < lines.size(); ++row)
+        lines[row] += u'|' + changes.at(row);
     return lines;
 }
 
@@ -195,20 +188,16 @@ private slots:
 
     void anArchivedProjectStaysTheEntrysProject()
     {
-        Project project { .name = u"展厅 %1"_s,
-            .code = u"P-9"_s,
-            .clientName = u"甲"_s,
-            .status = ProjectStatus::Archived };
-        QVERIFY(ProjectDao().insert(project));
         Transaction entry = TestLedger::entry(u"2025-03-01"_s, Category::Other, Direction::Out);
-        entry.projectId = project.id;
+        entry.projectId = TestLedger::addProject(u"展厅 %1"_s, u"甲"_s, ProjectStatus::Archived);
         TransactionDialog dialog(TestLedger::add(entry));
         dialog.show();
         QCOMPARE(dialog.windowTitle(), u"编辑资金流水"_s);
-        QCOMPARE(
-            part<QComboBox>(dialog, u"project"_s)->currentText(), u"P-9 展厅 %1（历史项目）"_s);
+        QVERIFY(part<QComboBox>(dialog, u"project"_s)
+                    ->currentText()
+                    .endsWith(u" 展厅 %1（历史项目）"_s));
         press(dialog, u"保存"_s);
-        QCOMPARE(TransactionDao().findById(dialog.entryId())->projectId, project.id);
+        QCOMPARE(TransactionDao().findById(dialog.entryId())->projectId, entry.projectId);
         TransactionDialog other(qint64(0));
         QCOMPARE(part<QComboBox>(other, u"project"_s)->count(), 1);
     }
@@ -298,15 +287,8 @@ private slots:
         TransactionDialog dialog(qint64(0));
         dialog.show();
         QVERIFY(QTest::qWaitForWindowActive(&dialog));
-        QStringList names;
-        for (int i = 0; i < 10; ++i) {
-            names += dialog.focusWidget()->accessibleName();
-            QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
-        }
-        // A radio button is named by its own text.
-        QCOMPARE(names,
-            (QStringList { u"交易日期"_s, QString(), u"金额（元）"_s, u"本方账户"_s, u"资金分类"_s,
-                u"关联项目"_s, u"对方名称"_s, u"对方账户类型"_s, u"摘要"_s, u"备注"_s }));
+        QCOMPARE(Hands::namesByTab(dialog, 10).join(u' '),
+            u"交易日期 收入 金额（元） 本方账户 资金分类 关联项目 对方名称 对方账户类型 摘要 备注"_s);
     }
 
     void pickedVouchersAreAttachedAndMarkedOnesKept()
@@ -341,14 +323,7 @@ private slots:
         ModalAnswerer answers(u"保存入库"_s);
         answers.expectButton(u"确定"_s);
         auto* note = part<QPlainTextEdit>(dialog, u"note"_s);
-        QMimeData files;
-        files.setUrls({ QUrl::fromLocalFile(file) });
-        const Qt::DropActions actions = Qt::MoveAction | Qt::CopyAction;
-        QDragEnterEvent enter({ 20, 8 }, actions, &files, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(note, &enter);
-        QDropEvent drop({ 20, 8 }, actions, &files, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(note, &drop);
-        QVERIFY2(drop.dropAction() == Qt::CopyAction, "the sender keeps its file");
+        QVERIFY2(Hands::dropFiles(note, { file }), "the sender keeps its file");
         QTRY_COMPARE(vouchers(dialog).size(), 1);
         QVERIFY(vouchers(dialog).at(0).contains(u"三月回单"_s));
         QCOMPARE(note->toPlainText(), QString());
