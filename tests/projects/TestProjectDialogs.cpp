@@ -2,11 +2,11 @@
 #include "db/ProjectDao.h"
 #include "dialogs/projects/ContractDialog.h"
 #include "dialogs/projects/ProjectDialog.h"
-#include "projects/ProjectSample.h"
 #include "services/projects/ProjectService.h"
 #include "support/DatabaseTestCase.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
+#include "support/TestLedger.h"
 #include "widgets/AmountField.h"
 
 #include <QCheckBox>
@@ -15,8 +15,8 @@
 #include <QPlainTextEdit>
 
 using namespace Qt::StringLiterals;
-using ProjectSample::addContract;
-using ProjectSample::addProject;
+using TestLedger::addContract;
+using TestLedger::addProject;
 
 namespace {
 

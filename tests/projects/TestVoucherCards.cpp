@@ -5,6 +5,7 @@
 #include "projects/ProjectSample.h"
 #include "support/DatabaseTestCase.h"
 #include "support/TestDatabase.h"
+#include "support/TestLedger.h"
 #include "theme/Theme.h"
 
 #include <QApplication>
@@ -50,9 +51,9 @@ private slots:
     void theCardTellsWhatTheVoucherIs()
     {
         VoucherCard card;
-        VoucherCardData data = sample(5, ProjectSample::hostileName);
+        VoucherCardData data = sample(5, TestLedger::hostileName);
         card.showVoucher(data);
-        QCOMPARE(card.findChild<QLabel*>(u"name"_s)->text(), ProjectSample::hostileName);
+        QCOMPARE(card.findChild<QLabel*>(u"name"_s)->text(), TestLedger::hostileName);
         QCOMPARE(card.findChild<QLabel*>(u"name"_s)->textFormat(), Qt::PlainText);
         QCOMPARE(card.findChild<QLabel*>(u"meta"_s)->text(), u"发票票据 · 2026-02-03"_s);
         QCOMPARE(linkLine(card),
@@ -66,7 +67,7 @@ private slots:
     {
         VoucherCard card;
         VoucherCardData data = sample(5, u"回单"_s);
-        data.projects = { { 3, ProjectSample::hostileName }, { 4, u"乙"_s } };
+        data.projects = { { 3, TestLedger::hostileName }, { 4, u"乙"_s } };
         data.transactionIds = { 9 };
         card.showVoucher(data);
         const auto expected = [](const QString& more) {
@@ -122,9 +123,9 @@ private slots:
 
     void linksOfAPageAreReadInTheirOrder()
     {
-        const qint64 first = ProjectSample::addProject(u"甲"_s);
-        const qint64 second = ProjectSample::addProject(u"乙"_s);
-        const qint64 contract = ProjectSample::addContract(first, u"合同"_s);
+        const qint64 first = TestLedger::addProject(u"甲"_s);
+        const qint64 second = TestLedger::addProject(u"乙"_s);
+        const qint64 contract = TestLedger::addContract(first, u"合同"_s);
         const qint64 linked = ProjectSample::addVoucher(second, u"凭证"_s);
         const qint64 entry = ProjectSample::addEntry(first);
         LinkDao links;
@@ -143,7 +144,7 @@ private slots:
 
     void linksThatCannotBeReadAreNotCalledMissing()
     {
-        ProjectSample::addVoucher(ProjectSample::addProject(u"甲"_s), u"凭证"_s);
+        ProjectSample::addVoucher(TestLedger::addProject(u"甲"_s), u"凭证"_s);
         const QList<Voucher> vouchers = VoucherDao().search({});
         QCOMPARE(TestDatabase::run({ u"ALTER TABLE contracts RENAME TO gone"_s }), u""_s);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"SQL error: .*contracts"_s));

@@ -1,10 +1,10 @@
 #include "core/AppPaths.h"
 #include "core/TextRules.h"
 #include "db/ProfileDao.h"
-#include "FolderAnswer.h"
 #include "pages/settings/BackupCard.h"
 #include "services/backup/BackupService.h"
 #include "support/DatabaseTestCase.h"
+#include "support/Hands.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
@@ -25,10 +25,7 @@ private:
     static void press(BackupCard& card, const QString& text)
     {
         card.show();
-        for (auto* button : card.findChildren<QPushButton*>()) {
-            if (button->text() == text)
-                button->click();
-        }
+        Hands::press(card, text);
     }
 
     static void renameCompany(const QString& name)
@@ -60,7 +57,7 @@ private slots:
         const QTemporaryDir dir;
         BackupCard card;
         const QSignalSpy status(&card, &BackupCard::statusChanged);
-        ModalAnswerer answers(chooseFolder(dir.path()));
+        ModalAnswerer answers(Hands::choosePath(dir.path()));
         answers.expectButton(u"关闭"_s);
         press(card, u"立即备份"_s);
         const QStringList folders = foldersIn(dir.path());
@@ -78,7 +75,7 @@ private slots:
     {
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^Backup failed"_s));
         BackupCard card;
-        ModalAnswerer answers(chooseFolder(AppPaths::voucherAssetsDir()));
+        ModalAnswerer answers(Hands::choosePath(AppPaths::voucherAssetsDir()));
         answers.expectButton(u"确定"_s);
         press(card, u"立即备份"_s);
         QCOMPARE(answers.seen().at(1).title, u"备份失败"_s);
@@ -91,7 +88,7 @@ private slots:
         const QTemporaryDir dir;
         QVERIFY(TestDatabase::refuseUpdates(u"company_profile"_s));
         BackupCard card;
-        ModalAnswerer answers(chooseFolder(dir.path()));
+        ModalAnswerer answers(Hands::choosePath(dir.path()));
         answers.expectButton(u"关闭"_s);
         press(card, u"立即备份"_s);
         QCOMPARE(answers.seen().at(1).title, u"备份完成"_s);
@@ -126,7 +123,7 @@ private slots:
     {
         const QTemporaryDir dir;
         BackupCard card;
-        ModalAnswerer answers(chooseFolder(dir.path()));
+        ModalAnswerer answers(Hands::choosePath(dir.path()));
         answers.expectButton(u"确定"_s);
         press(card, u"从备份恢复"_s);
         QCOMPARE(answers.seen().at(1).title, u"不是有效备份"_s);
@@ -138,7 +135,7 @@ private slots:
     {
         const QTemporaryDir dir;
         BackupCard card;
-        ModalAnswerer answers(chooseFolder(backupOfEarlierDays(dir)));
+        ModalAnswerer answers(Hands::choosePath(backupOfEarlierDays(dir)));
         answers.expectButton(u"继续恢复"_s);
         answers.expect([](QDialog* dialog) {
             QVERIFY(qobject_cast<QPushButton*>(ModalAnswerer::buttonOf(dialog, u"取消"_s))
@@ -161,7 +158,7 @@ private slots:
         const QTemporaryDir dir;
         BackupCard card;
         const QSignalSpy restart(&card, &BackupCard::restartRequested);
-        ModalAnswerer answers(chooseFolder(backupOfEarlierDays(dir)));
+        ModalAnswerer answers(Hands::choosePath(backupOfEarlierDays(dir)));
         answers.expectButton(u"继续恢复"_s);
         answers.expectButton(u"确认恢复（覆盖当前数据）"_s);
         answers.expectButton(u"确定"_s);
@@ -180,7 +177,7 @@ private slots:
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^Restore failed"_s));
         BackupCard card;
         const QSignalSpy restart(&card, &BackupCard::restartRequested);
-        ModalAnswerer answers(chooseFolder(folder));
+        ModalAnswerer answers(Hands::choosePath(folder));
         answers.expectButton(u"继续恢复"_s);
         answers.expectButton(u"确认恢复（覆盖当前数据）"_s);
         answers.expectButton(u"确定"_s);
