@@ -1,25 +1,23 @@
 #include "core/AppPaths.h"
-#include "db/ProjectDao.h"
 #include "dialogs/vouchers/VoucherAddDialog.h"
 #include "support/DatabaseTestCase.h"
+#include "support/Hands.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
 #include "support/TestLedger.h"
 
 #include <QAbstractItemView>
-#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDir>
-#include <QDragEnterEvent>
 #include <QLineEdit>
-#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
+using Hands::press;
 
 namespace {
 
@@ -50,15 +48,7 @@ QAbstractItemView* queue(const QDialog& dialog)
 
 QStringList queued(const QDialog& dialog)
 {
-    QStringList lines;
-    for (int row = 0; row < queue(dialog)->model()->rowCount(); ++row)
-        lines += queue(dialog)->model()->index(row, 0).data(Qt::AccessibleTextRole).toString();
-    return lines;
-}
-
-void press(const QDialog& dialog, const QString& button)
-{
-    ModalAnswerer::buttonOf(&dialog, button)->click();
+    return Hands::column(queue(dialog), 0, Qt::AccessibleTextRole);
 }
 
 // Presses the button and answers the box that tells the result; what it said.
@@ -83,12 +73,9 @@ class TestVoucherAddDialog final : public DatabaseTestCase {
 private slots:
     void severalFilesAreNumberedAndLinked()
     {
-        Project project;
-        project.name = u"展厅"_s;
-        QVERIFY(ProjectDao().insert(project));
         const qint64 entryId = TestLedger::add(
             TestLedger::entry(u"2025-01-01"_s, Category::Other, Direction::Out, 123'456));
-        VoucherAddDialog dialog({ .projectId = project.id,
+        VoucherAddDialog dialog({ .projectId = TestLedger::addProject(u"展厅"_s),
             .transactionIds = { entryId },
             .files = sources({ u"a.pdf"_s, u"c.gif"_s, u"b.pdf"_s }) });
         dialog.show();
@@ -96,12 +83,8 @@ private slots:
         QCOMPARE(queued(dialog),
             (QStringList {
                 u"a.pdf 待入库 5 B"_s, u"c.gif 不支持的类型 5 B"_s, u"b.pdf 待入库 5 B"_s }));
-        QCOMPARE(dialog.findChild<QAbstractItemView*>(u"linkedEntries"_s)
-                     ->model()
-                     ->index(0, 0)
-                     .data()
-                     .toString(),
-            u"#1  2025-01-01  摘要  1,234.56 元"_s);
+        QCOMPARE(Hands::column(dialog.findChild<QAbstractItemView*>(u"linkedEntries"_s), 0),
+            QStringList { u"#1  2025-01-01  摘要  1,234.56 元"_s });
         nameEdit(dialog)->setText(u" 回单 "_s);
         dialog.findChild<QComboBox*>(u"voucherType"_s)->setCurrentText(u"发票票据"_s);
         dialog.findChild<QLineEdit*>(u"voucherDate"_s)->setText(u"20250331"_s);
@@ -173,10 +156,7 @@ private slots:
 
     void allFailuresAreListedAndTheQueueStays()
     {
-        QCOMPARE(TestDatabase::run({ u"CREATE TRIGGER refuse BEFORE INSERT ON vouchers BEGIN "
-                                     "SELECT RAISE(ABORT, 'refused'); END"_s }),
-            QString());
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^SQL error"_s));
+        QVERIFY(TestDatabase::refuse(u"INSERT ON vouchers"_s));
         VoucherAddDialog dialog({ .files = sources({ u"a.pdf"_s }) });
         dialog.show();
         const QString told = save(dialog);
@@ -205,14 +185,8 @@ private slots:
         VoucherAddDialog dialog({});
         dialog.show();
         QVERIFY(QTest::qWaitForWindowActive(&dialog));
-        QStringList names; // a box for choosing is called by its choice
-        for (int i = 0; i < 10; ++i) {
-            names += QAccessible::queryAccessibleInterface(dialog.focusWidget())
-                         ->text(QAccessible::Name);
-            QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
-        }
-        QCOMPARE(names.join(u'|'),
-            u"选择文件…（可多选）|凭证名称|银行回单|凭证日期|备注|不关联|选择关联流水…|关联流水|取消|保存入库"_s);
+        QCOMPARE(Hands::namesByTab(dialog, 10).join(u'|'),
+            u"选择文件…（可多选）|凭证名称|凭证类型|凭证日期|备注|所属项目|选择关联流水…|关联流水|取消|保存入库"_s);
     }
 
     void filesAreDroppedAndPastedButNotTwice()
@@ -220,15 +194,8 @@ private slots:
         VoucherAddDialog dialog({});
         dialog.show();
         QVERIFY(QTest::qWaitForWindowActive(&dialog));
-        QMimeData files;
-        files.setUrls({ QUrl::fromLocalFile(source(u"a.pdf"_s, "a")) });
-        QDragEnterEvent enter({ 5, 5 }, Qt::CopyAction, &files, Qt::LeftButton, {});
-        QApplication::sendEvent(&dialog, &enter);
-        QVERIFY(enter.isAccepted());
-        for (int i = 0; i < 2; ++i) {
-            QDropEvent drop({ 5, 5 }, Qt::CopyAction, &files, Qt::LeftButton, {});
-            QApplication::sendEvent(&dialog, &drop);
-        }
+        for (int i = 0; i < 2; ++i)
+            QVERIFY(Hands::dropFiles(&dialog, { source(u"a.pdf"_s, "a") }));
         QTRY_COMPARE(queued(dialog), QStringList { u"a.pdf 待入库 1 B"_s });
         QImage picture(4, 4, QImage::Format_RGB32);
         picture.fill(Qt::red);

@@ -4,38 +4,19 @@
 #include "support/DatabaseTestCase.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestFile.h"
+#include "support/TestLedger.h"
 #include "vouchers_page/ArchiveSample.h"
 #include "widgets/FileView.h"
 
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QtEndian>
 #include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
 using ArchiveSample::add;
 
 namespace {
-
-// A picture's head that promises 30,000 by 30,000 pixels.
-QByteArray hugeJpeg()
-{
-    QByteArray bytes = ArchiveSample::jpeg(8, 8);
-    const qsizetype frame = bytes.indexOf("\xff\xc0");
-    qToBigEndian<quint16>(30000, bytes.data() + frame + 5);
-    qToBigEndian<quint16>(30000, bytes.data() + frame + 7);
-    return bytes;
-}
-
-// An EXIF block says that the camera was held upright.
-QByteArray turnedJpeg()
-{
-    const QByteArray bytes = ArchiveSample::jpeg(400, 200);
-    const QByteArray exif = QByteArray::fromHex(
-        "ffe1002245786966000049492a0008000000010012010300010000000600000000000000");
-    return bytes.first(2) + exif + bytes.sliced(2);
-}
 
 QString textOf(const VoucherPreview& preview, const QString& label)
 {
@@ -55,13 +36,13 @@ class TestVoucherPreview final : public DatabaseTestCase {
 private slots:
     void theFileIsShownWithWhatItIs()
     {
-        add(ArchiveSample::hostileName, 2);
+        add(TestLedger::hostileName, 2);
         const QList<Voucher> vouchers = VoucherDao().search({});
         VoucherPreview preview(vouchers, 0);
         preview.show();
         auto* view = preview.findChild<FileView*>();
         QTRY_VERIFY(view->hasPicture());
-        QCOMPARE(textOf(preview, u"previewName"_s), ArchiveSample::hostileName);
+        QCOMPARE(textOf(preview, u"previewName"_s), TestLedger::hostileName);
         QVERIFY(textOf(preview, u"previewMeta"_s).startsWith(u"发票票据 · 2026-01-02 · "_s));
         QCOMPARE(textOf(preview, u"previewHash"_s), u"SHA-256："_s + vouchers.at(0).sha256);
         QTRY_COMPARE(textOf(preview, u"previewCheck"_s), u"✓ 与归档时一致"_s);
@@ -80,7 +61,7 @@ private slots:
     void keysTurnPagesAndVouchers()
     {
         add(u"合同"_s, 3, 0, {}, ArchiveSample::pdf(3), u"pdf"_s);
-        add(u"照片"_s, 2, 0, {}, turnedJpeg(), u"jpg"_s);
+        add(u"照片"_s, 2, 0, {}, ArchiveSample::turnedJpeg(), u"jpg"_s);
         const QList<Voucher> vouchers = VoucherDao().search({});
         VoucherPreview preview(vouchers, 0);
         preview.show();
@@ -142,7 +123,7 @@ private slots:
             u"文件已损坏或不是有效的图片、PDF，无法显示。"_s);
         addCase("no document", QByteArray("%PDF-1.4 nothing"), u"pdf"_s,
             u"文件已损坏或不是有效的图片、PDF，无法显示。"_s);
-        addCase("huge", hugeJpeg(), u"jpg"_s,
+        addCase("huge", ArchiveSample::hugeJpeg(), u"jpg"_s,
             u"图片过大（30000 × 30000 像素），无法在这里显示。请用默认程序打开。"_s);
         addCase("missing", QByteArray(), u"png"_s, u"文件缺失：原来的位置上已没有这个文件。"_s);
     }
