@@ -19,6 +19,12 @@ using namespace Qt::StringLiterals;
 
 namespace Hands {
 
+bool show(QWidget& window)
+{
+    window.show();
+    return QTest::qWaitForWindowActive(&window);
+}
+
 void press(const QWidget& window, const QString& text)
 {
     for (auto* button : window.findChildren<QAbstractButton*>()) {

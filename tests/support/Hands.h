@@ -11,6 +11,9 @@ class QWidget;
 /// Windows as their user reads and works them. Whatever is not visible is not found.
 namespace Hands {
 
+/// Shows a window; whether it is the active one, which keys reach.
+[[nodiscard]] bool show(QWidget& window);
+
 /// Clicks the button with this text (mnemonics aside); fails the test when there is none to click.
 void press(const QWidget& window, const QString& text);
 
