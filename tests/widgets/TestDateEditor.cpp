@@ -4,8 +4,6 @@
 #include "widgets/DateEditor.h"
 
 #include <QApplication>
-#include <QCalendarWidget>
-#include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
 

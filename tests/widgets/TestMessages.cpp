@@ -1,3 +1,4 @@
+#include "support/Hands.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestCase.h"
 #include "theme/Theme.h"
@@ -122,13 +123,12 @@ private slots:
         QVERIFY(!shows(InfoBg) && !shows(InfoText));
     }
 
-    void toastNeverTakesTheKeyboard()
+    void toastFollowsTheWindowAndNeverTakesTheKeyboard()
     {
         QWidget window;
         window.resize(800, 600);
         QLineEdit field(&window);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QVERIFY(Hands::show(window));
         field.setFocus();
         Toast::show(&field, u"流水已保存"_s);
         QVERIFY(field.hasFocus());
@@ -138,6 +138,9 @@ private slots:
         QCOMPARE(toast->accessibleName(), u"完成：流水已保存"_s);
         QVERIFY(std::abs(toast->geometry().center().x() - window.rect().center().x()) <= 1);
         QVERIFY(toast->y() > window.height() / 2);
+        const QRect before = toast->geometry();
+        window.resize(1000, 700);
+        QTRY_COMPARE(toast->geometry(), before.translated(100, 100));
     }
 
     void toastGoesByItselfUnlessThePointerIsOnIt()
@@ -171,15 +174,6 @@ private slots:
         QVERIFY(oldest.bottom() < middle.top());
         QVERIFY(middle.bottom() < newest.top());
         QVERIFY(newest.bottom() < window->height());
-    }
-
-    void toastsFollowTheWindow()
-    {
-        const std::unique_ptr<QWidget> window(roomForToasts());
-        Toast::show(window.get(), u"流水已保存"_s);
-        const QRect before = toastOf(*window, u"流水已保存"_s)->geometry();
-        window->resize(1000, 700);
-        QTRY_COMPARE(toastOf(*window, u"流水已保存"_s)->geometry(), before.translated(100, 100));
     }
 
     void splashPaintsAtOnce()
@@ -234,17 +228,7 @@ private slots:
         }
     }
 
-    void escapeAndCloseReject()
-    {
-        for (const ButtonRole role : { ButtonRole::Primary, ButtonRole::Danger }) {
-            ModalAnswerer answerer([](QDialog* box) { QTest::keyClick(box, Qt::Key_Escape); });
-            QVERIFY(!asks(role));
-            answerer.expect([](QDialog* box) { box->close(); });
-            QVERIFY(!asks(role));
-        }
-    }
-
-    void enterKeepsOnlyWhatWouldBeDestroyed()
+    void enterKeepsOnlyWhatWouldBeDestroyedEscapeAndCloseKeepAll()
     {
         for (const ButtonRole role : { ButtonRole::Primary, ButtonRole::Danger }) {
             const bool harmless = role == ButtonRole::Primary;
@@ -258,6 +242,10 @@ private slots:
             });
             QCOMPARE(asks(role), harmless);
             QCOMPARE(defaultText, harmless ? u"继续"_s : u"取消"_s);
+            answerer.expect([](QDialog* box) { QTest::keyClick(box, Qt::Key_Escape); });
+            QVERIFY(!asks(role));
+            answerer.expect([](QDialog* box) { box->close(); });
+            QVERIFY(!asks(role));
         }
     }
 
