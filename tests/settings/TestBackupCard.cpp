@@ -153,22 +153,6 @@ private slots:
         QCOMPARE(foldersIn(AppPaths::autoBackupBeforeRestoreDir()), QStringList());
     }
 
-    void aRestoreBringsTheDataBackAndAsksForARestart()
-    {
-        const QTemporaryDir dir;
-        BackupCard card;
-        const QSignalSpy restart(&card, &BackupCard::restartRequested);
-        ModalAnswerer answers(Hands::choosePath(backupOfEarlierDays(dir)));
-        answers.expectButton(u"继续恢复"_s);
-        answers.expectButton(u"确认恢复（覆盖当前数据）"_s);
-        answers.expectButton(u"确定"_s);
-        press(card, u"从备份恢复"_s);
-        QCOMPARE(answers.seen().at(3).title, u"恢复完成"_s);
-        QCOMPARE(answers.seen().at(3).text, u"数据已恢复，软件将立即重启。"_s);
-        QCOMPARE(restart.count(), 1);
-        QCOMPARE(company(), u"旧公司"_s);
-    }
-
     void aRestoreThatFailsNamesTheSafetyCopy()
     {
         const QTemporaryDir dir;

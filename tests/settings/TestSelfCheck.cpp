@@ -14,7 +14,6 @@
 
 #include <QDirIterator>
 #include <QLabel>
-#include <QPushButton>
 #include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
