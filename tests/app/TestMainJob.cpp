@@ -86,8 +86,7 @@ private slots:
         QVERIFY(TestFile::put(receipt, "%PDF-1.4"));
         MainWindow window(createPage);
         window.resize(1280, 800);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QVERIFY(Hands::show(window));
         QTest::keyClick(&window, Qt::Key_2, Qt::ControlModifier);
         const auto* ledger = part<QTableView>(&window, u"ledgerTable"_s);
         QTRY_COMPARE(column(ledger, LedgerModel::Risk), u"正常 正常"_s);

@@ -18,7 +18,6 @@
 #include <QRegularExpression>
 #include <QScrollBar>
 #include <QSqlQuery>
-#include <QStackedWidget>
 #include <QTextBrowser>
 
 using namespace Qt::StringLiterals;

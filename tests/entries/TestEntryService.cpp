@@ -1,4 +1,3 @@
-#include "db/DbTransaction.h"
 #include "db/TransactionDao.h"
 #include "services/entries/EntryService.h"
 #include "support/DatabaseTestCase.h"

@@ -8,7 +8,6 @@
 
 #include <QLabel>
 #include <QPlainTextEdit>
-#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 using Hands::press;

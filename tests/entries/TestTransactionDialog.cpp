@@ -18,7 +18,6 @@
 #include <QCompleter>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QTableView>
 
@@ -75,8 +74,7 @@ private slots:
     void aNewEntryIsTypedAndStored()
     {
         TransactionDialog dialog(qint64(0));
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(Hands::show(dialog));
         QCOMPARE(dialog.windowTitle(), u"登记资金流水"_s);
         QTest::keyClicks(dialog.focusWidget(), u"20250203"_s);
         part<QRadioButton>(dialog, u"directionOut"_s)->setChecked(true);
@@ -120,8 +118,7 @@ private slots:
         QFETCH(QString, value);
         QFETCH(QString, text);
         TransactionDialog dialog(qint64(0));
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(Hands::show(dialog));
         fill(dialog);
         if (auto* area = part<QPlainTextEdit>(dialog, field))
             area->setPlainText(value);
@@ -171,8 +168,7 @@ private slots:
         }
         QCOMPARE(linkCount(), 1);
         TransactionDialog dialog(id);
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(Hands::show(dialog));
         auto* table = part<QTableView>(dialog, u"attachedVouchers"_s);
         for (const QString& change :
             { u"移除关联（保存后生效）"_s, u"已关联"_s, u"移除关联（保存后生效）"_s }) {
@@ -245,8 +241,7 @@ private slots:
     {
         QVERIFY(addLargeEntry() > 0);
         TransactionDialog dialog(qint64(0));
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(Hands::show(dialog));
         fill(dialog);
         auto* name = part<QLineEdit>(dialog, u"counterpartyName"_s);
         name->setFocus();
@@ -285,8 +280,7 @@ private slots:
     void tabReachesTheFieldsByTheirLabelsInOrder()
     {
         TransactionDialog dialog(qint64(0));
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(Hands::show(dialog));
         QCOMPARE(Hands::namesByTab(dialog, 10).join(u' '),
             u"交易日期 收入 金额（元） 本方账户 资金分类 关联项目 对方名称 对方账户类型 摘要 备注"_s);
     }
@@ -318,8 +312,7 @@ private slots:
         const QString file = AppPaths::dataDir() + u"/三月回单.png"_s;
         QVERIFY(TestFile::put(file, "picture"));
         TransactionDialog dialog(qint64(0));
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(Hands::show(dialog));
         ModalAnswerer answers(u"保存入库"_s);
         answers.expectButton(u"确定"_s);
         auto* note = part<QPlainTextEdit>(dialog, u"note"_s);
@@ -340,8 +333,7 @@ private slots:
     void aPastedPictureIsTakenByTheVoucherDialogAndTextIsNot()
     {
         TransactionDialog dialog(qint64(0));
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(Hands::show(dialog));
         QSignalSpy offered(dialog.findChild<FileIntake*>(), &FileIntake::offered);
         auto* summary = part<QLineEdit>(dialog, u"summary"_s);
         summary->setFocus();

@@ -10,7 +10,6 @@
 #include "support/TestLedger.h"
 #include "widgets/Banner.h"
 #include "widgets/FilterChip.h"
-#include "widgets/Toast.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -260,37 +259,32 @@ private slots:
         QVERIFY(shown.says(u"修改已保存，风险已重算"_s));
     }
 
-    void deletingReevaluatesTheRest()
+    void deletingReevaluatesTheRestAndTellsAFailure()
     {
         for (int i = 1; i <= 2; ++i)
             add(u"2025-02-0%1"_s.arg(i), u"往来"_s, ShareholderOut, Direction::Out);
         RiskService().reevaluateAll();
-        QCOMPARE(TransactionDao().findById(m_ids[1])->riskLevel, RiskLevel::Medium);
+        QCOMPARE(TestLedger::autoRisk(m_ids[1]), u"medium|R2(3)"_s);
         Shown shown;
         shown.request({ { u"txId"_s, m_ids[1] + 4 } });
-        ModalAnswerer answers(u"确认删除"_s);
-        shown.key(Qt::Key_Delete);
-        QCOMPARE(answers.seen().size(), 1);
-        QCOMPARE(answers.seen()[0].text,
-            u"确认删除流水「2025-02-02 往来」？删除后不可恢复，已关联文书内容不受影响但该笔将不再受文书覆盖。"_s);
-        QVERIFY(shown.says(u"流水已删除，相关风险已重算"_s));
-        QCOMPARE(shown.summaries(), u"尾款 还款 借款 往来 房租"_s);
-        QCOMPARE(TransactionDao().findById(m_ids[1])->riskLevel, RiskLevel::Normal);
-        QCOMPARE(shown.table()->currentIndex().row(), 3);
-    }
-
-    void aFailedDeletionIsTold()
-    {
         QVERIFY(TestDatabase::refuse(u"DELETE ON transactions"_s));
-        Shown shown;
-        shown.table()->selectRow(0);
         ModalAnswerer answers(u"确认删除"_s);
         answers.expectButton(u"确定"_s);
         shown.key(Qt::Key_Delete);
-        QCOMPARE(answers.seen().size(), 2);
         QCOMPARE(answers.seen()[1].title, u"删除失败"_s);
         QVERIFY(answers.seen()[1].text.contains(u"refused"_s));
-        QCOMPARE(shown.table()->model()->rowCount(), 4);
+        QCOMPARE(shown.table()->model()->rowCount(), 6);
+        QCOMPARE(TestDatabase::run({ u"DROP TRIGGER refuse"_s }), QString());
+
+        answers.expectButton(u"确认删除"_s);
+        Hands::clickCell(shown.table(), 3, LedgerModel::Actions, 2, 3);
+        QTRY_COMPARE(answers.seen().size(), 3);
+        QCOMPARE(answers.seen()[2].text,
+            u"确认删除流水「2025-02-02 往来」？删除后不可恢复，已关联文书内容不受影响但该笔将不再受文书覆盖。"_s);
+        QTRY_VERIFY(shown.says(u"流水已删除，相关风险已重算"_s));
+        QCOMPARE(shown.summaries(), u"尾款 还款 借款 往来 房租"_s);
+        QCOMPARE(TestLedger::autoRisk(m_ids[1]), u"normal|"_s);
+        QCOMPARE(shown.table()->currentIndex().row(), 3);
     }
 
     void severalRowsAreCopiedAndDecidedTogether()

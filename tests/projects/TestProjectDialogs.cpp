@@ -4,6 +4,7 @@
 #include "dialogs/projects/ProjectDialog.h"
 #include "services/projects/ProjectService.h"
 #include "support/DatabaseTestCase.h"
+#include "support/Hands.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
 #include "support/TestLedger.h"
@@ -53,8 +54,7 @@ private slots:
         dialog.findChild<AmountField*>()->setAmountFen(12'345'678);
         edit(dialog, u"manager"_s)->setText(u"林岚"_s);
         dialog.findChild<QPlainTextEdit*>()->setPlainText(u"备注"_s);
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(Hands::show(dialog));
         QTest::keyClick(&dialog, Qt::Key_S, Qt::ControlModifier);
         QVERIFY(isAccepted(dialog));
         QCOMPARE(TestDatabase::row(u"SELECT id, name, code, client_name, status, start_date, "

@@ -14,7 +14,6 @@
 #include <QListView>
 #include <QListWidget>
 #include <QPushButton>
-#include <QStackedWidget>
 #include <QTableView>
 #include <QTemporaryFile>
 

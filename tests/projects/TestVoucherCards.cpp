@@ -4,6 +4,7 @@
 #include "pages/vouchers/VoucherCardGrid.h"
 #include "projects/ProjectSample.h"
 #include "support/DatabaseTestCase.h"
+#include "support/Hands.h"
 #include "support/TestDatabase.h"
 #include "support/TestLedger.h"
 #include "theme/Theme.h"
@@ -91,8 +92,7 @@ private slots:
         data.projects = { { 3, u"甲"_s } };
         data.transactionIds = { 9, 11 };
         card.showVoucher(data);
-        card.show();
-        QVERIFY(QTest::qWaitForWindowActive(&card));
+        QVERIFY(Hands::show(card));
         QStringList names;
         QSignalSpy spies[] { { &card, &VoucherCard::previewRequested },
             { &card, &VoucherCard::folderRequested }, { &card, &VoucherCard::editRequested },
@@ -161,8 +161,7 @@ private slots:
         VoucherCardGrid grid;
         grid.resize(700, 500);
         grid.setVouchers(vouchers);
-        grid.show();
-        QVERIFY(QTest::qWaitForWindowActive(&grid));
+        QVERIFY(Hands::show(grid));
         const auto visibleNames = [&] {
             QStringList names;
             for (const auto* card : grid.findChildren<VoucherCard*>()) {

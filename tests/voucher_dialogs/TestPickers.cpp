@@ -1,5 +1,4 @@
 #include "db/TransactionDao.h"
-#include "db/VoucherDao.h"
 #include "dialogs/pickers/TxPickerDialog.h"
 #include "dialogs/pickers/VoucherPickerDialog.h"
 #include "support/DatabaseTestCase.h"

@@ -5,8 +5,6 @@
 #include "widgets/ThumbnailCache.h"
 #include "widgets/ThumbnailDecoder.h"
 
-#include <QThread>
-
 using namespace Qt::StringLiterals;
 
 namespace {

@@ -183,8 +183,7 @@ private slots:
     void tabReachesEverythingByItsLabelInOrder()
     {
         VoucherAddDialog dialog({});
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(Hands::show(dialog));
         QCOMPARE(Hands::namesByTab(dialog, 10).join(u'|'),
             u"选择文件…（可多选）|凭证名称|凭证类型|凭证日期|备注|所属项目|选择关联流水…|关联流水|取消|保存入库"_s);
     }
@@ -192,8 +191,7 @@ private slots:
     void filesAreDroppedAndPastedButNotTwice()
     {
         VoucherAddDialog dialog({});
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(Hands::show(dialog));
         for (int i = 0; i < 2; ++i)
             QVERIFY(Hands::dropFiles(&dialog, { source(u"a.pdf"_s, "a") }));
         QTRY_COMPARE(queued(dialog), QStringList { u"a.pdf 待入库 1 B"_s });

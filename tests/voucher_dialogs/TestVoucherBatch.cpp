@@ -6,8 +6,6 @@
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
 
-#include <QDir>
-
 using namespace Qt::StringLiterals;
 using VoucherRules::Field;
 

@@ -2,6 +2,7 @@
 #include "db/VoucherDao.h"
 #include "dialogs/preview/VoucherPreview.h"
 #include "support/DatabaseTestCase.h"
+#include "support/Hands.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestFile.h"
 #include "support/TestLedger.h"
@@ -9,7 +10,6 @@
 #include "widgets/FileView.h"
 
 #include <QLabel>
-#include <QPushButton>
 #include <QScrollBar>
 #include <QWheelEvent>
 
@@ -34,7 +34,7 @@ class TestVoucherPreview final : public DatabaseTestCase {
     Q_OBJECT
 
 private slots:
-    void theFileIsShownWithWhatItIs()
+    void theFileIsShownWithWhatItIsAndWhetherItIsTheArchivedOne()
     {
         add(TestLedger::hostileName, 2);
         const QList<Voucher> vouchers = VoucherDao().search({});
@@ -47,15 +47,10 @@ private slots:
         QCOMPARE(textOf(preview, u"previewHash"_s), u"SHA-256："_s + vouchers.at(0).sha256);
         QTRY_COMPARE(textOf(preview, u"previewCheck"_s), u"✓ 与归档时一致"_s);
         QCOMPARE(textOf(preview, u"previewZoom"_s), u"100%"_s); // small: not enlarged
-    }
 
-    void aFileThatIsNotTheArchivedOneIsNoticed()
-    {
-        add(u"甲"_s, 2);
-        const QList<Voucher> vouchers = VoucherDao().search({});
         QVERIFY(TestFile::put(fileOf(vouchers.at(0)), ArchiveSample::jpeg(9, 9)));
-        VoucherPreview preview(vouchers, 0);
-        QTRY_COMPARE(textOf(preview, u"previewCheck"_s), u"✗ 与归档时不一致，文件可能被改动"_s);
+        const VoucherPreview altered(vouchers, 0);
+        QTRY_COMPARE(textOf(altered, u"previewCheck"_s), u"✗ 与归档时不一致，文件可能被改动"_s);
     }
 
     void keysTurnPagesAndVouchers()
@@ -64,8 +59,7 @@ private slots:
         add(u"照片"_s, 2, 0, {}, ArchiveSample::turnedJpeg(), u"jpg"_s);
         const QList<Voucher> vouchers = VoucherDao().search({});
         VoucherPreview preview(vouchers, 0);
-        preview.show();
-        QVERIFY(QTest::qWaitForWindowActive(&preview));
+        QVERIFY(Hands::show(preview));
         auto* view = preview.findChild<FileView*>();
         QTRY_COMPARE(textOf(preview, u"previewPages"_s), u"第 1 页，共 3 页"_s);
         for (int turn = 0; turn < 3; ++turn)
@@ -90,8 +84,7 @@ private slots:
     {
         add(u"照片"_s, 2, 0, {}, ArchiveSample::jpeg(3000, 2000), u"jpg"_s);
         VoucherPreview preview(VoucherDao().search({}), 0);
-        preview.show();
-        QVERIFY(QTest::qWaitForWindowActive(&preview));
+        QVERIFY(Hands::show(preview));
         auto* view = preview.findChild<FileView*>();
         QTRY_VERIFY(view->hasPicture());
         const qreal fitted = view->factor();
