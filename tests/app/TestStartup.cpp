@@ -13,7 +13,6 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QLabel>
 #include <QLineEdit>
 #include <QRegularExpression>
 #include <QScrollBar>
@@ -29,7 +28,6 @@ struct Seen {
     int status = -1;
     bool shown = false;
     bool maximised = false;
-    QString statusBar;
 };
 
 // Starts the program in this process; closes the main window as soon as it shows.
@@ -44,9 +42,6 @@ Seen runStartup()
                 continue;
             seen.shown = true;
             seen.maximised = window->isMaximized();
-            for (const auto* label :
-                window->findChild<QWidget*>(u"StatusBar"_s)->findChildren<QLabel*>())
-                seen.statusBar += label->text() + u'\n';
             window->close();
         }
     });
@@ -115,7 +110,6 @@ private slots:
         QCOMPARE(seen.status, 0);
         QVERIFY(seen.shown);
         QVERIFY(seen.maximised);
-        QVERIFY(seen.statusBar.contains(u"最近备份：未备份"_s));
         QCOMPARE(answers.seen().at(0).title, u"免责声明"_s);
         QCOMPARE(answers.seen().at(1).title, u"初始设置"_s);
 

@@ -86,21 +86,14 @@ private slots:
         QCOMPARE(banner.accessibleName(), u"重要：项目 <b>甲</b> 已归档"_s);
     }
 
-    void bannerActionAndCloseReport()
+    void bannerGoesByItsCloseButton()
     {
         Banner banner(BannerKind::Info);
-        banner.setText(u"公司档案不完整。"_s);
-        auto* action = banner.findChild<QPushButton*>(u"BannerAction"_s);
         auto* close = banner.findChild<QToolButton*>(u"BannerClose"_s);
-        QVERIFY(action->isHidden());
         QVERIFY(close->isHidden());
-        banner.setAction(u"去完善"_s);
         banner.setClosable(true);
         banner.show();
-        QSignalSpy triggered(&banner, &Banner::actionTriggered);
-        QSignalSpy closed(&banner, &Banner::closed);
-        action->click();
-        QCOMPARE(triggered.count(), 1);
+        const QSignalSpy closed(&banner, &Banner::closed);
         QCOMPARE(close->accessibleName(), u"关闭提示"_s);
         close->click();
         QCOMPARE(closed.count(), 1);
