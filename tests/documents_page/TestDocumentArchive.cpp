@@ -13,6 +13,7 @@
 #include <QComboBox>
 #include <QDesktopServices>
 #include <QFile>
+#include <QSignalSpy>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;

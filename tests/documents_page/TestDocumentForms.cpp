@@ -11,6 +11,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QDoubleSpinBox>
+#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 

@@ -1,3 +1,4 @@
+#include "figures_pages/ShownFigures.h"
 #include "pages/dashboard/DashboardPage.h"
 #include "services/risk/RiskService.h"
 #include "support/DatabaseTestCase.h"
@@ -6,10 +7,8 @@
 #include "widgets/Banner.h"
 #include "widgets/charts/BarChart.h"
 #include "widgets/RowButton.h"
-#include "widgets/StatCard.h"
 
 #include <QPushButton>
-#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 
@@ -18,23 +17,7 @@ namespace {
 using enum Category;
 
 /// The page as the window shows it.
-struct Shown {
-    Shown()
-        : asked(&page, &IPage::navigateRequested)
-    {
-        page.resize(1000, 900);
-        page.show();
-        page.refresh();
-    }
-
-    StatCard* card(const QString& title) const
-    {
-        for (auto* card : page.findChildren<StatCard*>()) {
-            if (card->text() == title)
-                return card;
-        }
-        return nullptr;
-    }
+struct Shown : ShownFigures<DashboardPage> {
     QString value(const QString& title) const { return card(title)->value(); }
 
     QList<RowButton*> rows(const QString& list) const
@@ -74,9 +57,6 @@ struct Shown {
         return QString::number(static_cast<int>(arguments.at(0).value<PageId>())) + u' '
             + params.join(u' ');
     }
-
-    DashboardPage page;
-    QSignalSpy asked;
 };
 
 QString day(QDate date)

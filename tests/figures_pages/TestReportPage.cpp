@@ -1,3 +1,4 @@
+#include "figures_pages/ShownFigures.h"
 #include "pages/reports/FigureTableView.h"
 #include "pages/reports/ReportPage.h"
 #include "services/figures/Trend.h"
@@ -13,10 +14,8 @@
 #include "widgets/charts/HBarChart.h"
 #include "widgets/charts/ShareBar.h"
 #include "widgets/SegmentedControl.h"
-#include "widgets/StatCard.h"
 
 #include <QLineEdit>
-#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTextDocument>
 
@@ -28,15 +27,7 @@ using enum Category;
 
 enum Segment { LastYear = 4, All, Custom };
 
-struct Shown {
-    Shown()
-        : asked(&page, &IPage::navigateRequested)
-    {
-        page.resize(1000, 900);
-        page.show();
-        page.refresh();
-    }
-
+struct Shown : ShownFigures<ReportPage> {
     void choose(Segment segment) const
     {
         page.findChild<SegmentedControl*>()->setCurrentIndex(segment);
@@ -67,19 +58,7 @@ struct Shown {
         return rows;
     }
 
-    StatCard* card(const QString& title) const
-    {
-        for (auto* card : page.findChildren<StatCard*>()) {
-            if (card->text() == title)
-                return card;
-        }
-        return nullptr;
-    }
-
     NavParams lastParams() { return asked.takeLast().at(1).value<NavParams>(); }
-
-    ReportPage page;
-    QSignalSpy asked;
 };
 
 QString thisYear(const QString& day)

@@ -15,6 +15,7 @@
 #include <QDirIterator>
 #include <QLabel>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 

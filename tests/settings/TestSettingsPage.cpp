@@ -14,37 +14,14 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QSpinBox>
 
 #include <memory>
 
 using namespace Qt::StringLiterals;
+using Hands::button;
 using Hands::press;
 using Hands::shows;
-
-namespace {
-
-QStringList visibleButtons(const QWidget& page)
-{
-    QStringList texts;
-    for (const auto* button : page.findChildren<QPushButton*>()) {
-        if (button->isVisible())
-            texts += button->text();
-    }
-    return texts;
-}
-
-QRadioButton* choice(const QWidget& page, const QString& text)
-{
-    for (auto* button : page.findChildren<QRadioButton*>()) {
-        if (button->text() == text)
-            return button;
-    }
-    return nullptr;
-}
-
-} // namespace
 
 class TestSettingsPage final : public DatabaseTestCase {
     Q_OBJECT
@@ -80,18 +57,18 @@ private slots:
 
     void theThemeChangesAtOnceWhenItCanBeStored()
     {
-        QVERIFY(choice(*m_page, u"浅色"_s)->isChecked());
+        QVERIFY(button(*m_page, u"浅色"_s)->isChecked());
         press(*m_page, u"深色"_s);
         QCOMPARE(Theme::instance().mode(), ThemeMode::Dark);
         QCOMPARE(ProfileDao().load().themeMode, u"dark"_s);
         m_page->refresh();
-        QVERIFY(choice(*m_page, u"深色"_s)->isChecked());
+        QVERIFY(button(*m_page, u"深色"_s)->isChecked());
 
         QVERIFY(TestDatabase::refuseUpdates(u"company_profile"_s));
         ModalAnswerer answers(u"确定"_s);
         press(*m_page, u"浅色"_s);
         QCOMPARE(Theme::instance().mode(), ThemeMode::Dark);
-        QVERIFY2(choice(*m_page, u"深色"_s)->isChecked(), "the page shows what is stored");
+        QVERIFY2(button(*m_page, u"深色"_s)->isChecked(), "the page shows what is stored");
     }
 
     void newThresholdsAreAppliedToTheLedger()
@@ -202,8 +179,8 @@ private slots:
 
     void thePasswordButtonsFollowItsState()
     {
-        QVERIFY(visibleButtons(*m_page).contains(u"设置密码"_s));
-        QVERIFY(!visibleButtons(*m_page).contains(u"关闭密码"_s));
+        QVERIFY(button(*m_page, u"设置密码"_s));
+        QVERIFY(!button(*m_page, u"关闭密码"_s));
 
         ModalAnswerer answers([](QDialog* dialog) {
             dialog->findChild<QLineEdit*>(u"newPassword"_s)->setText(u"山岚2025"_s);
@@ -212,9 +189,9 @@ private slots:
         });
         press(*m_page, u"设置密码"_s);
         QVERIFY(ProfileDao().load().passwordEnabled);
-        QVERIFY(!visibleButtons(*m_page).contains(u"设置密码"_s));
-        QVERIFY(visibleButtons(*m_page).contains(u"修改密码"_s));
-        QVERIFY(visibleButtons(*m_page).contains(u"关闭密码"_s));
+        QVERIFY(!button(*m_page, u"设置密码"_s));
+        QVERIFY(button(*m_page, u"修改密码"_s));
+        QVERIFY(button(*m_page, u"关闭密码"_s));
     }
 
 private:

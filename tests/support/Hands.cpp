@@ -25,12 +25,19 @@ bool show(QWidget& window)
     return QTest::qWaitForWindowActive(&window);
 }
 
-void press(const QWidget& window, const QString& text)
+QAbstractButton* button(const QWidget& window, const QString& text)
 {
     for (auto* button : window.findChildren<QAbstractButton*>()) {
         if (button->isVisible() && button->isEnabled() && button->text().remove(u'&') == text)
-            return button->click();
+            return button;
     }
+    return nullptr;
+}
+
+void press(const QWidget& window, const QString& text)
+{
+    if (QAbstractButton* found = button(window, text))
+        return found->click();
     // Not the macro: it returns from the helper, and the test would go on as passed.
     QTest::qFail(qUtf8Printable(u"no button "_s + text), __FILE__, __LINE__);
 }

@@ -4,6 +4,7 @@
 
 #include <functional>
 
+class QAbstractButton;
 class QAbstractItemView;
 class QDialog;
 class QWidget;
@@ -14,7 +15,10 @@ namespace Hands {
 /// Shows a window; whether it is the active one, which keys reach.
 [[nodiscard]] bool show(QWidget& window);
 
-/// Clicks the button with this text (mnemonics aside); fails the test when there is none to click.
+/// The button with this text (mnemonics aside) that can be clicked, or null.
+QAbstractButton* button(const QWidget& window, const QString& text);
+
+/// Clicks the button with this text; fails the test when there is none to click.
 void press(const QWidget& window, const QString& text);
 
 /// Whether a label with just this text is to be seen.

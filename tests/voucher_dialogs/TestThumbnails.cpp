@@ -5,6 +5,8 @@
 #include "widgets/ThumbnailCache.h"
 #include "widgets/ThumbnailDecoder.h"
 
+#include <QSignalSpy>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -21,11 +23,6 @@ bool savePicture(const QString& name, const QSize& size, const QColor& color)
     return image.save(path(name));
 }
 
-bool savePdf(const QString& name)
-{
-    return TestFile::put(path(name), ArchiveSample::pdf(1));
-}
-
 } // namespace
 
 class TestThumbnails final : public TestCase {
@@ -37,7 +34,7 @@ private slots:
         QVERIFY(savePicture(u"wide.png"_s, { 400, 200 }, Qt::red));
         QVERIFY(savePicture(u"small.png"_s, { 10, 5 }, Qt::red));
         QVERIFY(TestFile::put(path(u"photo.jpg"_s), ArchiveSample::turnedJpeg()));
-        QVERIFY(savePdf(u"page.pdf"_s));
+        QVERIFY(TestFile::put(path(u"page.pdf"_s), ArchiveSample::pdf(1)));
         QCOMPARE(
             ThumbnailDecoder::decode(path(u"wide.png"_s), { 100, 100 }).size(), QSize(100, 50));
         QCOMPARE(ThumbnailDecoder::decode(path(u"small.png"_s), { 100, 100 }).size(), QSize(10, 5));
@@ -98,7 +95,7 @@ private slots:
         ThumbnailCache& cache = ThumbnailCache::instance();
         QSignalSpy ready(&cache, &ThumbnailCache::ready);
         for (int i = 0; i < 40; ++i) {
-            QVERIFY(savePdf(u"%1.pdf"_s.arg(i)));
+            QVERIFY(TestFile::put(path(u"%1.pdf"_s.arg(i)), ArchiveSample::pdf(1)));
             (void)cache.thumbnail(path(u"%1.pdf"_s.arg(i)), { 60, 60 }, 1);
         }
         QTRY_COMPARE_WITH_TIMEOUT(ready.count(), 40, 30000);

@@ -4,8 +4,8 @@
 #include "support/Hands.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
-#include "support/TestFile.h"
 #include "support/TestLedger.h"
+#include "vouchers_page/ArchiveSample.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -17,15 +17,10 @@
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
+using ArchiveSample::source;
 using Hands::press;
 
 namespace {
-
-QString source(const QString& name, const QByteArray& bytes)
-{
-    const QString path = AppPaths::dataDir() + u'/' + name;
-    return TestFile::put(path, bytes) ? path : QString();
-}
 
 // Of different contents each.
 QStringList sources(const QStringList& names)

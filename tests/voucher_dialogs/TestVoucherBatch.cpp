@@ -5,19 +5,11 @@
 #include "support/DatabaseTestCase.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
+#include "vouchers_page/ArchiveSample.h"
 
 using namespace Qt::StringLiterals;
+using ArchiveSample::source;
 using VoucherRules::Field;
-
-namespace {
-
-QString source(const QString& name, const QByteArray& bytes)
-{
-    const QString path = AppPaths::dataDir() + u'/' + name;
-    return TestFile::put(path, bytes) ? path : QString();
-}
-
-} // namespace
 
 class TestVoucherBatch final : public DatabaseTestCase {
     Q_OBJECT

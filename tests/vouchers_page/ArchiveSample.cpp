@@ -26,14 +26,18 @@ QByteArray picture(int width, int height, const char* format)
 
 namespace ArchiveSample {
 
+QString source(const QString& name, const QByteArray& bytes)
+{
+    const QString path = AppPaths::dataDir() + u'/' + name;
+    return TestFile::put(path, bytes) ? path : QString();
+}
+
 qint64 add(const QString& name, int day, qint64 projectId, const QList<qint64>& entries,
     const QByteArray& content, const QString& extension)
 {
-    const QString path = AppPaths::dataDir() + u"/source."_s + extension;
-    if (!TestFile::put(path, content.isEmpty() ? picture(40, 20 + day, "PNG") : content))
-        return 0;
     VoucherImportRequest request;
-    request.sourcePath = path;
+    request.sourcePath = source(
+        u"source."_s + extension, content.isEmpty() ? picture(40, 20 + day, "PNG") : content);
     request.name = name;
     request.voucherType = VoucherType::Invoice;
     request.voucherDate = QDate(2026, 1, day);

@@ -13,6 +13,9 @@ namespace ArchiveSample {
 qint64 add(const QString& name, int day, qint64 projectId = 0, const QList<qint64>& entries = {},
     const QByteArray& content = {}, const QString& extension = QStringLiteral("png"));
 
+/// A file of these bytes that is not archived yet; its path.
+QString source(const QString& name, const QByteArray& bytes);
+
 /// A JPEG picture of these pixels.
 QByteArray jpeg(int width, int height);
 /// One of 400 by 200 pixels whose EXIF block says that the camera was held upright.

@@ -9,6 +9,7 @@
 #include "vouchers_page/ArchiveSample.h"
 #include "widgets/FileView.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QScrollBar>
 #include <QWheelEvent>

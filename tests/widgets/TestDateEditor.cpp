@@ -4,6 +4,7 @@
 #include "widgets/DateEditor.h"
 
 #include <QApplication>
+#include <QSignalSpy>
 #include <QTimer>
 #include <QVBoxLayout>
 

@@ -8,6 +8,7 @@
 
 #include <QDir>
 #include <QLabel>
+#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 
