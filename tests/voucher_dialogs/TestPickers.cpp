@@ -74,7 +74,7 @@ private slots:
         QCOMPARE(picker.selectedIds(), (QList<qint64> { 3, 1 }));
     }
 
-    void ticksSurviveSearchAndSort()
+    void ticksSurviveSearchAndSortAndFollowTheMouse()
     {
         QVERIFY(addThree());
         TxPickerDialog picker({});
@@ -94,20 +94,12 @@ private slots:
         QCOMPARE(Hands::column(view, 2), (QStringList { u"安装费"_s, u"灯具"_s, u"增值税"_s }));
         press(picker, u"清空勾选"_s);
         QVERIFY2(picker.selectedIds().isEmpty(), "nothing ticked, nothing linked");
-    }
-
-    void clicksTick()
-    {
-        QVERIFY(addThree());
-        TxPickerDialog picker({});
-        picker.show();
-        QTableView* view = table(picker);
         Hands::clickCell(view, 0, 0);
-        QCOMPARE(picker.selectedIds(), QList<qint64> { 3 });
+        QCOMPARE(picker.selectedIds(), QList<qint64> { 2 });
         Hands::clickCell(view, 1, 2);
         QTest::mouseDClick(view->viewport(), Qt::LeftButton, {},
             view->visualRect(view->model()->index(1, 2)).center());
-        QCOMPARE(picker.selectedIds(), (QList<qint64> { 3, 2 }));
+        QCOMPARE(picker.selectedIds(), (QList<qint64> { 2, 1 }));
     }
 
     void aLedgerThatCannotBeReadIsNoChoice()
