@@ -2,12 +2,12 @@
 #include "pages/projects/ContractTableModel.h"
 #include "pages/projects/ProjectPage.h"
 #include "pages/vouchers/VoucherCard.h"
-#include "projects/ProjectSample.h"
 #include "support/DatabaseTestCase.h"
 #include "support/Hands.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
 #include "support/TestLedger.h"
+#include "vouchers_page/ArchiveSample.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -19,7 +19,6 @@
 #include <QTemporaryFile>
 
 using namespace Qt::StringLiterals;
-using namespace ProjectSample;
 using TestDatabase::refuse;
 using TestDatabase::row;
 using TestDatabase::rows;
@@ -64,6 +63,14 @@ struct ShownPage {
 
     ProjectPage page;
 };
+
+// 100.00 yuan received.
+qint64 addEntry(qint64 projectId)
+{
+    Transaction entry = TestLedger::entry(u"2026-02-03"_s, Category::BusinessIncome, Direction::In);
+    entry.projectId = projectId;
+    return TestLedger::add(entry);
+}
 
 } // namespace
 
@@ -141,7 +148,7 @@ private slots:
     {
         const qint64 id = addProject(u"甲"_s);
         addContract(id, u"合同"_s);
-        addVoucher(id, u"凭证"_s);
+        ArchiveSample::add(u"凭证"_s, 1, id);
         ShownPage shown(id);
         ModalAnswerer answers(u"删除"_s);
         shown.press(u"deleteProject"_s);
@@ -167,7 +174,7 @@ private slots:
         QFETCH(QString, message);
         const qint64 id = addProject(u"甲"_s);
         addContract(id, u"合同"_s);
-        addVoucher(id, u"凭证"_s);
+        ArchiveSample::add(u"凭证"_s, 1, id);
         if (atCommit) {
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"FOREIGN KEY"_s));
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"commit failed"_s));
@@ -228,8 +235,8 @@ private slots:
     {
         const qint64 id = addProject(u"甲"_s);
         const qint64 contract = addContract(id, u"合同"_s);
-        const qint64 kept = addVoucher(id, u"保留"_s);
-        const qint64 untied = addVoucher(id, u"解除"_s);
+        const qint64 kept = ArchiveSample::add(u"保留"_s, 1, id);
+        const qint64 untied = ArchiveSample::add(u"解除"_s, 1, id);
         for (const qint64 voucher : { kept, untied })
             QVERIFY(LinkDao().link(SourceType::Voucher, voucher, TargetType::Contract, contract));
         ShownPage shown(id);
@@ -252,7 +259,7 @@ private slots:
     void removingAVoucherFromTheProjectKeepsItsOtherLinks()
     {
         const qint64 id = addProject(u"甲"_s);
-        const qint64 voucher = addVoucher(id, u"凭证"_s);
+        const qint64 voucher = ArchiveSample::add(u"凭证"_s, 1, id);
         const qint64 entry = addEntry(id);
         QVERIFY(LinkDao().link(SourceType::Voucher, voucher, TargetType::Transaction, entry));
         ShownPage shown(id);
