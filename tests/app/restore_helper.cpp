@@ -44,7 +44,7 @@ void restoreOnceShown(const QString& folder)
         answerDialogs(folder);
         for (auto* button : window->findChildren<QPushButton*>()) {
             if (button->text() == u"从备份恢复"_s)
-                QTimer::singleShot(0, button, &QPushButton::click);
+                QMetaObject::invokeMethod(button, &QPushButton::click, Qt::QueuedConnection);
         }
     });
     waiting->start(20);
@@ -55,7 +55,8 @@ void lendHands()
     const QString folder = qEnvironmentVariable("BRIXA_TEST_RESTORE");
     qunsetenv("BRIXA_TEST_RESTORE");
     if (!folder.isEmpty())
-        QTimer::singleShot(0, qApp, [folder] { restoreOnceShown(folder); });
+        QMetaObject::invokeMethod(
+            qApp, [folder] { restoreOnceShown(folder); }, Qt::QueuedConnection);
 }
 
 } // namespace

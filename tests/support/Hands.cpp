@@ -104,10 +104,12 @@ std::function<void(QDialog*)> choosePath(const QString& path)
 bool showsNotice(const std::function<void()>& work)
 {
     bool seen = false;
-    QTimer::singleShot(0, qApp, [&seen] {
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &look, [&seen] {
         const QWidget* notice = QApplication::activeModalWidget();
-        seen = notice && notice->objectName() == u"BusyNotice";
+        seen = seen || (notice && notice->objectName() == u"BusyNotice");
     });
+    look.start(0);
     work();
     return seen;
 }

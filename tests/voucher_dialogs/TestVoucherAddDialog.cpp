@@ -15,6 +15,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 using ArchiveSample::source;
@@ -51,7 +52,7 @@ QString save(const QDialog& dialog)
 {
     ModalAnswerer answers(u"确定"_s);
     press(dialog, u"保存入库"_s);
-    const auto seen = answers.seen();
+    const auto& seen = answers.seen();
     return seen.isEmpty() ? QString() : seen.first().title + u'|' + seen.first().text;
 }
 
@@ -139,11 +140,15 @@ private slots:
     {
         VoucherAddDialog dialog({ .files = sources({ u"a.pdf"_s, u"b.pdf"_s }) });
         dialog.show();
-        QTimer::singleShot(0, &dialog, [] {
-            auto* notice = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            QVERIFY(notice && notice->objectName() == u"BusyNotice");
+        QTimer impatience;
+        connect(&impatience, &QTimer::timeout, &dialog, [&impatience] {
+            const auto* notice = QApplication::activeModalWidget();
+            if (!notice || notice->objectName() != u"BusyNotice")
+                return;
+            impatience.stop();
             press(*notice, u"停止"_s);
         });
+        impatience.start(0);
         QCOMPARE(save(dialog), u"已停止入库|已成功入库 0 个文件，其余 2 个仍在队列中。"_s);
         QCOMPARE(queued(dialog).size(), 2);
         QCOMPARE(save(dialog), u"入库完成|成功入库 2 个文件。"_s);

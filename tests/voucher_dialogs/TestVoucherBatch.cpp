@@ -9,7 +9,6 @@
 
 using namespace Qt::StringLiterals;
 using ArchiveSample::source;
-using VoucherRules::Field;
 
 class TestVoucherBatch final : public DatabaseTestCase {
     Q_OBJECT

@@ -23,7 +23,6 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTableView>
-#include <QTimer>
 
 #include <memory>
 
@@ -207,16 +206,8 @@ private slots:
         QCOMPARE(TestLedger::addMany(5000), QString());
         open({});
         select(u"甲"_s);
-        bool noticed = false;
-        ModalAnswerer answers([&noticed](QDialog* box) {
-            ModalAnswerer::buttonOf(box, u"删除"_s)->click();
-            QTimer::singleShot(0, qApp, [&noticed] {
-                const QWidget* notice = QApplication::activeModalWidget();
-                noticed = notice && notice->objectName() == u"BusyNotice";
-            });
-        });
-        press(Qt::Key_Delete);
-        QVERIFY(noticed);
+        ModalAnswerer answers(u"删除"_s);
+        QVERIFY(Hands::showsNotice([this] { press(Qt::Key_Delete); }));
         QCOMPARE(TestDatabase::row(u"SELECT COUNT(*) FROM vouchers"_s), u"0"_s);
     }
 
