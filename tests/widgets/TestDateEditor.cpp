@@ -126,7 +126,7 @@ private slots:
         QTest::keyClick(form.field, Qt::Key_F4);
         QWidget* popup = QApplication::activePopupWidget();
         QVERIFY(popup);
-        QWidget* days = popup->findChild<QWidget*>(u"qt_calendar_calendarview"_s);
+        auto* days = popup->findChild<QWidget*>(u"qt_calendar_calendarview"_s);
         QTest::keyClick(days, Qt::Key_Right);
         QTest::keyClick(days, Qt::Key_Return);
         QTRY_VERIFY(!QApplication::activePopupWidget());
