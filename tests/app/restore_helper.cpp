@@ -44,7 +44,7 @@ void restoreOnceShown(const QString& folder)
         answerDialogs(folder);
         for (auto* button : window->findChildren<QPushButton*>()) {
             if (button->text() == u"从备份恢复"_s)
-                QMetaObject::invokeMethod(button, &QPushButton::click, Qt::QueuedConnection);
+                return button->click();
         }
     });
     waiting->start(20);
@@ -55,8 +55,7 @@ void lendHands()
     const QString folder = qEnvironmentVariable("BRIXA_TEST_RESTORE");
     qunsetenv("BRIXA_TEST_RESTORE");
     if (!folder.isEmpty())
-        QMetaObject::invokeMethod(
-            qApp, [folder] { restoreOnceShown(folder); }, Qt::QueuedConnection);
+        restoreOnceShown(folder);
 }
 
 } // namespace
