@@ -2,6 +2,7 @@
 
 #include "db/DatabaseManager.h"
 #include "db/ProfileDao.h"
+#include "support/TestLedger.h"
 
 #include <functional>
 
@@ -12,10 +13,7 @@ inline bool prepareFamiliarOwner(const std::function<bool(ProfileDao&)>& change 
     if (!DatabaseManager::instance().open())
         return false;
     ProfileDao profiles;
-    CompanyProfile profile = profiles.load();
-    profile.companyName = QStringLiteral("杭州山岚设计有限公司");
-    profile.shareholderName = QStringLiteral("林岚");
-    const bool stored = profiles.save(profile)
+    const bool stored = TestLedger::storeCompany()
         && profiles.confirmDisclaimer(QStringLiteral("DISCLAIMER_V1.0"))
         && (!change || change(profiles));
     DatabaseManager::instance().close();

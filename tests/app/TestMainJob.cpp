@@ -1,10 +1,10 @@
 #include "app/MainWindow.h"
 #include "app/PageFactory.h"
 #include "core/AppPaths.h"
-#include "db/ProfileDao.h"
 #include "pages/ledger/LedgerModel.h"
 #include "services/risk/RiskService.h"
 #include "support/DatabaseTestCase.h"
+#include "support/Hands.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
@@ -19,17 +19,9 @@
 #include <QTableView>
 
 using namespace Qt::StringLiterals;
+using Hands::press;
 
 namespace {
-
-void press(const QWidget& window, const QString& text)
-{
-    for (auto* button : window.findChildren<QAbstractButton*>()) {
-        if (button->isVisible() && button->text() == text)
-            return button->click();
-    }
-    QTest::qFail(qUtf8Printable(u"no button "_s + text), __FILE__, __LINE__);
-}
 
 template <typename Widget> Widget* part(const QWidget* window, const QString& name)
 {
@@ -39,18 +31,9 @@ template <typename Widget> Widget* part(const QWidget* window, const QString& na
     return found;
 }
 
-void choose(const QDialog* dialog, const QString& combo, const QString& text)
-{
-    part<QComboBox>(dialog, combo)->setCurrentText(text);
-}
-
-// The texts of a column, from the top.
 QString column(const QTableView* table, int column)
 {
-    QStringList cells;
-    for (int row = 0; row < table->model()->rowCount(); ++row)
-        cells += table->model()->index(row, column).data().toString();
-    return cells.join(u' ');
+    return Hands::column(table, column).join(u' ');
 }
 
 QString previewed(const QDialog* dialog)
@@ -61,11 +44,7 @@ QString previewed(const QDialog* dialog)
 // Two payments to the owner of one month: with a third one they are a cluster.
 bool storeCompany()
 {
-    ProfileDao profiles;
-    CompanyProfile profile = profiles.load();
-    profile.companyName = u"杭州山岚设计有限公司"_s;
-    profile.shareholderName = u"林岚"_s;
-    bool stored = profiles.save(profile);
+    bool stored = TestLedger::storeCompany();
     for (const auto* date : { "2025-03-01", "2025-03-10" })
         stored = stored
             && TestLedger::add(
@@ -89,10 +68,10 @@ class TestMainJob final : public DatabaseTestCase {
         part<AmountField>(dialog, u"amount"_s)->setAmountFen(6'000'000);
         part<QLineEdit>(dialog, u"counterpartyName"_s)->setText(u"林岚"_s);
         part<QLineEdit>(dialog, u"summary"_s)->setText(u"备用金"_s);
-        choose(dialog, u"ownerAccount"_s, u"股东私人账户"_s);
+        part<QComboBox>(dialog, u"ownerAccount"_s)->setCurrentText(u"股东私人账户"_s);
         previews += previewed(dialog); // the category follows the direction: a business expense
-        choose(dialog, u"ownerAccount"_s, u"对公账户"_s);
-        choose(dialog, u"category"_s, labelOf(Category::ShareholderOut));
+        part<QComboBox>(dialog, u"ownerAccount"_s)->setCurrentText(u"对公账户"_s);
+        part<QComboBox>(dialog, u"category"_s)->setCurrentText(labelOf(Category::ShareholderOut));
         previews += previewed(dialog);
         press(*dialog, u"从本地添加新凭证…"_s);
         previews += previewed(dialog);
@@ -107,8 +86,7 @@ private slots:
         QVERIFY(TestFile::put(receipt, "%PDF-1.4"));
         MainWindow window(createPage);
         window.resize(1280, 800);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QVERIFY(Hands::show(window));
         QTest::keyClick(&window, Qt::Key_2, Qt::ControlModifier);
         const auto* ledger = part<QTableView>(&window, u"ledgerTable"_s);
         QTRY_COMPARE(column(ledger, LedgerModel::Risk), u"正常 正常"_s);
@@ -117,10 +95,7 @@ private slots:
         {
             ModalAnswerer answers([&](QDialog* dialog) { recordPayment(dialog, previews); });
             answers.expect([](QDialog* dialog) { press(*dialog, u"选择文件…（可多选）"_s); });
-            answers.expect([&](QDialog* dialog) {
-                part<QLineEdit>(dialog, u"fileNameEdit"_s)->setText(receipt);
-                dialog->accept();
-            });
+            answers.expect(Hands::choosePath(receipt));
             answers.expectButton(u"保存入库"_s);
             answers.expectButton(u"确定"_s);
             QTest::keyClick(&window, Qt::Key_N, Qt::ControlModifier);
@@ -132,8 +107,7 @@ private slots:
         QCOMPARE(column(ledger, LedgerModel::Vouchers), u"1 0 0"_s);
         QCOMPARE(column(ledger, LedgerModel::Risk), u"中风险 中风险 中风险"_s);
 
-        const QRect actions = ledger->visualRect(ledger->model()->index(0, LedgerModel::Actions));
-        QTest::mouseClick(ledger->viewport(), Qt::LeftButton, {}, actions.center());
+        Hands::clickCell(ledger, 0, LedgerModel::Actions);
         auto* nature = part<QComboBox>(&window, u"fundNature"_s);
         QTRY_VERIFY(nature->isVisible());
         nature->setCurrentText(u"备用金"_s);

@@ -5,6 +5,7 @@
 #include "support/TestDatabase.h"
 
 #include <QLockFile>
+#include <QTemporaryDir>
 
 #include <csignal>
 

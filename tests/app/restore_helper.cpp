@@ -2,10 +2,10 @@
 // environment names, through the settings page as an owner would. Started again it is left alone.
 
 #include "app/Program.h"
+#include "support/Hands.h"
 #include "support/ModalAnswerer.h"
 
 #include <QApplication>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QTimer>
 
@@ -26,10 +26,7 @@ void answerDialogs(const QString& folder)
 {
     // Lives until the program ends, which is before the last expectation could be missed.
     static auto* answers = new ModalAnswerer;
-    answers->expect([folder](QDialog* dialog) {
-        dialog->findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(folder);
-        dialog->accept();
-    });
+    answers->expect(Hands::choosePath(folder));
     answers->expectButton(u"继续恢复"_s);
     answers->expectButton(u"确认恢复（覆盖当前数据）"_s);
     answers->expectButton(u"确定"_s);
@@ -47,7 +44,7 @@ void restoreOnceShown(const QString& folder)
         answerDialogs(folder);
         for (auto* button : window->findChildren<QPushButton*>()) {
             if (button->text() == u"从备份恢复"_s)
-                QTimer::singleShot(0, button, &QPushButton::click);
+                return button->click();
         }
     });
     waiting->start(20);
@@ -58,7 +55,7 @@ void lendHands()
     const QString folder = qEnvironmentVariable("BRIXA_TEST_RESTORE");
     qunsetenv("BRIXA_TEST_RESTORE");
     if (!folder.isEmpty())
-        QTimer::singleShot(0, qApp, [folder] { restoreOnceShown(folder); });
+        restoreOnceShown(folder);
 }
 
 } // namespace

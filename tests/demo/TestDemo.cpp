@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QImage>
 #include <QProcess>
+#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 

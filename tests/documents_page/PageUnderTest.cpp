@@ -1,6 +1,5 @@
 #include "PageUnderTest.h"
 
-#include "db/ProfileDao.h"
 #include "pages/documents/DocumentPreview.h"
 #include "support/TestLedger.h"
 
@@ -106,15 +105,6 @@ bool PageUnderTest::previewSays(const QString& words)
 }
 
 namespace Sample {
-
-bool storeCompany()
-{
-    ProfileDao profiles;
-    CompanyProfile profile = profiles.load();
-    profile.companyName = u"杭州山岚设计有限公司"_s;
-    profile.shareholderName = u"林岚"_s;
-    return profiles.save(profile);
-}
 
 qint64 entry(
     const QString& date, const QString& summary, Direction direction, Category category, qint64 fen)

@@ -36,8 +36,6 @@ public:
 
 namespace Sample {
 
-/// Stores names of company and owner; false on failure.
-[[nodiscard]] bool storeCompany();
 /// Stores an entry; its id.
 qint64 entry(const QString& date, const QString& summary, Direction direction,
     Category category = Category::ShareholderOut, qint64 fen = 100'000);

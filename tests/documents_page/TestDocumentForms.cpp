@@ -6,10 +6,12 @@
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
+#include "support/TestLedger.h"
 
 #include <QComboBox>
 #include <QDir>
 #include <QDoubleSpinBox>
+#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 
@@ -34,7 +36,7 @@ private slots:
     void init()
     {
         DatabaseTestCase::init();
-        QVERIFY(Sample::storeCompany());
+        QVERIFY(TestLedger::storeCompany());
     }
 
     void anAnnualDecisionIsStoredAsThePreviewShowedIt()

@@ -6,10 +6,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+const QString dateText = u"请选择交易日期"_s;
 const QString amountText = u"金额必须大于 0 且不超过 99,999,999.99 元"_s;
 const QString summaryText = u"摘要需 2–64 个字"_s;
 
-Transaction with(void (*change)(Transaction&))
+template <typename Change> Transaction with(const Change& change)
 {
     Transaction entry = TestLedger::entry(u"2025-03-01"_s, Category::Other, Direction::Out);
     change(entry);
@@ -25,45 +26,31 @@ private slots:
     void theFirstProblemIsTold_data()
     {
         addColumns<Transaction, QString>("entry", "text");
-        const auto row = [](const char* name, void (*change)(Transaction&), const QString& text) {
-            addCase(name, with(change), text);
+        using Entry = Transaction;
+        const auto row = [](const char* name, auto field, const auto& value, const QString& text) {
+            addCase(name, with([&](Transaction& entry) { entry.*field = value; }), text);
         };
-        row("nothing wrong", [](Transaction&) {}, {});
-        row(
-            "no date", [](Transaction& e) { e.transDate = {}; }, u"请选择交易日期"_s);
-        row(
-            "amount 0", [](Transaction& e) { e.amountFen = 0; }, amountText);
-        row("largest amount", [](Transaction& e) { e.amountFen = 9'999'999'999; }, {});
-        row(
-            "amount too large", [](Transaction& e) { e.amountFen = 10'000'000'000; }, amountText);
-        row(
-            "summary of one", [](Transaction& e) { e.summary = u"　款 "_s; }, summaryText);
-        row("summary of two", [](Transaction& e) { e.summary = u"货款"_s; }, {});
-        row("summary of 64 beyond the BMP",
-            [](Transaction& e) { e.summary = u"𠮷"_s.repeated(64) + u' '; }, {});
-        row(
-            "summary of 65", [](Transaction& e) { e.summary = QString(65, u'款'); }, summaryText);
-        row(
-            "blank counterparty", [](Transaction& e) { e.counterpartyName = u" 　"_s; },
-            u"请填写对方名称"_s);
-        row("counterparty of 64", [](Transaction& e) { e.counterpartyName = QString(64, u'林'); },
-            {});
-        row(
-            "counterparty of 65", [](Transaction& e) { e.counterpartyName = QString(65, u'林'); },
+        row("nothing wrong", &Entry::note, QString(), {});
+        row("no date", &Entry::transDate, QDate(), dateText);
+        row("amount 0", &Entry::amountFen, 0, amountText);
+        row("largest amount", &Entry::amountFen, 9'999'999'999, {});
+        row("amount too large", &Entry::amountFen, 10'000'000'000, amountText);
+        row("summary of one", &Entry::summary, u"　款 "_s, summaryText);
+        row("summary of two", &Entry::summary, u"货款"_s, {});
+        row("summary of 64 beyond the BMP", &Entry::summary, u"𠮷"_s.repeated(64) + u' ', {});
+        row("summary of 65", &Entry::summary, QString(65, u'款'), summaryText);
+        row("blank counterparty", &Entry::counterpartyName, u" 　"_s, u"请填写对方名称"_s);
+        row("counterparty of 64", &Entry::counterpartyName, QString(64, u'林'), {});
+        row("counterparty of 65", &Entry::counterpartyName, QString(65, u'林'),
             u"对方名称最多 64 个字"_s);
-        row("note of 500", [](Transaction& e) { e.note = QString(500, u'备'); }, {});
-        row(
-            "note of 501", [](Transaction& e) { e.note = QString(501, u'备'); },
-            u"备注最多 500 个字"_s);
-        row(
-            "everything wrong: the date comes first", [](Transaction& e) { e = Transaction(); },
-            u"请选择交易日期"_s);
-        row(
-            "amount before summary", [](Transaction& e) { e.amountFen = 0, e.summary.clear(); },
-            amountText);
-        row(
-            "summary before counterparty",
-            [](Transaction& e) { e.summary.clear(), e.counterpartyName.clear(); }, summaryText);
+        row("note of 500", &Entry::note, QString(500, u'备'), {});
+        row("note of 501", &Entry::note, QString(501, u'备'), u"备注最多 500 个字"_s);
+        addCase("everything wrong: the date comes first", Transaction(), dateText);
+        addCase("amount before summary",
+            with([](Transaction& e) { e.amountFen = 0, e.summary.clear(); }), amountText);
+        addCase("summary before counterparty",
+            with([](Transaction& e) { e.summary.clear(), e.counterpartyName.clear(); }),
+            summaryText);
     }
 
     void theFirstProblemIsTold()

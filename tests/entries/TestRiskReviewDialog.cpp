@@ -1,22 +1,18 @@
 #include "dialogs/transaction/RiskReviewDialog.h"
 #include "services/entries/EntryService.h"
 #include "support/DatabaseTestCase.h"
+#include "support/Hands.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
 #include "support/TestLedger.h"
 
 #include <QLabel>
 #include <QPlainTextEdit>
-#include <QPushButton>
 
 using namespace Qt::StringLiterals;
+using Hands::press;
 
 namespace {
-
-void press(const QDialog& dialog, const QString& button)
-{
-    ModalAnswerer::buttonOf(&dialog, button)->click();
-}
 
 void explain(const QDialog& dialog, const QString& text)
 {

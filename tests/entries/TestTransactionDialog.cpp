@@ -1,8 +1,8 @@
 #include "core/AppPaths.h"
-#include "db/ProjectDao.h"
 #include "db/TransactionDao.h"
 #include "dialogs/transaction/TransactionDialog.h"
 #include "support/DatabaseTestCase.h"
+#include "support/Hands.h"
 #include "support/InputMethod.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
@@ -13,30 +13,24 @@
 #include "widgets/DateEditor.h"
 #include "widgets/FileIntake.h"
 
-#include <QAccessible>
+#include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
 #include <QCompleter>
-#include <QDropEvent>
 #include <QLineEdit>
-#include <QMimeData>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QRadioButton>
+#include <QSignalSpy>
 #include <QTableView>
 
 using namespace Qt::StringLiterals;
+using Hands::press;
 
 namespace {
 
 template <typename Widget> Widget* part(const QWidget& dialog, const QString& name)
 {
     return dialog.findChild<Widget*>(name);
-}
-
-void press(const QDialog& dialog, const QString& button)
-{
-    ModalAnswerer::buttonOf(&dialog, button)->click();
 }
 
 void fill(const QDialog& dialog)
@@ -54,11 +48,11 @@ QString preview(const QDialog& dialog)
 // The list of vouchers as the user reads it, a line each.
 QStringList vouchers(const QDialog& dialog)
 {
-    const QAbstractItemModel* model = part<QTableView>(dialog, u"attachedVouchers"_s)->model();
-    QStringList lines;
-    for (int row = 0; row < model->rowCount(); ++row)
-        lines += model->index(row, 0).data().toString() + u'|'
-            + model->index(row, 1).data().toString();
+    const auto* table = part<QTableView>(dialog, u"attachedVouchers"_s);
+    QStringList lines = Hands::column(table, 0);
+    const QStringList changes = Hands::column(table, 1);
+    for (qsizetype row = 0; row < lines.size(); ++row)
+        lines[row] += u'|' + changes.at(row);
     return lines;
 }
 
@@ -79,25 +73,27 @@ class TestTransactionDialog final : public DatabaseTestCase {
     Q_OBJECT
 
 private slots:
-    void aNewEntryIsTypedAndStored()
+    void aNewEntryIsTypedAsTabLeadsAndStored()
     {
         TransactionDialog dialog(qint64(0));
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(Hands::show(dialog));
         QCOMPARE(dialog.windowTitle(), u"登记资金流水"_s);
-        QTest::keyClicks(dialog.focusWidget(), u"20250203"_s);
         part<QRadioButton>(dialog, u"directionOut"_s)->setChecked(true);
-        part<AmountField>(dialog, u"amount"_s)->setFocus();
-        QTRY_VERIFY(!part<AmountField>(dialog, u"amount"_s)
-                         ->findChild<QLineEdit*>()
-                         ->selectedText()
-                         .isEmpty());
-        QTest::keyClicks(dialog.focusWidget(), u"1234.5"_s);
-        for (const auto& [name, text] : { std::pair(u"counterpartyName"_s, u" 甲 %1 公司"_s),
-                 std::pair(u"summary"_s, u"设备款"_s), std::pair(u"note"_s, u"两台服务器"_s) }) {
-            part<QWidget>(dialog, name)->setFocus();
+        QStringList reached;
+        const auto typeAndTab = [&](const QString& text, int times) {
             InputMethod::commit(text);
-        }
+            reached += Hands::namesByTab(dialog, times);
+        };
+        typeAndTab(u"20250203"_s, 2);
+        const auto* amount = part<AmountField>(dialog, u"amount"_s)->findChild<QLineEdit*>();
+        QTRY_VERIFY(!amount->selectedText().isEmpty());
+        typeAndTab(u"1234.5"_s, 4);
+        typeAndTab(u" 甲 %1 公司"_s, 2);
+        typeAndTab(u"设备款"_s, 1);
+        typeAndTab(u"两台服务器"_s, 2);
+        QCOMPARE(reached.join(u' '),
+            u"交易日期 收入 金额（元） 本方账户 资金分类 关联项目 对方名称 对方账户类型 摘要 备注 "
+            "添加已归档凭证…"_s);
         QTest::keyClick(dialog.focusWidget(), Qt::Key_Return, Qt::ControlModifier);
         QCOMPARE(dialog.result(), static_cast<int>(QDialog::Accepted));
         QVERIFY(dialog.entryId() > 0);
@@ -127,8 +123,7 @@ private slots:
         QFETCH(QString, value);
         QFETCH(QString, text);
         TransactionDialog dialog(qint64(0));
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(Hands::show(dialog));
         fill(dialog);
         if (auto* area = part<QPlainTextEdit>(dialog, field))
             area->setPlainText(value);
@@ -178,8 +173,7 @@ private slots:
         }
         QCOMPARE(linkCount(), 1);
         TransactionDialog dialog(id);
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(Hands::show(dialog));
         auto* table = part<QTableView>(dialog, u"attachedVouchers"_s);
         for (const QString& change :
             { u"移除关联（保存后生效）"_s, u"已关联"_s, u"移除关联（保存后生效）"_s }) {
@@ -195,20 +189,16 @@ private slots:
 
     void anArchivedProjectStaysTheEntrysProject()
     {
-        Project project { .name = u"展厅 %1"_s,
-            .code = u"P-9"_s,
-            .clientName = u"甲"_s,
-            .status = ProjectStatus::Archived };
-        QVERIFY(ProjectDao().insert(project));
         Transaction entry = TestLedger::entry(u"2025-03-01"_s, Category::Other, Direction::Out);
-        entry.projectId = project.id;
+        entry.projectId = TestLedger::addProject(u"展厅 %1"_s, u"甲"_s, ProjectStatus::Archived);
         TransactionDialog dialog(TestLedger::add(entry));
         dialog.show();
         QCOMPARE(dialog.windowTitle(), u"编辑资金流水"_s);
-        QCOMPARE(
-            part<QComboBox>(dialog, u"project"_s)->currentText(), u"P-9 展厅 %1（历史项目）"_s);
+        QVERIFY(part<QComboBox>(dialog, u"project"_s)
+                    ->currentText()
+                    .endsWith(u" 展厅 %1（历史项目）"_s));
         press(dialog, u"保存"_s);
-        QCOMPARE(TransactionDao().findById(dialog.entryId())->projectId, project.id);
+        QCOMPARE(TransactionDao().findById(dialog.entryId())->projectId, entry.projectId);
         TransactionDialog other(qint64(0));
         QCOMPARE(part<QComboBox>(other, u"project"_s)->count(), 1);
     }
@@ -256,8 +246,7 @@ private slots:
     {
         QVERIFY(addLargeEntry() > 0);
         TransactionDialog dialog(qint64(0));
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(Hands::show(dialog));
         fill(dialog);
         auto* name = part<QLineEdit>(dialog, u"counterpartyName"_s);
         name->setFocus();
@@ -293,22 +282,6 @@ private slots:
         QVERIFY(answers.seen().at(0).text.contains(u"该流水可能已被删除。"_s));
     }
 
-    void tabReachesTheFieldsByTheirLabelsInOrder()
-    {
-        TransactionDialog dialog(qint64(0));
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
-        QStringList names;
-        for (int i = 0; i < 10; ++i) {
-            names += dialog.focusWidget()->accessibleName();
-            QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
-        }
-        // A radio button is named by its own text.
-        QCOMPARE(names,
-            (QStringList { u"交易日期"_s, QString(), u"金额（元）"_s, u"本方账户"_s, u"资金分类"_s,
-                u"关联项目"_s, u"对方名称"_s, u"对方账户类型"_s, u"摘要"_s, u"备注"_s }));
-    }
-
     void pickedVouchersAreAttachedAndMarkedOnesKept()
     {
         const qint64 id = addLargeEntry();
@@ -336,19 +309,11 @@ private slots:
         const QString file = AppPaths::dataDir() + u"/三月回单.png"_s;
         QVERIFY(TestFile::put(file, "picture"));
         TransactionDialog dialog(qint64(0));
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(Hands::show(dialog));
         ModalAnswerer answers(u"保存入库"_s);
         answers.expectButton(u"确定"_s);
         auto* note = part<QPlainTextEdit>(dialog, u"note"_s);
-        QMimeData files;
-        files.setUrls({ QUrl::fromLocalFile(file) });
-        const Qt::DropActions actions = Qt::MoveAction | Qt::CopyAction;
-        QDragEnterEvent enter({ 20, 8 }, actions, &files, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(note, &enter);
-        QDropEvent drop({ 20, 8 }, actions, &files, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(note, &drop);
-        QVERIFY2(drop.dropAction() == Qt::CopyAction, "the sender keeps its file");
+        QVERIFY2(Hands::dropFiles(note, { file }), "the sender keeps its file");
         QTRY_COMPARE(vouchers(dialog).size(), 1);
         QVERIFY(vouchers(dialog).at(0).contains(u"三月回单"_s));
         QCOMPARE(note->toPlainText(), QString());
@@ -365,8 +330,7 @@ private slots:
     void aPastedPictureIsTakenByTheVoucherDialogAndTextIsNot()
     {
         TransactionDialog dialog(qint64(0));
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(Hands::show(dialog));
         QSignalSpy offered(dialog.findChild<FileIntake*>(), &FileIntake::offered);
         auto* summary = part<QLineEdit>(dialog, u"summary"_s);
         summary->setFocus();

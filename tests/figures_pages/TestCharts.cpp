@@ -1,3 +1,4 @@
+#include "support/Hands.h"
 #include "support/TestCase.h"
 #include "widgets/charts/BarChart.h"
 #include "widgets/charts/ShareBar.h"
@@ -114,8 +115,7 @@ private slots:
     {
         BarChart chart(u"近 12 个月收支"_s);
         chart.resize(400, 280);
-        chart.show();
-        QVERIFY(QTest::qWaitForWindowActive(&chart));
+        QVERIFY(Hands::show(chart));
         chart.setItems(months(12, { 100, 50, 50 }));
         chart.setFocus();
         QSignalSpy activated(&chart, &ChartView::activated);

@@ -1,5 +1,4 @@
-#include "db/ProfileDao.h"
-#include "db/ProjectDao.h"
+#include "figures_pages/ShownFigures.h"
 #include "pages/dashboard/DashboardPage.h"
 #include "services/risk/RiskService.h"
 #include "support/DatabaseTestCase.h"
@@ -8,10 +7,8 @@
 #include "widgets/Banner.h"
 #include "widgets/charts/BarChart.h"
 #include "widgets/RowButton.h"
-#include "widgets/StatCard.h"
 
 #include <QPushButton>
-#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 
@@ -20,23 +17,7 @@ namespace {
 using enum Category;
 
 /// The page as the window shows it.
-struct Shown {
-    Shown()
-        : asked(&page, &IPage::navigateRequested)
-    {
-        page.resize(1000, 900);
-        page.show();
-        page.refresh();
-    }
-
-    StatCard* card(const QString& title) const
-    {
-        for (auto* card : page.findChildren<StatCard*>()) {
-            if (card->text() == title)
-                return card;
-        }
-        return nullptr;
-    }
+struct Shown : ShownFigures<DashboardPage> {
     QString value(const QString& title) const { return card(title)->value(); }
 
     QList<RowButton*> rows(const QString& list) const
@@ -76,9 +57,6 @@ struct Shown {
         return QString::number(static_cast<int>(arguments.at(0).value<PageId>())) + u' '
             + params.join(u' ');
     }
-
-    DashboardPage page;
-    QSignalSpy asked;
 };
 
 QString day(QDate date)
@@ -104,30 +82,21 @@ class TestDashboardPage final : public DatabaseTestCase {
 
     void fillLedger()
     {
-        CompanyProfile profile = ProfileDao().load();
-        profile.companyName = u"拾光设计"_s;
-        profile.shareholderName = u"周岚"_s;
-        QVERIFY(ProfileDao().save(profile));
+        QVERIFY(TestLedger::storeCompany());
         addToday(BusinessIncome, Direction::In, 500'000, AccountType::Company);
         m_private = addToday(BusinessExpense, Direction::Out, 120'050, AccountType::Private);
         m_fromOwner = addToday(ShareholderIn, Direction::In, 30'000, AccountType::Company);
-        Project project;
-        project.name = u"官网 & <b>"_s;
-        project.status = ProjectStatus::Ongoing;
-        QVERIFY(ProjectDao().insert(project));
-        m_project = project.id;
+        m_project = TestLedger::addProject(u"官网 & <b>"_s);
         QVERIFY(TestLedger::addVoucher(0) > 0);
         RiskService().reevaluateAll();
     }
 
 private slots:
-    void aNewLedgerShowsItsFirstSteps()
+    void aNewLedgerShowsItsFirstStepsUntilAllAreDone()
     {
         Shown shown;
         const auto steps = shown.rows(u"steps"_s);
         QCOMPARE(steps.size(), 3);
-        QCOMPARE(steps.at(0)->text(), u"① 完善公司档案"_s);
-        QCOMPARE(steps.at(0)->content().end, u"去完成"_s);
         QVERIFY(!shown.card(u"高风险流水"_s)->isVisible());
         steps.at(0)->click();
         QCOMPARE(shown.lastRequest(), u"6 section=profile"_s);
@@ -135,12 +104,9 @@ private slots:
         QCOMPARE(shown.lastRequest(), u"1 "_s);
         steps.at(2)->click();
         QCOMPARE(shown.lastRequest(), u"4 "_s);
-    }
 
-    void doneStepsCarryATickUntilAllAreDone()
-    {
         addToday(BusinessIncome, Direction::In, 1, AccountType::Company);
-        Shown shown;
+        shown.page.refresh();
         QStringList ends;
         for (const RowButton* step : shown.rows(u"steps"_s))
             ends += step->content().end;
@@ -190,7 +156,7 @@ private slots:
         QCOMPARE(shown.card(u"股东往来净额（本年）"_s)->foot(), u"股东欠公司：转付多于转入"_s);
     }
 
-    void rowsLeadToWhatTheyName()
+    void everythingLeadsToWhatItNames()
     {
         fillLedger();
         Shown shown;
@@ -211,23 +177,13 @@ private slots:
         QCOMPARE(shown.lastRequest(), u"2 kind=independence_statement"_s);
         QTest::keyClick(todo.first(), Qt::Key_Return);
         QCOMPARE(shown.lastRequest(), u"1 risk=high"_s);
-    }
 
-    void aMonthOfTheChartOpensItsEntries()
-    {
-        fillLedger();
-        Shown shown;
         auto* chart = shown.page.findChild<BarChart*>();
         QCOMPARE(chart->itemCount(), 12);
         QVERIFY(chart->itemLines(11).contains(u"支出 1,200.50 元"_s));
         emit chart->activated(11);
         QVERIFY(shown.lastRequest().startsWith(u"1 dateFrom="_s));
-    }
 
-    void bannersLeadToTheirSetting()
-    {
-        fillLedger();
-        Shown shown;
         QCOMPARE(shown.banners().size(), 1);
         QVERIFY(shown.banners().first().startsWith(u"还没有备份过数据"_s));
         shown.page.findChild<Banner*>()->findChild<QPushButton*>(u"BannerAction"_s)->click();

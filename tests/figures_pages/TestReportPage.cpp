@@ -1,8 +1,10 @@
+#include "figures_pages/ShownFigures.h"
 #include "pages/reports/FigureTableView.h"
 #include "pages/reports/ReportPage.h"
 #include "services/figures/Trend.h"
 #include "services/risk/RiskService.h"
 #include "support/DatabaseTestCase.h"
+#include "support/Hands.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
@@ -12,11 +14,8 @@
 #include "widgets/charts/HBarChart.h"
 #include "widgets/charts/ShareBar.h"
 #include "widgets/SegmentedControl.h"
-#include "widgets/StatCard.h"
 
-#include <QDir>
 #include <QLineEdit>
-#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTextDocument>
 
@@ -28,15 +27,7 @@ using enum Category;
 
 enum Segment { LastYear = 4, All, Custom };
 
-struct Shown {
-    Shown()
-        : asked(&page, &IPage::navigateRequested)
-    {
-        page.resize(1000, 900);
-        page.show();
-        page.refresh();
-    }
-
+struct Shown : ShownFigures<ReportPage> {
     void choose(Segment segment) const
     {
         page.findChild<SegmentedControl*>()->setCurrentIndex(segment);
@@ -67,19 +58,7 @@ struct Shown {
         return rows;
     }
 
-    StatCard* card(const QString& title) const
-    {
-        for (auto* card : page.findChildren<StatCard*>()) {
-            if (card->text() == title)
-                return card;
-        }
-        return nullptr;
-    }
-
     NavParams lastParams() { return asked.takeLast().at(1).value<NavParams>(); }
-
-    ReportPage page;
-    QSignalSpy asked;
 };
 
 QString thisYear(const QString& day)
@@ -93,12 +72,6 @@ class TestReportPage final : public DatabaseTestCase {
     Q_OBJECT
 
 private slots:
-    // Qt's file dialog keeps its state in the user's configuration.
-    void initTestCase()
-    {
-        qputenv("XDG_CONFIG_HOME", QDir::tempPath().toLocal8Bit() + "/brixa-test");
-    }
-
     void init()
     {
         DatabaseTestCase::init();
@@ -128,6 +101,9 @@ private slots:
         QCOMPARE(shown.card(u"笔数"_s)->foot(), u"时间范围没有起止日期，不作比较"_s);
         shown.choose(LastYear);
         QCOMPARE(shown.rows(u"categoryTable"_s), QStringList { u"合计,0,0.00,0.00,0.00"_s });
+        ModalAnswerer answers(u"确定"_s);
+        shown.page.onExport();
+        QVERIFY(answers.seen().first().text.contains(u"当前时间范围内没有可导出的数据"_s));
     }
 
     void aRangeThatIsNoneIsToldAndNotQueried_data()
@@ -190,10 +166,7 @@ private slots:
         const QString path = folder.filePath(u"报表.csv"_s);
         Shown shown;
         shown.choose(All);
-        ModalAnswerer answers([&](QDialog* dialog) {
-            dialog->findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(path);
-            dialog->accept();
-        });
+        ModalAnswerer answers(Hands::choosePath(path));
         answers.expectButton(u"暂不打开"_s);
         shown.page.onExport();
         QCOMPARE(answers.seen()[0].title, u"导出统计报表 CSV"_s);
@@ -203,15 +176,6 @@ private slots:
         for (const QString& name : { u"categoryTable"_s, u"riskTable"_s })
             QVERIFY2(
                 csv.contains(shown.rows(name).join(u"\r\n"_s) + u"\r\n"_s), qUtf8Printable(csv));
-    }
-
-    void nothingToExportIsTold()
-    {
-        Shown shown;
-        shown.choose(LastYear);
-        ModalAnswerer answers(u"确定"_s);
-        shown.page.onExport();
-        QVERIFY(answers.seen().first().text.contains(u"当前时间范围内没有可导出的数据"_s));
     }
 
     void paperCarriesTheFiguresOfTheTables()

@@ -2,11 +2,12 @@
 #include "db/ProjectDao.h"
 #include "dialogs/projects/ContractDialog.h"
 #include "dialogs/projects/ProjectDialog.h"
-#include "projects/ProjectSample.h"
 #include "services/projects/ProjectService.h"
 #include "support/DatabaseTestCase.h"
+#include "support/Hands.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
+#include "support/TestLedger.h"
 #include "widgets/AmountField.h"
 
 #include <QCheckBox>
@@ -15,8 +16,8 @@
 #include <QPlainTextEdit>
 
 using namespace Qt::StringLiterals;
-using ProjectSample::addContract;
-using ProjectSample::addProject;
+using TestLedger::addContract;
+using TestLedger::addProject;
 
 namespace {
 
@@ -53,8 +54,7 @@ private slots:
         dialog.findChild<AmountField*>()->setAmountFen(12'345'678);
         edit(dialog, u"manager"_s)->setText(u"林岚"_s);
         dialog.findChild<QPlainTextEdit*>()->setPlainText(u"备注"_s);
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(Hands::show(dialog));
         QTest::keyClick(&dialog, Qt::Key_S, Qt::ControlModifier);
         QVERIFY(isAccepted(dialog));
         QCOMPARE(TestDatabase::row(u"SELECT id, name, code, client_name, status, start_date, "

@@ -1,28 +1,30 @@
 #include "db/LinkDao.h"
-#include "db/ProjectDao.h"
 #include "pages/projects/ContractTableModel.h"
 #include "pages/projects/ProjectPage.h"
 #include "pages/vouchers/VoucherCard.h"
-#include "projects/ProjectSample.h"
 #include "support/DatabaseTestCase.h"
+#include "support/Hands.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
+#include "support/TestLedger.h"
+#include "vouchers_page/ArchiveSample.h"
 
-#include <QDropEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QListWidget>
-#include <QMimeData>
 #include <QPushButton>
-#include <QStackedWidget>
+#include <QSignalSpy>
 #include <QTableView>
 #include <QTemporaryFile>
 
 using namespace Qt::StringLiterals;
-using namespace ProjectSample;
+using TestDatabase::refuse;
 using TestDatabase::row;
 using TestDatabase::rows;
+using TestLedger::addContract;
+using TestLedger::addProject;
+using TestLedger::hostileName;
 
 namespace {
 
@@ -43,28 +45,11 @@ struct ShownPage {
     void press(const QString& button) const { find<QPushButton>(button)->click(); }
     QString text(const QString& label) const { return find<QLabel>(label)->text(); }
     bool hasDetail() const { return find<QWidget>(u"ProjectDetail"_s)->isVisible(); }
-    QStringList names() const
-    {
-        QStringList listed;
-        const auto* model = find<QListView>(u"projects"_s)->model();
-        for (int line = 0; line < model->rowCount(); ++line)
-            listed += model->index(line, 0).data().toString();
-        return listed;
-    }
+    QStringList names() const { return Hands::column(find<QListView>(u"projects"_s), 0); }
     QTableView* contracts() const { return find<QTableView>(u"contracts"_s); }
     void chooseContract(int line) const
     {
         contracts()->setCurrentIndex(contracts()->model()->index(line, 0));
-    }
-    /// Clicks a button of a painted cell, the first of `count` being 0.
-    static void clickLink(QTableView* table, int line, int column, int button, int count)
-    {
-        const QModelIndex index = table->model()->index(line, column);
-        table->scrollTo(index);
-        const QRect cell = table->visualRect(index);
-        QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
-            { cell.left() + cell.width() * (2 * button + 1) / (2 * count), cell.center().y() });
-        QCoreApplication::processEvents();
     }
     QList<VoucherCard*> cards() const
     {
@@ -79,23 +64,12 @@ struct ShownPage {
     ProjectPage page;
 };
 
-// Lets every commit fail that comes after such a change.
-[[nodiscard]] bool failCommitAfter(const QString& event)
+// 100.00 yuan received.
+qint64 addEntry(qint64 projectId)
 {
-    return TestDatabase::run(
-        { u"CREATE TABLE watch (id INTEGER REFERENCES company_profile(id) "
-          "DEFERRABLE INITIALLY DEFERRED)"_s,
-            u"CREATE TRIGGER watch_it AFTER %1 BEGIN INSERT INTO watch VALUES (99); END"_s.arg(
-                event) })
-        .isEmpty();
-}
-
-[[nodiscard]] bool refuse(const QString& event)
-{
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^SQL error: refused"_s));
-    return TestDatabase::run({ u"CREATE TRIGGER refusal BEFORE %1 BEGIN SELECT "
-                               "RAISE(ABORT, 'refused'); END"_s.arg(event) })
-        .isEmpty();
+    Transaction entry = TestLedger::entry(u"2026-02-03"_s, Category::BusinessIncome, Direction::In);
+    entry.projectId = projectId;
+    return TestLedger::add(entry);
 }
 
 } // namespace
@@ -104,17 +78,6 @@ class TestProjectPage final : public DatabaseTestCase {
     Q_OBJECT
 
 private slots:
-    void withoutAChoiceThePageAsksForOne()
-    {
-        addProject(u"甲"_s);
-        ShownPage shown;
-        QVERIFY(!shown.hasDetail());
-        shown.find<QListView>(u"projects"_s)
-            ->setCurrentIndex(shown.find<QListView>(u"projects"_s)->model()->index(0, 0));
-        QVERIFY(shown.hasDetail());
-        QCOMPARE(shown.text(u"projectName"_s), u"甲"_s);
-    }
-
     void searchingFindsNameOrClientAndKeepsTheChoice()
     {
         const qint64 first = addProject(u"展厅"_s, u"宁波"_s);
@@ -126,6 +89,12 @@ private slots:
         QVERIFY(!shown.hasDetail());
         search->setText(u""_s);
         QCOMPARE(shown.text(u"projectName"_s), u"展厅"_s);
+
+        const ShownPage unasked;
+        QVERIFY(!unasked.hasDetail());
+        auto* list = unasked.find<QListView>(u"projects"_s);
+        list->setCurrentIndex(list->model()->index(0, 0));
+        QVERIFY(unasked.hasDetail());
     }
 
     void aHostileNameGoesThroughUnharmed()
@@ -179,7 +148,7 @@ private slots:
     {
         const qint64 id = addProject(u"甲"_s);
         addContract(id, u"合同"_s);
-        addVoucher(id, u"凭证"_s);
+        ArchiveSample::add(u"凭证"_s, 1, id);
         ShownPage shown(id);
         ModalAnswerer answers(u"删除"_s);
         shown.press(u"deleteProject"_s);
@@ -205,11 +174,11 @@ private slots:
         QFETCH(QString, message);
         const qint64 id = addProject(u"甲"_s);
         addContract(id, u"合同"_s);
-        addVoucher(id, u"凭证"_s);
+        ArchiveSample::add(u"凭证"_s, 1, id);
         if (atCommit) {
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"FOREIGN KEY"_s));
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"commit failed"_s));
-            QVERIFY(failCommitAfter(event));
+            QVERIFY(TestDatabase::refuseCommitAfter(event));
         } else {
             QVERIFY(refuse(event));
         }
@@ -241,12 +210,12 @@ private slots:
             dialog->findChild<QLineEdit*>(u"name"_s)->setText(u"改"_s);
             ModalAnswerer::buttonOf(dialog, u"保存"_s)->click();
         });
-        ShownPage::clickLink(table, 1, actions, 0, 2);
+        Hands::clickCell(table, 1, actions, 0, 2);
         QTRY_COMPARE(
             rows(u"SELECT name FROM contracts ORDER BY id"_s), (QStringList { u"改"_s, u"新"_s }));
         QCOMPARE(table->currentIndex().row(), 1);
         answers.expectButton(u"删除"_s);
-        ShownPage::clickLink(table, 0, actions, 1, 2);
+        Hands::clickCell(table, 0, actions, 1, 2);
         QTRY_COMPARE(rows(u"SELECT name FROM contracts"_s), QStringList { u"改"_s });
         QCOMPARE(answers.seen().value(1).title, u"确认删除合同"_s);
 
@@ -266,8 +235,8 @@ private slots:
     {
         const qint64 id = addProject(u"甲"_s);
         const qint64 contract = addContract(id, u"合同"_s);
-        const qint64 kept = addVoucher(id, u"保留"_s);
-        const qint64 untied = addVoucher(id, u"解除"_s);
+        const qint64 kept = ArchiveSample::add(u"保留"_s, 1, id);
+        const qint64 untied = ArchiveSample::add(u"解除"_s, 1, id);
         for (const qint64 voucher : { kept, untied })
             QVERIFY(LinkDao().link(SourceType::Voucher, voucher, TargetType::Contract, contract));
         ShownPage shown(id);
@@ -290,22 +259,9 @@ private slots:
     void removingAVoucherFromTheProjectKeepsItsOtherLinks()
     {
         const qint64 id = addProject(u"甲"_s);
-        const qint64 voucher = addVoucher(id, u"凭证"_s);
+        const qint64 voucher = ArchiveSample::add(u"凭证"_s, 1, id);
         const qint64 entry = addEntry(id);
         QVERIFY(LinkDao().link(SourceType::Voucher, voucher, TargetType::Transaction, entry));
-        ShownPage shown(id);
-        QCOMPARE(shown.cards().size(), 1);
-        ModalAnswerer answers(u"移除"_s);
-        emit shown.cards().first()->unlinkRequested(voucher);
-        QCOMPARE(answers.seen().value(0).title, u"移除关联"_s);
-        QCOMPARE(rows(u"SELECT target_type FROM entity_links"_s), QStringList { u"transaction"_s });
-        QCOMPARE(shown.cards().size(), 0);
-    }
-
-    void aRefusedRemovalIsTold()
-    {
-        const qint64 id = addProject(u"甲"_s);
-        const qint64 voucher = addVoucher(id, u"凭证"_s);
         ShownPage shown(id);
         QVERIFY(refuse(u"DELETE ON entity_links"_s));
         ModalAnswerer answers(u"移除"_s);
@@ -314,6 +270,12 @@ private slots:
         QCOMPARE(answers.seen().value(1).title, u"移除失败"_s);
         QVERIFY(answers.seen().value(1).text.endsWith(u"请重试。"_s));
         QCOMPARE(shown.cards().size(), 1);
+        QCOMPARE(TestDatabase::run({ u"DROP TRIGGER refuse"_s }), u""_s);
+        answers.expectButton(u"移除"_s);
+        emit shown.cards().first()->unlinkRequested(voucher);
+        QCOMPARE(answers.seen().value(2).title, u"移除关联"_s);
+        QCOMPARE(rows(u"SELECT target_type FROM entity_links"_s), QStringList { u"transaction"_s });
+        QCOMPARE(shown.cards().size(), 0);
     }
 
     void droppedFilesOpenTheDialogForTheProject()
@@ -322,16 +284,10 @@ private slots:
         ShownPage shown(id);
         QVERIFY(QTest::qWaitForWindowActive(&shown.page));
         auto* group = shown.find<QWidget>(u"ProjectVouchersCard"_s);
-        QMimeData files;
         QTemporaryFile receipt;
         QVERIFY(receipt.open() && receipt.write("receipt") > 0);
-        files.setUrls({ QUrl::fromLocalFile(receipt.fileName()) });
         ModalAnswerer answers([](QDialog* dialog) { dialog->done(QDialog::Rejected); });
-        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(group, &enter);
-        QVERIFY(enter.isAccepted());
-        QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(group, &drop);
+        QVERIFY(Hands::dropFiles(group, { receipt.fileName() }));
         QTRY_COMPARE(answers.seen().size(), 1);
         QCOMPARE(answers.seen().value(0).title, u"添加凭证"_s);
     }

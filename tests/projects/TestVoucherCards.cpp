@@ -2,15 +2,18 @@
 #include "db/VoucherDao.h"
 #include "pages/vouchers/VoucherCard.h"
 #include "pages/vouchers/VoucherCardGrid.h"
-#include "projects/ProjectSample.h"
 #include "support/DatabaseTestCase.h"
+#include "support/Hands.h"
 #include "support/TestDatabase.h"
+#include "support/TestLedger.h"
 #include "theme/Theme.h"
+#include "vouchers_page/ArchiveSample.h"
 
 #include <QApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 
@@ -50,9 +53,9 @@ private slots:
     void theCardTellsWhatTheVoucherIs()
     {
         VoucherCard card;
-        VoucherCardData data = sample(5, ProjectSample::hostileName);
+        VoucherCardData data = sample(5, TestLedger::hostileName);
         card.showVoucher(data);
-        QCOMPARE(card.findChild<QLabel*>(u"name"_s)->text(), ProjectSample::hostileName);
+        QCOMPARE(card.findChild<QLabel*>(u"name"_s)->text(), TestLedger::hostileName);
         QCOMPARE(card.findChild<QLabel*>(u"name"_s)->textFormat(), Qt::PlainText);
         QCOMPARE(card.findChild<QLabel*>(u"meta"_s)->text(), u"发票票据 · 2026-02-03"_s);
         QCOMPARE(linkLine(card),
@@ -66,7 +69,7 @@ private slots:
     {
         VoucherCard card;
         VoucherCardData data = sample(5, u"回单"_s);
-        data.projects = { { 3, ProjectSample::hostileName }, { 4, u"乙"_s } };
+        data.projects = { { 3, TestLedger::hostileName }, { 4, u"乙"_s } };
         data.transactionIds = { 9 };
         card.showVoucher(data);
         const auto expected = [](const QString& more) {
@@ -90,17 +93,18 @@ private slots:
         data.projects = { { 3, u"甲"_s } };
         data.transactionIds = { 9, 11 };
         card.showVoucher(data);
-        card.show();
-        QVERIFY(QTest::qWaitForWindowActive(&card));
+        QVERIFY(Hands::show(card));
         QStringList names;
-        QSignalSpy spies[] { { &card, &VoucherCard::previewRequested },
-            { &card, &VoucherCard::folderRequested }, { &card, &VoucherCard::editRequested },
-            { &card, &VoucherCard::deleteRequested }, { &card, &VoucherCard::unlinkRequested } };
-        int next = 0;
+        QSignalSpy preview(&card, &VoucherCard::previewRequested);
+        QSignalSpy folder(&card, &VoucherCard::folderRequested);
+        QSignalSpy edit(&card, &VoucherCard::editRequested);
+        QSignalSpy remove(&card, &VoucherCard::deleteRequested);
+        QSignalSpy unlink(&card, &VoucherCard::unlinkRequested);
+        QList<QSignalSpy*> spies { &preview, &folder, &edit, &remove, &unlink };
         for (auto* button : card.findChildren<QPushButton*>()) {
             names += button->accessibleName();
             button->click();
-            QCOMPARE(spies[next++].takeFirst().at(0).toLongLong(), 5);
+            QCOMPARE(spies.takeFirst()->takeFirst().at(0).toLongLong(), 5);
         }
         QCOMPARE(names.join(u','),
             u"预览 电费发票,文件夹 电费发票,编辑 电费发票,删除 电费发票,移除关联 电费发票"_s);
@@ -122,16 +126,17 @@ private slots:
 
     void linksOfAPageAreReadInTheirOrder()
     {
-        const qint64 first = ProjectSample::addProject(u"甲"_s);
-        const qint64 second = ProjectSample::addProject(u"乙"_s);
-        const qint64 contract = ProjectSample::addContract(first, u"合同"_s);
-        const qint64 linked = ProjectSample::addVoucher(second, u"凭证"_s);
-        const qint64 entry = ProjectSample::addEntry(first);
+        const qint64 first = TestLedger::addProject(u"甲"_s);
+        const qint64 second = TestLedger::addProject(u"乙"_s);
+        const qint64 contract = TestLedger::addContract(first, u"合同"_s);
+        const qint64 linked = ArchiveSample::add(u"凭证"_s, 3, second);
+        const qint64 entry = TestLedger::add(
+            TestLedger::entry(u"2026-02-03"_s, Category::BusinessIncome, Direction::In));
         LinkDao links;
         QVERIFY(links.link(SourceType::Voucher, linked, TargetType::Transaction, entry)
             && links.link(SourceType::Voucher, linked, TargetType::Project, first)
             && links.link(SourceType::Voucher, linked, TargetType::Contract, contract));
-        const qint64 bare = ProjectSample::addVoucher(first, u"另一张"_s);
+        const qint64 bare = ArchiveSample::add(u"另一张"_s, 3, first);
         QVERIFY(links.unlinkAllFromSource(SourceType::Voucher, bare));
         const auto page = VoucherLinkSummaries::of(VoucherDao().search({}));
         QCOMPARE(page.size(), 2);
@@ -143,7 +148,7 @@ private slots:
 
     void linksThatCannotBeReadAreNotCalledMissing()
     {
-        ProjectSample::addVoucher(ProjectSample::addProject(u"甲"_s), u"凭证"_s);
+        ArchiveSample::add(u"凭证"_s, 3, TestLedger::addProject(u"甲"_s));
         const QList<Voucher> vouchers = VoucherDao().search({});
         QCOMPARE(TestDatabase::run({ u"ALTER TABLE contracts RENAME TO gone"_s }), u""_s);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"SQL error: .*contracts"_s));
@@ -160,8 +165,7 @@ private slots:
         VoucherCardGrid grid;
         grid.resize(700, 500);
         grid.setVouchers(vouchers);
-        grid.show();
-        QVERIFY(QTest::qWaitForWindowActive(&grid));
+        QVERIFY(Hands::show(grid));
         const auto visibleNames = [&] {
             QStringList names;
             for (const auto* card : grid.findChildren<VoucherCard*>()) {

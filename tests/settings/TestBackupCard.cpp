@@ -1,10 +1,9 @@
 #include "core/AppPaths.h"
-#include "core/TextRules.h"
 #include "db/ProfileDao.h"
-#include "FolderAnswer.h"
 #include "pages/settings/BackupCard.h"
 #include "services/backup/BackupService.h"
 #include "support/DatabaseTestCase.h"
+#include "support/Hands.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
@@ -15,6 +14,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 
@@ -25,10 +25,7 @@ private:
     static void press(BackupCard& card, const QString& text)
     {
         card.show();
-        for (auto* button : card.findChildren<QPushButton*>()) {
-            if (button->text() == text)
-                button->click();
-        }
+        Hands::press(card, text);
     }
 
     static void renameCompany(const QString& name)
@@ -60,7 +57,10 @@ private slots:
         const QTemporaryDir dir;
         BackupCard card;
         const QSignalSpy status(&card, &BackupCard::statusChanged);
-        ModalAnswerer answers(chooseFolder(dir.path()));
+        const auto* last = card.findChild<QLabel*>(u"lastBackup"_s);
+        card.showProfile({});
+        QVERIFY(!card.findChild<Banner*>()->isHidden() && last->text().contains(u"未备份"_s));
+        ModalAnswerer answers(Hands::choosePath(dir.path()));
         answers.expectButton(u"关闭"_s);
         press(card, u"立即备份"_s);
         const QStringList folders = foldersIn(dir.path());
@@ -72,13 +72,14 @@ private slots:
         QCOMPARE(status.count(), 1);
         card.showProfile(ProfileDao().load());
         QVERIFY(card.findChild<Banner*>()->isHidden());
+        QVERIFY(last->text().endsWith(ProfileDao().load().lastBackupAt));
     }
 
     void aBackupThatCannotBeMadeSaysWhy()
     {
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^Backup failed"_s));
         BackupCard card;
-        ModalAnswerer answers(chooseFolder(AppPaths::voucherAssetsDir()));
+        ModalAnswerer answers(Hands::choosePath(AppPaths::voucherAssetsDir()));
         answers.expectButton(u"确定"_s);
         press(card, u"立即备份"_s);
         QCOMPARE(answers.seen().at(1).title, u"备份失败"_s);
@@ -91,42 +92,18 @@ private slots:
         const QTemporaryDir dir;
         QVERIFY(TestDatabase::refuseUpdates(u"company_profile"_s));
         BackupCard card;
-        ModalAnswerer answers(chooseFolder(dir.path()));
+        ModalAnswerer answers(Hands::choosePath(dir.path()));
         answers.expectButton(u"关闭"_s);
         press(card, u"立即备份"_s);
         QCOMPARE(answers.seen().at(1).title, u"备份完成"_s);
         QVERIFY(answers.seen().at(1).text.endsWith(u"备份完成但备份时间未能写入档案"_s));
     }
 
-    void theAgeOfTheLastBackupIsShown_data()
-    {
-        addColumns<int, bool>("days", "warned");
-        addCase("never", -1, true);
-        addCase("yesterday", 1, false);
-        addCase("31 days ago", 31, true);
-    }
-
-    void theAgeOfTheLastBackupIsShown()
-    {
-        QFETCH(int, days);
-        QFETCH(bool, warned);
-        CompanyProfile profile;
-        if (days >= 0)
-            profile.lastBackupAt
-                = TextRules::timestampText(QDateTime::currentDateTime().addDays(-days));
-        BackupCard card;
-        card.showProfile(profile);
-        QCOMPARE(card.findChild<Banner*>()->isHidden(), !warned);
-        QVERIFY(card.findChild<QLabel*>(u"lastBackup"_s)
-                    ->text()
-                    .contains(days < 0 ? u"未备份"_s : profile.lastBackupAt));
-    }
-
     void aFolderThatIsNoBackupIsRefused()
     {
         const QTemporaryDir dir;
         BackupCard card;
-        ModalAnswerer answers(chooseFolder(dir.path()));
+        ModalAnswerer answers(Hands::choosePath(dir.path()));
         answers.expectButton(u"确定"_s);
         press(card, u"从备份恢复"_s);
         QCOMPARE(answers.seen().at(1).title, u"不是有效备份"_s);
@@ -138,7 +115,7 @@ private slots:
     {
         const QTemporaryDir dir;
         BackupCard card;
-        ModalAnswerer answers(chooseFolder(backupOfEarlierDays(dir)));
+        ModalAnswerer answers(Hands::choosePath(backupOfEarlierDays(dir)));
         answers.expectButton(u"继续恢复"_s);
         answers.expect([](QDialog* dialog) {
             QVERIFY(qobject_cast<QPushButton*>(ModalAnswerer::buttonOf(dialog, u"取消"_s))
@@ -156,22 +133,6 @@ private slots:
         QCOMPARE(foldersIn(AppPaths::autoBackupBeforeRestoreDir()), QStringList());
     }
 
-    void aRestoreBringsTheDataBackAndAsksForARestart()
-    {
-        const QTemporaryDir dir;
-        BackupCard card;
-        const QSignalSpy restart(&card, &BackupCard::restartRequested);
-        ModalAnswerer answers(chooseFolder(backupOfEarlierDays(dir)));
-        answers.expectButton(u"继续恢复"_s);
-        answers.expectButton(u"确认恢复（覆盖当前数据）"_s);
-        answers.expectButton(u"确定"_s);
-        press(card, u"从备份恢复"_s);
-        QCOMPARE(answers.seen().at(3).title, u"恢复完成"_s);
-        QCOMPARE(answers.seen().at(3).text, u"数据已恢复，软件将立即重启。"_s);
-        QCOMPARE(restart.count(), 1);
-        QCOMPARE(company(), u"旧公司"_s);
-    }
-
     void aRestoreThatFailsNamesTheSafetyCopy()
     {
         const QTemporaryDir dir;
@@ -180,7 +141,7 @@ private slots:
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^Restore failed"_s));
         BackupCard card;
         const QSignalSpy restart(&card, &BackupCard::restartRequested);
-        ModalAnswerer answers(chooseFolder(folder));
+        ModalAnswerer answers(Hands::choosePath(folder));
         answers.expectButton(u"继续恢复"_s);
         answers.expectButton(u"确认恢复（覆盖当前数据）"_s);
         answers.expectButton(u"确定"_s);

@@ -74,9 +74,23 @@ QString run(const QStringList& statements)
 
 bool refuseUpdates(const QString& table)
 {
+    return refuse(u"UPDATE ON "_s + table);
+}
+
+bool refuse(const QString& event)
+{
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^SQL error: refused"_s));
-    return run({ u"CREATE TRIGGER refuse BEFORE UPDATE ON %1 BEGIN SELECT RAISE(ABORT, 'refused'); "
-                 "END"_s.arg(table) })
+    return run({ u"CREATE TRIGGER refuse BEFORE %1 BEGIN SELECT RAISE(ABORT, 'refused'); END"_s.arg(
+                   event) })
+        .isEmpty();
+}
+
+bool refuseCommitAfter(const QString& event)
+{
+    return run({ u"CREATE TABLE late (id INTEGER REFERENCES projects(id) "
+                 "DEFERRABLE INITIALLY DEFERRED)"_s,
+                   u"CREATE TRIGGER late_refusal AFTER %1 BEGIN INSERT INTO late VALUES (99); "
+                   "END"_s.arg(event) })
         .isEmpty();
 }
 

@@ -12,6 +12,12 @@ QString run(const QStringList& statements);
 /// From now on the table takes no changes of its rows; announces the log line of one refusal.
 [[nodiscard]] bool refuseUpdates(const QString& table);
 
+/// As above for any event, as in "DELETE ON vouchers".
+[[nodiscard]] bool refuse(const QString& event);
+
+/// Lets every commit fail that comes after such an event; announces nothing.
+[[nodiscard]] bool refuseCommitAfter(const QString& event);
+
 /// The rows of a query on the program's connection: cells joined by "|", NULL as "∅"; a failed
 /// query gives its error as the only row.
 QStringList rows(const QString& sql);

@@ -1,8 +1,11 @@
 #include "support/TestLedger.h"
 
 #include "core/TextRules.h"
+#include "db/ContractDao.h"
 #include "db/DocumentDao.h"
 #include "db/LinkDao.h"
+#include "db/ProfileDao.h"
+#include "db/ProjectDao.h"
 #include "db/TransactionDao.h"
 #include "db/VoucherDao.h"
 #include "support/TestDatabase.h"
@@ -29,6 +32,28 @@ QString ruleOf(const QString& reason)
 }
 
 } // namespace
+
+bool storeCompany()
+{
+    ProfileDao profiles;
+    CompanyProfile profile = profiles.load();
+    profile.companyName = u"杭州山岚设计有限公司"_s;
+    profile.shareholderName = u"林岚"_s;
+    return profiles.save(profile);
+}
+
+qint64 addProject(const QString& name, const QString& client, ProjectStatus status)
+{
+    Project project { .name = name, .clientName = client, .status = status };
+    return ProjectDao().insert(project) ? project.id : 0;
+}
+
+qint64 addContract(qint64 projectId, const QString& name, const QString& date)
+{
+    Contract contract { .projectId = projectId, .name = name, .partyB = u"对方"_s };
+    contract.signDate = TextRules::dateFromText(date);
+    return ContractDao().insert(contract) ? contract.id : 0;
+}
 
 Transaction entry(const QString& date, Category category, Direction direction, qint64 fen)
 {

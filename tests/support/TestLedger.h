@@ -1,9 +1,24 @@
 #pragma once
 
+#include "db/Project.h"
 #include "db/Transaction.h"
 
 /// Small ledgers for tests. Whatever cannot be stored gives 0, which no row has.
 namespace TestLedger {
+
+/// A name that every place must show as it stands.
+inline const QString hostileName = QStringLiteral("<b>%1&\"");
+
+/// Stores the names of company (杭州山岚设计有限公司) and owner (林岚); false on failure.
+[[nodiscard]] bool storeCompany();
+
+/// Stores a project; its id.
+qint64 addProject(const QString& name, const QString& client = QStringLiteral("客户"),
+    ProjectStatus status = ProjectStatus::Ongoing);
+
+/// Stores a contract of the project; its id.
+qint64 addContract(
+    qint64 projectId, const QString& name, const QString& date = QStringLiteral("2026-02-03"));
 
 /// An entry of the company's account; 100.00 yuan unless said otherwise.
 Transaction entry(const QString& date, Category category, Direction direction, qint64 fen = 10'000);

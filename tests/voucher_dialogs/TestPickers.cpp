@@ -1,8 +1,8 @@
 #include "db/TransactionDao.h"
-#include "db/VoucherDao.h"
 #include "dialogs/pickers/TxPickerDialog.h"
 #include "dialogs/pickers/VoucherPickerDialog.h"
 #include "support/DatabaseTestCase.h"
+#include "support/Hands.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
 #include "support/TestLedger.h"
@@ -14,6 +14,7 @@
 #include <QTableView>
 
 using namespace Qt::StringLiterals;
+using Hands::press;
 using TestLedger::add;
 using TestLedger::entry;
 
@@ -24,11 +25,6 @@ QTableView* table(const QDialog& dialog)
     return dialog.findChild<QTableView*>(u"pickerTable"_s);
 }
 
-void press(const QDialog& dialog, const QString& button)
-{
-    ModalAnswerer::buttonOf(&dialog, button)->click();
-}
-
 void search(const QDialog& dialog, const QString& keyword)
 {
     dialog.findChild<QLineEdit*>(u"pickerSearch"_s)->setText(keyword);
@@ -37,19 +33,6 @@ void search(const QDialog& dialog, const QString& keyword)
 QString count(const QDialog& dialog)
 {
     return dialog.findChild<QLabel*>(u"pickerCount"_s)->text();
-}
-
-QStringList cells(const QTableView* view, int column)
-{
-    QStringList texts;
-    for (int row = 0; row < view->model()->rowCount(); ++row)
-        texts += view->model()->index(row, column).data().toString();
-    return texts;
-}
-
-QPoint middle(const QTableView* view, int row, int column)
-{
-    return view->visualRect(view->model()->index(row, column)).center();
 }
 
 // Entries 1 to 3: amounts 900.00, 1,000.00 and 50.00, the last day first in the table.
@@ -73,12 +56,16 @@ private slots:
     void theFormerChoiceIsTickedAndReplacedInTableOrder()
     {
         QVERIFY(addThree());
+        QVERIFY(TransactionDao().updateAutoRisk(2, RiskLevel::High, { u"原因"_s }));
         TxPickerDialog picker({ 1, 99 });
         const QAbstractItemModelTester tester(table(picker)->model());
         picker.show();
         QCOMPARE(count(picker), u"已选 1 笔"_s);
         QCOMPARE(table(picker)->model()->index(0, 3).data().toString(), u"对方"_s);
-        QCOMPARE(cells(table(picker), 4), (QStringList { u"50.00"_s, u"1,000.00"_s, u"900.00"_s }));
+        QCOMPARE(Hands::column(table(picker), 4),
+            (QStringList { u"50.00"_s, u"1,000.00"_s, u"900.00"_s }));
+        QCOMPARE(
+            Hands::column(table(picker), 6), (QStringList { QString(), u"高风险"_s, QString() }));
         table(picker)->setFocus();
         table(picker)->selectRow(0);
         QTest::keyClick(table(picker), Qt::Key_Space);
@@ -87,47 +74,32 @@ private slots:
         QCOMPARE(picker.selectedIds(), (QList<qint64> { 3, 1 }));
     }
 
-    void ticksSurviveSearchAndSort()
+    void ticksSurviveSearchAndSortAndFollowTheMouse()
     {
         QVERIFY(addThree());
         TxPickerDialog picker({});
         picker.show();
         QTableView* view = table(picker);
         search(picker, u" 税 "_s);
-        QCOMPARE(cells(view, 2), QStringList { u"增值税"_s });
+        QCOMPARE(Hands::column(view, 2), QStringList { u"增值税"_s });
         press(picker, u"全选当前列表"_s);
         search(picker, u"1000.00"_s);
         press(picker, u"全选当前列表"_s);
         QCOMPARE(count(picker), u"已选 2 笔"_s);
         search(picker, {});
         view->sortByColumn(4, Qt::AscendingOrder);
-        QCOMPARE(cells(view, 4), (QStringList { u"50.00"_s, u"900.00"_s, u"1,000.00"_s }));
+        QCOMPARE(Hands::column(view, 4), (QStringList { u"50.00"_s, u"900.00"_s, u"1,000.00"_s }));
         QCOMPARE(picker.selectedIds(), (QList<qint64> { 3, 2 }));
         view->sortByColumn(2, Qt::AscendingOrder);
-        QCOMPARE(cells(view, 2), (QStringList { u"安装费"_s, u"灯具"_s, u"增值税"_s }));
+        QCOMPARE(Hands::column(view, 2), (QStringList { u"安装费"_s, u"灯具"_s, u"增值税"_s }));
         press(picker, u"清空勾选"_s);
         QVERIFY2(picker.selectedIds().isEmpty(), "nothing ticked, nothing linked");
-    }
-
-    void clicksTick()
-    {
-        QVERIFY(addThree());
-        TxPickerDialog picker({});
-        picker.show();
-        QTableView* view = table(picker);
-        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, middle(view, 0, 0));
-        QCOMPARE(picker.selectedIds(), QList<qint64> { 3 });
-        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, middle(view, 1, 2));
-        QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, middle(view, 1, 2));
-        QCOMPARE(picker.selectedIds(), (QList<qint64> { 3, 2 }));
-    }
-
-    void riskShowsOnlyWhereThereIsSome()
-    {
-        QVERIFY(addThree());
-        QVERIFY(TransactionDao().updateAutoRisk(2, RiskLevel::High, { u"原因"_s }));
-        TxPickerDialog picker({});
-        QCOMPARE(cells(table(picker), 6), (QStringList { QString(), u"高风险"_s, QString() }));
+        Hands::clickCell(view, 0, 0);
+        QCOMPARE(picker.selectedIds(), QList<qint64> { 2 });
+        Hands::clickCell(view, 1, 2);
+        QTest::mouseDClick(view->viewport(), Qt::LeftButton, {},
+            view->visualRect(view->model()->index(1, 2)).center());
+        QCOMPARE(picker.selectedIds(), (QList<qint64> { 2, 1 }));
     }
 
     void aLedgerThatCannotBeReadIsNoChoice()
@@ -157,11 +129,7 @@ private slots:
         VoucherPickerDialog picker({});
         picker.show();
         QVERIFY(!table(picker)->isVisible());
-        const auto labels = picker.findChildren<QLabel*>();
-        QVERIFY(std::any_of(labels.begin(), labels.end(), [](const QLabel* label) {
-            return label->isVisible()
-                && label->text() == u"凭证库为空，请先使用「从本地添加新凭证」上传文件";
-        }));
+        QVERIFY(Hands::shows(picker, u"凭证库为空，请先使用「从本地添加新凭证」上传文件"_s));
     }
 };
 

@@ -1,15 +1,11 @@
 #include "core/AppPaths.h"
 #include "support/TestCase.h"
 #include "support/TestFile.h"
+#include "vouchers_page/ArchiveSample.h"
 #include "widgets/ThumbnailCache.h"
 #include "widgets/ThumbnailDecoder.h"
 
-#include <QBuffer>
-#include <QPainter>
-#include <QPdfWriter>
-#include <QRegularExpression>
-#include <QtEndian>
-#include <QThread>
+#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 
@@ -27,38 +23,6 @@ bool savePicture(const QString& name, const QSize& size, const QColor& color)
     return image.save(path(name));
 }
 
-void savePdf(const QString& name)
-{
-    QPdfWriter writer(path(name));
-    QPainter(&writer).fillRect(0, 0, 100000, 100000, Qt::blue);
-}
-
-// A bitmap's head that promises 30,000 by 30,000 pixels.
-QByteArray hugeBitmap()
-{
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    QImage(1, 1, QImage::Format_RGB32).save(&buffer, "BMP");
-    QByteArray bytes = buffer.data();
-    for (const int place : { 18, 22 })
-        qToLittleEndian<qint32>(30000, bytes.data() + place);
-    return bytes;
-}
-
-// A JPEG file whose EXIF block says that the camera was held upright.
-QByteArray turnedPhoto()
-{
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    QImage image(400, 200, QImage::Format_RGB32);
-    image.fill(Qt::red);
-    image.save(&buffer, "JPG");
-    const QByteArray exif
-        = QByteArray::fromHex("ffe1002245786966000049492a00080000000100120103000100"
-                              "00000600000000000000");
-    return buffer.data().first(2) + exif + buffer.data().sliced(2);
-}
-
 } // namespace
 
 class TestThumbnails final : public TestCase {
@@ -69,8 +33,8 @@ private slots:
     {
         QVERIFY(savePicture(u"wide.png"_s, { 400, 200 }, Qt::red));
         QVERIFY(savePicture(u"small.png"_s, { 10, 5 }, Qt::red));
-        QVERIFY(TestFile::put(path(u"photo.jpg"_s), turnedPhoto()));
-        savePdf(u"page.pdf"_s);
+        QVERIFY(TestFile::put(path(u"photo.jpg"_s), ArchiveSample::turnedJpeg()));
+        QVERIFY(TestFile::put(path(u"page.pdf"_s), ArchiveSample::pdf(1)));
         QCOMPARE(
             ThumbnailDecoder::decode(path(u"wide.png"_s), { 100, 100 }).size(), QSize(100, 50));
         QCOMPARE(ThumbnailDecoder::decode(path(u"small.png"_s), { 100, 100 }).size(), QSize(10, 5));
@@ -89,7 +53,7 @@ private slots:
         addCase("no picture", u"a.png"_s, QByteArray("hello"));
         addCase("drawing", u"a.png"_s, QByteArray("<svg xmlns='http://www.w3.org/2000/svg'/>"));
         addCase("no document", u"a.pdf"_s, QByteArray("%PDF-1.4 nothing"));
-        addCase("huge", u"a.bmp"_s, hugeBitmap());
+        addCase("huge", u"a.jpg"_s, ArchiveSample::hugeJpeg());
     }
 
     void whatCannotBeShownIsUnreadable()
@@ -131,7 +95,7 @@ private slots:
         ThumbnailCache& cache = ThumbnailCache::instance();
         QSignalSpy ready(&cache, &ThumbnailCache::ready);
         for (int i = 0; i < 40; ++i) {
-            savePdf(u"%1.pdf"_s.arg(i));
+            QVERIFY(TestFile::put(path(u"%1.pdf"_s.arg(i)), ArchiveSample::pdf(1)));
             (void)cache.thumbnail(path(u"%1.pdf"_s.arg(i)), { 60, 60 }, 1);
         }
         QTRY_COMPARE_WITH_TIMEOUT(ready.count(), 40, 30000);

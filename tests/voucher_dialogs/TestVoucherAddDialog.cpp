@@ -1,33 +1,27 @@
 #include "core/AppPaths.h"
-#include "db/ProjectDao.h"
 #include "dialogs/vouchers/VoucherAddDialog.h"
 #include "support/DatabaseTestCase.h"
+#include "support/Hands.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
-#include "support/TestFile.h"
 #include "support/TestLedger.h"
+#include "vouchers_page/ArchiveSample.h"
 
 #include <QAbstractItemView>
-#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDir>
-#include <QDragEnterEvent>
 #include <QLineEdit>
-#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
+using ArchiveSample::source;
+using Hands::press;
 
 namespace {
-
-QString source(const QString& name, const QByteArray& bytes)
-{
-    const QString path = AppPaths::dataDir() + u'/' + name;
-    return TestFile::put(path, bytes) ? path : QString();
-}
 
 // Of different contents each.
 QStringList sources(const QStringList& names)
@@ -50,15 +44,7 @@ QAbstractItemView* queue(const QDialog& dialog)
 
 QStringList queued(const QDialog& dialog)
 {
-    QStringList lines;
-    for (int row = 0; row < queue(dialog)->model()->rowCount(); ++row)
-        lines += queue(dialog)->model()->index(row, 0).data(Qt::AccessibleTextRole).toString();
-    return lines;
-}
-
-void press(const QDialog& dialog, const QString& button)
-{
-    ModalAnswerer::buttonOf(&dialog, button)->click();
+    return Hands::column(queue(dialog), 0, Qt::AccessibleTextRole);
 }
 
 // Presses the button and answers the box that tells the result; what it said.
@@ -66,7 +52,7 @@ QString save(const QDialog& dialog)
 {
     ModalAnswerer answers(u"确定"_s);
     press(dialog, u"保存入库"_s);
-    const auto seen = answers.seen();
+    const auto& seen = answers.seen();
     return seen.isEmpty() ? QString() : seen.first().title + u'|' + seen.first().text;
 }
 
@@ -83,12 +69,9 @@ class TestVoucherAddDialog final : public DatabaseTestCase {
 private slots:
     void severalFilesAreNumberedAndLinked()
     {
-        Project project;
-        project.name = u"展厅"_s;
-        QVERIFY(ProjectDao().insert(project));
         const qint64 entryId = TestLedger::add(
             TestLedger::entry(u"2025-01-01"_s, Category::Other, Direction::Out, 123'456));
-        VoucherAddDialog dialog({ .projectId = project.id,
+        VoucherAddDialog dialog({ .projectId = TestLedger::addProject(u"展厅"_s),
             .transactionIds = { entryId },
             .files = sources({ u"a.pdf"_s, u"c.gif"_s, u"b.pdf"_s }) });
         dialog.show();
@@ -96,12 +79,8 @@ private slots:
         QCOMPARE(queued(dialog),
             (QStringList {
                 u"a.pdf 待入库 5 B"_s, u"c.gif 不支持的类型 5 B"_s, u"b.pdf 待入库 5 B"_s }));
-        QCOMPARE(dialog.findChild<QAbstractItemView*>(u"linkedEntries"_s)
-                     ->model()
-                     ->index(0, 0)
-                     .data()
-                     .toString(),
-            u"#1  2025-01-01  摘要  1,234.56 元"_s);
+        QCOMPARE(Hands::column(dialog.findChild<QAbstractItemView*>(u"linkedEntries"_s), 0),
+            QStringList { u"#1  2025-01-01  摘要  1,234.56 元"_s });
         nameEdit(dialog)->setText(u" 回单 "_s);
         dialog.findChild<QComboBox*>(u"voucherType"_s)->setCurrentText(u"发票票据"_s);
         dialog.findChild<QLineEdit*>(u"voucherDate"_s)->setText(u"20250331"_s);
@@ -142,14 +121,14 @@ private slots:
 
     void afterAPartialFailureOnlyTheFailedFilesWait()
     {
-        const QStringList files = sources({ u"a.pdf"_s, u"b.pdf"_s, u"c.pdf"_s });
+        const QStringList files = sources({ u"a.pdf"_s, u"b %1.pdf"_s, u"c.pdf"_s });
         VoucherAddDialog dialog({ .files = files });
         dialog.show();
         QVERIFY(QFile::remove(files.at(1)));
         QCOMPARE(save(dialog),
-            u"部分失败|成功 2 个，失败 1 个：\nb.pdf：源文件不存在：%1"_s.arg(files.at(1)));
+            u"部分失败|成功 2 个，失败 1 个：\nb %1.pdf：源文件不存在："_s + files.at(1));
         QVERIFY(dialog.isVisible());
-        QCOMPARE(queued(dialog), QStringList { u"b.pdf 待入库 5 B"_s });
+        QCOMPARE(queued(dialog), QStringList { u"b %1.pdf 待入库 8 B"_s });
         QCOMPARE(vouchers(), (QStringList { u"a-01|a.pdf"_s, u"a-03|c.pdf"_s }));
         ModalAnswerer answers(u"放弃修改"_s);
         press(dialog, u"取消"_s);
@@ -161,11 +140,15 @@ private slots:
     {
         VoucherAddDialog dialog({ .files = sources({ u"a.pdf"_s, u"b.pdf"_s }) });
         dialog.show();
-        QTimer::singleShot(0, &dialog, [] {
-            auto* notice = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            QVERIFY(notice && notice->objectName() == u"BusyNotice");
+        QTimer impatience;
+        connect(&impatience, &QTimer::timeout, &dialog, [&impatience] {
+            const auto* notice = QApplication::activeModalWidget();
+            if (!notice || notice->objectName() != u"BusyNotice")
+                return;
+            impatience.stop();
             press(*notice, u"停止"_s);
         });
+        impatience.start(0);
         QCOMPARE(save(dialog), u"已停止入库|已成功入库 0 个文件，其余 2 个仍在队列中。"_s);
         QCOMPARE(queued(dialog).size(), 2);
         QCOMPARE(save(dialog), u"入库完成|成功入库 2 个文件。"_s);
@@ -173,10 +156,7 @@ private slots:
 
     void allFailuresAreListedAndTheQueueStays()
     {
-        QCOMPARE(TestDatabase::run({ u"CREATE TRIGGER refuse BEFORE INSERT ON vouchers BEGIN "
-                                     "SELECT RAISE(ABORT, 'refused'); END"_s }),
-            QString());
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^SQL error"_s));
+        QVERIFY(TestDatabase::refuse(u"INSERT ON vouchers"_s));
         VoucherAddDialog dialog({ .files = sources({ u"a.pdf"_s }) });
         dialog.show();
         const QString told = save(dialog);
@@ -203,32 +183,17 @@ private slots:
     void tabReachesEverythingByItsLabelInOrder()
     {
         VoucherAddDialog dialog({});
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
-        QStringList names; // a box for choosing is called by its choice
-        for (int i = 0; i < 10; ++i) {
-            names += QAccessible::queryAccessibleInterface(dialog.focusWidget())
-                         ->text(QAccessible::Name);
-            QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
-        }
-        QCOMPARE(names.join(u'|'),
-            u"选择文件…（可多选）|凭证名称|银行回单|凭证日期|备注|不关联|选择关联流水…|关联流水|取消|保存入库"_s);
+        QVERIFY(Hands::show(dialog));
+        QCOMPARE(Hands::namesByTab(dialog, 10).join(u'|'),
+            u"选择文件…（可多选）|凭证名称|凭证类型|凭证日期|备注|所属项目|选择关联流水…|关联流水|取消|保存入库"_s);
     }
 
     void filesAreDroppedAndPastedButNotTwice()
     {
         VoucherAddDialog dialog({});
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
-        QMimeData files;
-        files.setUrls({ QUrl::fromLocalFile(source(u"a.pdf"_s, "a")) });
-        QDragEnterEvent enter({ 5, 5 }, Qt::CopyAction, &files, Qt::LeftButton, {});
-        QApplication::sendEvent(&dialog, &enter);
-        QVERIFY(enter.isAccepted());
-        for (int i = 0; i < 2; ++i) {
-            QDropEvent drop({ 5, 5 }, Qt::CopyAction, &files, Qt::LeftButton, {});
-            QApplication::sendEvent(&dialog, &drop);
-        }
+        QVERIFY(Hands::show(dialog));
+        for (int i = 0; i < 2; ++i)
+            QVERIFY(Hands::dropFiles(&dialog, { source(u"a.pdf"_s, "a") }));
         QTRY_COMPARE(queued(dialog), QStringList { u"a.pdf 待入库 1 B"_s });
         QImage picture(4, 4, QImage::Format_RGB32);
         picture.fill(Qt::red);

@@ -5,21 +5,10 @@
 #include "support/DatabaseTestCase.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
-
-#include <QDir>
+#include "vouchers_page/ArchiveSample.h"
 
 using namespace Qt::StringLiterals;
-using VoucherRules::Field;
-
-namespace {
-
-QString source(const QString& name, const QByteArray& bytes)
-{
-    const QString path = AppPaths::dataDir() + u'/' + name;
-    return TestFile::put(path, bytes) ? path : QString();
-}
-
-} // namespace
+using ArchiveSample::source;
 
 class TestVoucherBatch final : public DatabaseTestCase {
     Q_OBJECT
@@ -85,32 +74,11 @@ private slots:
         QCOMPARE(found ? found->title + u'|' + found->text : QString(), problem);
     }
 
-    void theResultIsTold_data()
+    void archivedDuplicatesAreTold()
     {
-        addColumns<int, int, QStringList, qsizetype, QString>(
-            "archived", "duplicates", "failures", "untried", "notice");
-        const QStringList failures { u"a.pdf：甲 %1"_s, u"b.pdf：乙"_s };
-        addCase("all failed", 0, 0, failures, qsizetype(0),
-            u"入库失败|全部文件入库失败：\na.pdf：甲 %1\nb.pdf：乙"_s);
-        addCase("some failed", 3, 1, failures, qsizetype(0),
-            u"部分失败|成功 3 个，失败 2 个：\na.pdf：甲 %1\nb.pdf：乙"_s);
-        addCase("done", 3, 0, QStringList(), qsizetype(0), u"入库完成|成功入库 3 个文件。"_s);
-        addCase("duplicates", 3, 2, QStringList(), qsizetype(0),
+        const auto told = VoucherBatch::noticeOf({ { 1, 2, 3 }, {}, 2, {}, 0 });
+        QCOMPARE(told.title + u'|' + told.text,
             u"入库完成|成功入库 3 个文件，其中 2 个与库内已有文件内容相同（SHA-256 重复），已按你的确认继续入库。"_s);
-        addCase("stopped", 1, 0, QStringList(), qsizetype(4),
-            u"已停止入库|已成功入库 1 个文件，其余 4 个仍在队列中。"_s);
-    }
-
-    void theResultIsTold()
-    {
-        QFETCH(int, archived);
-        QFETCH(int, duplicates);
-        QFETCH(QStringList, failures);
-        QFETCH(qsizetype, untried);
-        QFETCH(QString, notice);
-        const auto told = VoucherBatch::noticeOf(
-            { QList<qint64>(archived, 1), {}, duplicates, failures, untried });
-        QCOMPARE(told.title + u'|' + told.text, notice);
     }
 
     void anErrorAsksToTryAgainOnce()

@@ -1,9 +1,7 @@
-#include "db/ContractDao.h"
 #include "db/LinkDao.h"
-#include "db/ProjectDao.h"
-#include "db/VoucherDao.h"
 #include "dialogs/vouchers/VoucherEditDialog.h"
 #include "support/DatabaseTestCase.h"
+#include "support/Hands.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
 #include "support/TestLedger.h"
@@ -13,34 +11,11 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
-#include <QRegularExpression>
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
+using Hands::press;
 
 namespace {
-
-void press(const QDialog& dialog, const QString& button)
-{
-    ModalAnswerer::buttonOf(&dialog, button)->click();
-}
-
-qint64 addProject(const QString& name)
-{
-    Project project;
-    project.name = name;
-    project.status = ProjectStatus::Archived;
-    return ProjectDao().insert(project) ? project.id : 0;
-}
-
-qint64 addContract(qint64 projectId)
-{
-    Contract contract;
-    contract.projectId = projectId;
-    contract.name = u"设计合同"_s;
-    contract.signDate = QDate(2025, 1, 1);
-    return ContractDao().insert(contract) ? contract.id : 0;
-}
 
 // A voucher of two entries, of the given projects and, when above 0, of the contract.
 qint64 addLinked(const QList<qint64>& projects, qint64 contractId)
@@ -71,9 +46,11 @@ class TestVoucherEditDialog final : public DatabaseTestCase {
 private slots:
     void whatSavingDropsIsSaidBefore()
     {
-        const qint64 first = addProject(u"展厅"_s);
-        const qint64 second = addProject(u"导视"_s);
-        VoucherEditDialog dialog(addLinked({ first, second }, addContract(second)));
+        const auto archived = ProjectStatus::Archived;
+        const qint64 first = TestLedger::addProject(u"展厅"_s, u"客户"_s, archived);
+        const qint64 second = TestLedger::addProject(u"导视"_s, u"客户"_s, archived);
+        const qint64 contract = TestLedger::addContract(second, u"设计合同"_s);
+        VoucherEditDialog dialog(addLinked({ first, second }, contract));
         dialog.show();
         QCOMPARE(dialog.findChild<Banner*>(u"droppedLinks"_s)->text(),
             u"保存后，本凭证与以下对象的关联会被移除：项目「导视」、合同「设计合同」。"_s);
@@ -89,31 +66,17 @@ private slots:
             (QStringList { u"project|1"_s, u"transaction|1"_s, u"transaction|2"_s }));
     }
 
-    void clearedEntriesLoseTheirLinks()
-    {
-        VoucherEditDialog dialog(addLinked({}, 0));
-        dialog.show();
-        QVERIFY(!dialog.findChild<Banner*>(u"droppedLinks"_s));
-        QCOMPARE(dialog.findChild<QListWidget*>(u"linkedEntries"_s)->count(), 2);
-        press(dialog, u"清空流水"_s);
-        press(dialog, u"保存"_s);
-        QCOMPARE(storedLinks(), QStringList());
-    }
-
-    void savingInALongLedgerShowsANotice()
+    void clearedEntriesLoseTheirLinksBehindANoticeInALongLedger()
     {
         const qint64 id = addLinked({}, 0);
         QCOMPARE(TestLedger::addMany(5000), QString());
         VoucherEditDialog dialog(id);
         dialog.show();
+        QVERIFY(!dialog.findChild<Banner*>(u"droppedLinks"_s));
+        QCOMPARE(dialog.findChild<QListWidget*>(u"linkedEntries"_s)->count(), 2);
         press(dialog, u"清空流水"_s);
-        bool noticed = false;
-        QTimer::singleShot(0, &dialog, [&noticed] {
-            const QWidget* notice = QApplication::activeModalWidget();
-            noticed = notice && notice->objectName() == u"BusyNotice";
-        });
-        press(dialog, u"保存"_s);
-        QVERIFY(noticed);
+        QVERIFY(Hands::showsNotice([&dialog] { press(dialog, u"保存"_s); }));
+        QCOMPARE(storedLinks(), QStringList());
     }
 
     void entriesAreChosenAnew()

@@ -1,7 +1,6 @@
 #include "vouchers_page/ArchiveSample.h"
 
 #include "core/AppPaths.h"
-#include "db/ProjectDao.h"
 #include "services/vouchers/VoucherService.h"
 #include "support/TestFile.h"
 
@@ -9,6 +8,7 @@
 #include <QImage>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QtEndian>
 
 using namespace Qt::StringLiterals;
 
@@ -26,22 +26,18 @@ QByteArray picture(int width, int height, const char* format)
 
 namespace ArchiveSample {
 
-qint64 addProject(const QString& name)
+QString source(const QString& name, const QByteArray& bytes)
 {
-    Project project;
-    project.name = name;
-    project.clientName = u"客户"_s;
-    return ProjectDao().insert(project) ? project.id : 0;
+    const QString path = AppPaths::dataDir() + u'/' + name;
+    return TestFile::put(path, bytes) ? path : QString();
 }
 
 qint64 add(const QString& name, int day, qint64 projectId, const QList<qint64>& entries,
     const QByteArray& content, const QString& extension)
 {
-    const QString path = AppPaths::dataDir() + u"/source."_s + extension;
-    if (!TestFile::put(path, content.isEmpty() ? picture(40, 20 + day, "PNG") : content))
-        return 0;
     VoucherImportRequest request;
-    request.sourcePath = path;
+    request.sourcePath = source(
+        u"source."_s + extension, content.isEmpty() ? picture(40, 20 + day, "PNG") : content);
     request.name = name;
     request.voucherType = VoucherType::Invoice;
     request.voucherDate = QDate(2026, 1, day);
@@ -51,6 +47,23 @@ qint64 add(const QString& name, int day, qint64 projectId, const QList<qint64>& 
 QByteArray jpeg(int width, int height)
 {
     return picture(width, height, "JPG");
+}
+
+QByteArray turnedJpeg()
+{
+    const QByteArray bytes = jpeg(400, 200);
+    const QByteArray exif = QByteArray::fromHex(
+        "ffe1002245786966000049492a0008000000010012010300010000000600000000000000");
+    return bytes.first(2) + exif + bytes.sliced(2);
+}
+
+QByteArray hugeJpeg()
+{
+    QByteArray bytes = jpeg(8, 8);
+    const qsizetype frame = bytes.indexOf("\xff\xc0");
+    qToBigEndian<quint16>(30000, bytes.data() + frame + 5);
+    qToBigEndian<quint16>(30000, bytes.data() + frame + 7);
+    return bytes;
 }
 
 QByteArray pdf(int pages)
@@ -63,7 +76,7 @@ QByteArray pdf(int pages)
     for (int page = 0; page < pages; ++page) {
         if (page > 0)
             writer.newPage();
-        painter.fillRect(0, 0, 1000, 1000, Qt::blue);
+        painter.fillRect(0, 0, 100000, 100000, Qt::blue);
     }
     painter.end();
     return buffer.data();

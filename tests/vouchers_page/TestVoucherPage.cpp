@@ -6,6 +6,7 @@
 #include "pages/vouchers/VoucherListModel.h"
 #include "pages/vouchers/VoucherPage.h"
 #include "support/DatabaseTestCase.h"
+#include "support/Hands.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
@@ -17,15 +18,11 @@
 #include <QAbstractItemModelTester>
 #include <QApplication>
 #include <QComboBox>
-#include <QDropEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMimeData>
 #include <QPushButton>
-#include <QScrollBar>
+#include <QSignalSpy>
 #include <QTableView>
-#include <QTimer>
-#include <QUrl>
 
 #include <memory>
 
@@ -58,7 +55,7 @@ private slots:
 
     void onlyUnlinkedVouchersAreShownWhenAskedFor()
     {
-        const qint64 project = ArchiveSample::addProject(u"展厅"_s);
+        const qint64 project = TestLedger::addProject(u"展厅"_s);
         add(u"甲"_s, 1, project);
         add(u"乙"_s, 2);
         add(u"丙"_s, 3, 0, { addEntry() });
@@ -75,13 +72,13 @@ private slots:
 
     void newProjectsAreOfferedWithoutChangingTheSearch()
     {
-        const qint64 project = ArchiveSample::addProject(ArchiveSample::hostileName);
+        const qint64 project = TestLedger::addProject(TestLedger::hostileName);
         add(u"甲"_s, 1, project);
         add(u"乙"_s, 2);
         open({ { u"projectId"_s, project } });
         auto* projects = m_page->findChild<QComboBox*>(u"projectFilter"_s);
-        QCOMPARE(projects->currentText(), ArchiveSample::hostileName);
-        ArchiveSample::addProject(u"另一个"_s);
+        QCOMPARE(projects->currentText(), TestLedger::hostileName);
+        TestLedger::addProject(u"另一个"_s);
         QSignalSpy chosen(projects, &QComboBox::currentIndexChanged);
         go({});
         QCOMPARE(projects->count(), 3);
@@ -97,8 +94,8 @@ private slots:
 
     void theTableTellsWhatAVoucherIs()
     {
-        const qint64 project = ArchiveSample::addProject(ArchiveSample::hostileName);
-        add(ArchiveSample::hostileName, 1, project, { addEntry(), addEntry() });
+        const qint64 project = TestLedger::addProject(TestLedger::hostileName);
+        add(TestLedger::hostileName, 1, project, { addEntry(), addEntry() });
         add(u"无关联"_s, 2);
         open({});
         const QAbstractItemModel* model = table()->model();
@@ -108,7 +105,7 @@ private slots:
             headers += model->headerData(column, Qt::Horizontal).toString();
         QCOMPARE(headers.join(u','), u"预览,名称,类型,凭证日期,关联对象,大小,添加时间,操作"_s);
         const auto text = [&](int row, int column) { return model->index(row, column).data(); };
-        QCOMPARE(text(1, VoucherListModel::Name), ArchiveSample::hostileName);
+        QCOMPARE(text(1, VoucherListModel::Name), TestLedger::hostileName);
         QCOMPARE(text(1, VoucherListModel::Type), u"发票票据"_s);
         QCOMPARE(text(1, VoucherListModel::Date), u"2026-01-01"_s);
         QCOMPARE(text(1, VoucherListModel::Links), u"项目：<b>%1&\"；流水 2 笔"_s);
@@ -170,19 +167,14 @@ private slots:
         add(u"甲"_s, 3);
         open({});
         ModalAnswerer answers;
-        const auto click = [this](int column, auto place) {
-            const QRect cell = table()->visualRect(table()->model()->index(0, column));
-            QTest::mouseClick(table()->viewport(), Qt::LeftButton, {}, place(cell));
-        };
         answers.expect([](QDialog* dialog) {
             QVERIFY(qobject_cast<VoucherPreview*>(dialog));
             dialog->reject();
         });
-        click(VoucherListModel::Picture, [](const QRect& cell) { return cell.center(); });
+        Hands::clickCell(table(), 0, VoucherListModel::Picture);
         QTRY_COMPARE(answers.seen().size(), 1);
         answers.expectButton(u"取消"_s);
-        click(VoucherListModel::Actions,
-            [](const QRect& cell) { return cell.center() + QPoint(cell.width() * 3 / 8, 0); });
+        Hands::clickCell(table(), 0, VoucherListModel::Actions, 3, 4);
         QTRY_COMPARE(answers.seen().size(), 2);
         QCOMPARE(answers.seen().last().title, u"确认删除凭证"_s);
     }
@@ -190,10 +182,10 @@ private slots:
     void deletingAsksAndMovesOn()
     {
         add(u"甲"_s, 3);
-        add(ArchiveSample::hostileName, 2);
+        add(TestLedger::hostileName, 2);
         add(u"丙"_s, 1);
         open({});
-        select(ArchiveSample::hostileName);
+        select(TestLedger::hostileName);
         ModalAnswerer answers;
         answers.expectButton(u"取消"_s);
         press(Qt::Key_Delete);
@@ -214,16 +206,8 @@ private slots:
         QCOMPARE(TestLedger::addMany(5000), QString());
         open({});
         select(u"甲"_s);
-        bool noticed = false;
-        ModalAnswerer answers([&noticed](QDialog* box) {
-            ModalAnswerer::buttonOf(box, u"删除"_s)->click();
-            QTimer::singleShot(0, qApp, [&noticed] {
-                const QWidget* notice = QApplication::activeModalWidget();
-                noticed = notice && notice->objectName() == u"BusyNotice";
-            });
-        });
-        press(Qt::Key_Delete);
-        QVERIFY(noticed);
+        ModalAnswerer answers(u"删除"_s);
+        QVERIFY(Hands::showsNotice([this] { press(Qt::Key_Delete); }));
         QCOMPARE(TestDatabase::row(u"SELECT COUNT(*) FROM vouchers"_s), u"0"_s);
     }
 
@@ -231,10 +215,7 @@ private slots:
     {
         add(u"甲"_s, 3);
         open({});
-        QCOMPARE(TestDatabase::run({ u"CREATE TRIGGER refuse BEFORE DELETE ON vouchers BEGIN "
-                                     "SELECT RAISE(ABORT, 'refused'); END"_s }),
-            u""_s);
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"SQL error: .*refused"_s));
+        QVERIFY(TestDatabase::refuse(u"DELETE ON vouchers"_s));
         select(u"甲"_s);
         ModalAnswerer answers;
         answers.expectButton(u"删除"_s);
@@ -246,13 +227,8 @@ private slots:
         QCOMPARE(TestDatabase::run({ u"DROP TRIGGER refuse"_s }), u""_s);
         answers.expectButton(u"删除"_s);
         press(Qt::Key_Delete);
-        const auto* empty = m_page->findChild<EmptyState*>();
-        QVERIFY(empty->isVisible());
-        QStringList texts;
-        for (const auto* label : empty->findChildren<QLabel*>())
-            texts += label->text();
-        QVERIFY(texts.contains(u"暂无凭证"_s));
-        QVERIFY(texts.contains(u"点击右上角「添加凭证」上传合同扫描件、银行回单、发票等文件。"_s));
+        QVERIFY(Hands::shows(
+            *m_page, u"点击右上角「添加凭证」上传合同扫描件、银行回单、发票等文件。"_s));
         QCOMPARE(textOf(*m_page, u"voucherCount"_s), u"共 0 张（未关联 0 张）"_s);
     }
 
@@ -271,7 +247,7 @@ private slots:
 
     void cardsLeadToWhatTheyAreLinkedTo()
     {
-        const qint64 project = ArchiveSample::addProject(u"展厅"_s);
+        const qint64 project = TestLedger::addProject(u"展厅"_s);
         const QList<qint64> entries { addEntry(), addEntry(), addEntry() };
         add(u"甲"_s, 1, project, entries);
         open({});
@@ -301,16 +277,11 @@ private slots:
         open({});
         const QString path = AppPaths::dataDir() + u"/回单 %1.jpg"_s;
         QVERIFY(TestFile::put(path, ArchiveSample::jpeg(10, 10)));
-        QMimeData data;
-        data.setUrls({ QUrl::fromLocalFile(path) });
-        QDropEvent drop({ 10, 10 }, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         ModalAnswerer answers([](QDialog* dialog) {
             QVERIFY(qobject_cast<VoucherAddDialog*>(dialog));
             ModalAnswerer::buttonOf(dialog, u"保存入库"_s)->click();
         });
-        QDragEnterEvent enter({ 10, 10 }, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(m_page.get(), &enter);
-        QApplication::sendEvent(m_page.get(), &drop);
+        QVERIFY(Hands::dropFiles(m_page.get(), { path }));
         answers.expectButton(u"确定"_s);
         QTRY_COMPARE(answers.seen().size(), 2);
         QTRY_COMPARE(names(), QStringList { u"回单 %1"_s });
@@ -338,11 +309,8 @@ private:
 
     QStringList names() const
     {
-        QStringList names;
-        const QAbstractItemModel* model = table()->model();
-        for (int row = 0; table()->isVisible() && row < model->rowCount(); ++row)
-            names += model->index(row, VoucherListModel::Name).data().toString();
-        return names;
+        return table()->isVisible() ? Hands::column(table(), VoucherListModel::Name)
+                                    : QStringList();
     }
 
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})

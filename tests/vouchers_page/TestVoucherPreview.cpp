@@ -2,40 +2,22 @@
 #include "db/VoucherDao.h"
 #include "dialogs/preview/VoucherPreview.h"
 #include "support/DatabaseTestCase.h"
+#include "support/Hands.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestFile.h"
+#include "support/TestLedger.h"
 #include "vouchers_page/ArchiveSample.h"
 #include "widgets/FileView.h"
 
+#include <QApplication>
 #include <QLabel>
-#include <QPushButton>
 #include <QScrollBar>
-#include <QtEndian>
 #include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
 using ArchiveSample::add;
 
 namespace {
-
-// A picture's head that promises 30,000 by 30,000 pixels.
-QByteArray hugeJpeg()
-{
-    QByteArray bytes = ArchiveSample::jpeg(8, 8);
-    const qsizetype frame = bytes.indexOf("\xff\xc0");
-    qToBigEndian<quint16>(30000, bytes.data() + frame + 5);
-    qToBigEndian<quint16>(30000, bytes.data() + frame + 7);
-    return bytes;
-}
-
-// An EXIF block says that the camera was held upright.
-QByteArray turnedJpeg()
-{
-    const QByteArray bytes = ArchiveSample::jpeg(400, 200);
-    const QByteArray exif = QByteArray::fromHex(
-        "ffe1002245786966000049492a0008000000010012010300010000000600000000000000");
-    return bytes.first(2) + exif + bytes.sliced(2);
-}
 
 QString textOf(const VoucherPreview& preview, const QString& label)
 {
@@ -53,38 +35,32 @@ class TestVoucherPreview final : public DatabaseTestCase {
     Q_OBJECT
 
 private slots:
-    void theFileIsShownWithWhatItIs()
+    void theFileIsShownWithWhatItIsAndWhetherItIsTheArchivedOne()
     {
-        add(ArchiveSample::hostileName, 2);
+        add(TestLedger::hostileName, 2);
         const QList<Voucher> vouchers = VoucherDao().search({});
         VoucherPreview preview(vouchers, 0);
         preview.show();
         auto* view = preview.findChild<FileView*>();
         QTRY_VERIFY(view->hasPicture());
-        QCOMPARE(textOf(preview, u"previewName"_s), ArchiveSample::hostileName);
+        QCOMPARE(textOf(preview, u"previewName"_s), TestLedger::hostileName);
         QVERIFY(textOf(preview, u"previewMeta"_s).startsWith(u"发票票据 · 2026-01-02 · "_s));
         QCOMPARE(textOf(preview, u"previewHash"_s), u"SHA-256："_s + vouchers.at(0).sha256);
         QTRY_COMPARE(textOf(preview, u"previewCheck"_s), u"✓ 与归档时一致"_s);
         QCOMPARE(textOf(preview, u"previewZoom"_s), u"100%"_s); // small: not enlarged
-    }
 
-    void aFileThatIsNotTheArchivedOneIsNoticed()
-    {
-        add(u"甲"_s, 2);
-        const QList<Voucher> vouchers = VoucherDao().search({});
         QVERIFY(TestFile::put(fileOf(vouchers.at(0)), ArchiveSample::jpeg(9, 9)));
-        VoucherPreview preview(vouchers, 0);
-        QTRY_COMPARE(textOf(preview, u"previewCheck"_s), u"✗ 与归档时不一致，文件可能被改动"_s);
+        const VoucherPreview altered(vouchers, 0);
+        QTRY_COMPARE(textOf(altered, u"previewCheck"_s), u"✗ 与归档时不一致，文件可能被改动"_s);
     }
 
     void keysTurnPagesAndVouchers()
     {
         add(u"合同"_s, 3, 0, {}, ArchiveSample::pdf(3), u"pdf"_s);
-        add(u"照片"_s, 2, 0, {}, turnedJpeg(), u"jpg"_s);
+        add(u"照片"_s, 2, 0, {}, ArchiveSample::turnedJpeg(), u"jpg"_s);
         const QList<Voucher> vouchers = VoucherDao().search({});
         VoucherPreview preview(vouchers, 0);
-        preview.show();
-        QVERIFY(QTest::qWaitForWindowActive(&preview));
+        QVERIFY(Hands::show(preview));
         auto* view = preview.findChild<FileView*>();
         QTRY_COMPARE(textOf(preview, u"previewPages"_s), u"第 1 页，共 3 页"_s);
         for (int turn = 0; turn < 3; ++turn)
@@ -109,8 +85,7 @@ private slots:
     {
         add(u"照片"_s, 2, 0, {}, ArchiveSample::jpeg(3000, 2000), u"jpg"_s);
         VoucherPreview preview(VoucherDao().search({}), 0);
-        preview.show();
-        QVERIFY(QTest::qWaitForWindowActive(&preview));
+        QVERIFY(Hands::show(preview));
         auto* view = preview.findChild<FileView*>();
         QTRY_VERIFY(view->hasPicture());
         const qreal fitted = view->factor();
@@ -142,7 +117,7 @@ private slots:
             u"文件已损坏或不是有效的图片、PDF，无法显示。"_s);
         addCase("no document", QByteArray("%PDF-1.4 nothing"), u"pdf"_s,
             u"文件已损坏或不是有效的图片、PDF，无法显示。"_s);
-        addCase("huge", hugeJpeg(), u"jpg"_s,
+        addCase("huge", ArchiveSample::hugeJpeg(), u"jpg"_s,
             u"图片过大（30000 × 30000 像素），无法在这里显示。请用默认程序打开。"_s);
         addCase("missing", QByteArray(), u"png"_s, u"文件缺失：原来的位置上已没有这个文件。"_s);
     }

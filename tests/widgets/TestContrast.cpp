@@ -3,7 +3,6 @@
 #include "widgets/BannerKind.h"
 #include "widgets/Contrast.h"
 
-#include <QDir>
 #include <QFile>
 #include <QRegularExpression>
 

@@ -4,8 +4,7 @@
 #include "widgets/DateEditor.h"
 
 #include <QApplication>
-#include <QCalendarWidget>
-#include <QPushButton>
+#include <QSignalSpy>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -44,27 +43,20 @@ class TestDateEditor final : public TestCase {
 private slots:
     void followsTheCalendarUntilItIsTouched()
     {
-        DateEditor untouched;
+        const QDate past(2025, 2, 3);
+        DateEditor atMidnight;
+        DateEditor comingIntoView;
         DateEditor touched;
-        for (DateEditor* field : { &untouched, &touched }) {
-            field->setToday(QDate(2025, 2, 3));
-            field->findChild<QTimer*>()->setInterval(0);
-        }
+        for (DateEditor* field : { &atMidnight, &comingIntoView, &touched })
+            field->setToday(past);
         touched.setText(u"2025-02-04"_s);
-        QTRY_COMPARE(untouched.date(), QDate::currentDate());
-        QCOMPARE(touched.date(), QDate(2025, 2, 4));
-    }
-
-    void comesIntoViewWithThePresentDay()
-    {
-        DateEditor untouched;
-        DateEditor touched;
-        for (DateEditor* field : { &untouched, &touched })
-            field->setToday(QDate(2025, 2, 3));
-        touched.setDate(QDate(2025, 2, 4));
-        for (DateEditor* field : { &untouched, &touched })
+        for (const DateEditor* field : { &atMidnight, &touched })
+            field->findChild<QTimer*>()->setInterval(0);
+        QTRY_COMPARE(atMidnight.date(), QDate::currentDate());
+        QCOMPARE(comingIntoView.date(), past);
+        for (DateEditor* field : { &comingIntoView, &touched })
             field->show();
-        QCOMPARE(untouched.date(), QDate::currentDate());
+        QCOMPARE(comingIntoView.date(), QDate::currentDate());
         QCOMPARE(touched.date(), QDate(2025, 2, 4));
     }
 
@@ -134,7 +126,7 @@ private slots:
         QTest::keyClick(form.field, Qt::Key_F4);
         QWidget* popup = QApplication::activePopupWidget();
         QVERIFY(popup);
-        QWidget* days = popup->findChild<QWidget*>(u"qt_calendar_calendarview"_s);
+        auto* days = popup->findChild<QWidget*>(u"qt_calendar_calendarview"_s);
         QTest::keyClick(days, Qt::Key_Right);
         QTest::keyClick(days, Qt::Key_Return);
         QTRY_VERIFY(!QApplication::activePopupWidget());

@@ -1,3 +1,4 @@
+#include "support/Hands.h"
 #include "support/ModalAnswerer.h"
 #include "support/TestCase.h"
 #include "theme/Theme.h"
@@ -11,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QToolButton>
 
 #include <memory>
@@ -85,21 +87,14 @@ private slots:
         QCOMPARE(banner.accessibleName(), u"重要：项目 <b>甲</b> 已归档"_s);
     }
 
-    void bannerActionAndCloseReport()
+    void bannerGoesByItsCloseButton()
     {
         Banner banner(BannerKind::Info);
-        banner.setText(u"公司档案不完整。"_s);
-        auto* action = banner.findChild<QPushButton*>(u"BannerAction"_s);
         auto* close = banner.findChild<QToolButton*>(u"BannerClose"_s);
-        QVERIFY(action->isHidden());
         QVERIFY(close->isHidden());
-        banner.setAction(u"去完善"_s);
         banner.setClosable(true);
         banner.show();
-        QSignalSpy triggered(&banner, &Banner::actionTriggered);
-        QSignalSpy closed(&banner, &Banner::closed);
-        action->click();
-        QCOMPARE(triggered.count(), 1);
+        const QSignalSpy closed(&banner, &Banner::closed);
         QCOMPARE(close->accessibleName(), u"关闭提示"_s);
         close->click();
         QCOMPARE(closed.count(), 1);
@@ -122,13 +117,12 @@ private slots:
         QVERIFY(!shows(InfoBg) && !shows(InfoText));
     }
 
-    void toastNeverTakesTheKeyboard()
+    void toastFollowsTheWindowAndNeverTakesTheKeyboard()
     {
         QWidget window;
         window.resize(800, 600);
         QLineEdit field(&window);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QVERIFY(Hands::show(window));
         field.setFocus();
         Toast::show(&field, u"流水已保存"_s);
         QVERIFY(field.hasFocus());
@@ -138,22 +132,16 @@ private slots:
         QCOMPARE(toast->accessibleName(), u"完成：流水已保存"_s);
         QVERIFY(std::abs(toast->geometry().center().x() - window.rect().center().x()) <= 1);
         QVERIFY(toast->y() > window.height() / 2);
+        const QRect before = toast->geometry();
+        window.resize(1000, 700);
+        QTRY_COMPARE(toast->geometry(), before.translated(100, 100));
     }
 
-    void toastGoesByItself()
+    void toastGoesByItselfUnlessThePointerIsOnIt()
     {
         const std::unique_ptr<QWidget> window(roomForToasts());
         QElapsedTimer timer;
         timer.start();
-        Toast::show(window.get(), u"流水已保存"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(toastTexts(*window).isEmpty(), toastPatienceMs);
-        QVERIFY(timer.elapsed() >= Toast::shownMs - 100);
-        QTRY_VERIFY(window->findChildren<Toast*>().isEmpty());
-    }
-
-    void toastWaitsUnderThePointer()
-    {
-        const std::unique_ptr<QWidget> window(roomForToasts());
         Toast::show(window.get(), u"正在阅读"_s);
         Toast::show(window.get(), u"无人理会"_s);
         Toast* read = toastOf(*window, u"正在阅读"_s);
@@ -161,10 +149,11 @@ private slots:
         QApplication::sendEvent(read, &enter);
         QTRY_COMPARE_WITH_TIMEOUT(
             toastTexts(*window), QStringList { u"正在阅读"_s }, toastPatienceMs);
+        QVERIFY(timer.elapsed() >= Toast::shownMs - 100);
         QEvent leave(QEvent::Leave);
         QApplication::sendEvent(read, &leave);
         QVERIFY(read->isVisible());
-        QTRY_VERIFY_WITH_TIMEOUT(toastTexts(*window).isEmpty(), toastPatienceMs);
+        QTRY_VERIFY_WITH_TIMEOUT(window->findChildren<Toast*>().isEmpty(), toastPatienceMs);
     }
 
     void onlyThreeToastsStand()
@@ -179,15 +168,6 @@ private slots:
         QVERIFY(oldest.bottom() < middle.top());
         QVERIFY(middle.bottom() < newest.top());
         QVERIFY(newest.bottom() < window->height());
-    }
-
-    void toastsFollowTheWindow()
-    {
-        const std::unique_ptr<QWidget> window(roomForToasts());
-        Toast::show(window.get(), u"流水已保存"_s);
-        const QRect before = toastOf(*window, u"流水已保存"_s)->geometry();
-        window->resize(1000, 700);
-        QTRY_COMPARE(toastOf(*window, u"流水已保存"_s)->geometry(), before.translated(100, 100));
     }
 
     void splashPaintsAtOnce()
@@ -242,27 +222,7 @@ private slots:
         }
     }
 
-    void questionIsAnsweredByItsButton()
-    {
-        ModalAnswerer answerer(u"继续保存"_s);
-        QVERIFY(MessageBox::ask(nullptr, u"提示"_s, u"继续吗？"_s, u"继续保存"_s, u"返回修改"_s));
-        answerer.expectButton(u"返回修改"_s);
-        QVERIFY(!MessageBox::ask(nullptr, u"提示"_s, u"继续吗？"_s, u"继续保存"_s, u"返回修改"_s));
-        const QStringList both { u"继续保存"_s, u"返回修改"_s };
-        QCOMPARE(answerer.seen().at(1).buttons, both);
-    }
-
-    void escapeAndCloseReject()
-    {
-        for (const ButtonRole role : { ButtonRole::Primary, ButtonRole::Danger }) {
-            ModalAnswerer answerer([](QDialog* box) { QTest::keyClick(box, Qt::Key_Escape); });
-            QVERIFY(!asks(role));
-            answerer.expect([](QDialog* box) { box->close(); });
-            QVERIFY(!asks(role));
-        }
-    }
-
-    void enterKeepsOnlyWhatWouldBeDestroyed()
+    void enterKeepsOnlyWhatWouldBeDestroyedEscapeAndCloseKeepAll()
     {
         for (const ButtonRole role : { ButtonRole::Primary, ButtonRole::Danger }) {
             const bool harmless = role == ButtonRole::Primary;
@@ -276,6 +236,10 @@ private slots:
             });
             QCOMPARE(asks(role), harmless);
             QCOMPARE(defaultText, harmless ? u"继续"_s : u"取消"_s);
+            answerer.expect([](QDialog* box) { QTest::keyClick(box, Qt::Key_Escape); });
+            QVERIFY(!asks(role));
+            answerer.expect([](QDialog* box) { box->close(); });
+            QVERIFY(!asks(role));
         }
     }
 
