@@ -1,6 +1,7 @@
 #include "db/DbTransaction.h"
 
 #include "db/Connection.h"
+#include "db/SqlErrorText.h"
 
 #include <QSqlError>
 #include <QSqlQuery>
@@ -80,6 +81,11 @@ bool DbTransaction::begin()
     return run(u"SAVEPOINT "_s + m_savepoint);
 }
 
+QString DbTransaction::withReason(const QString& text) const
+{
+    return m_reason.isEmpty() ? text : u"%1\n原因：%2。"_s.arg(text, m_reason);
+}
+
 bool DbTransaction::run(const QString& sql)
 {
     const QSqlDatabase database = Connection::current();
@@ -90,6 +96,7 @@ bool DbTransaction::run(const QString& sql)
     QSqlQuery query(database);
     const bool done = query.exec(sql);
     m_lastError = done ? QString() : query.lastError().text();
+    m_reason = done ? QString() : sqlErrorReason(query.lastError());
     return done;
 }
 

@@ -334,6 +334,22 @@ RiskLevelCounts TransactionDao::riskLevelCounts(QDate from, QDate to)
     return counts;
 }
 
+bool TransactionDao::setEvaluationDue()
+{
+    return write(
+        u"UPDATE transactions SET risk_evaluated_at = NULL WHERE id = (SELECT MIN(id) FROM "
+        "transactions)"_s,
+        {});
+}
+
+bool TransactionDao::isEvaluationDue()
+{
+    return readNumber(
+               u"SELECT EXISTS (SELECT 1 FROM transactions WHERE risk_evaluated_at IS NULL)"_s, {})
+               .value_or(1)
+        != 0;
+}
+
 bool TransactionDao::updateAutoRisk(qint64 id, RiskLevel level, const QStringList& reasons)
 {
     return updateAutoRisks({ { id, level, reasons } }) == 1;

@@ -42,6 +42,13 @@ public:
     QList<CategoryStat> categoryStats(QDate from, QDate to);
     RiskLevelCounts riskLevelCounts(QDate from, QDate to);
 
+    /// Notes in the ledger that its levels are behind, until each entry is evaluated. Belongs into
+    /// the transaction of a change that the evaluation follows: whatever keeps that from being
+    /// done, the note stays. A new entry is one by itself.
+    [[nodiscard]] bool setEvaluationDue();
+    /// True as well when it cannot be found out.
+    bool isEvaluationDue();
+
     /// Stores an automatic level with its reasons; an override stays in force above it.
     [[nodiscard]] bool updateAutoRisk(qint64 id, RiskLevel level, const QStringList& reasons);
     /// The same for many entries with one statement. Stops at the first that cannot be written;

@@ -164,14 +164,13 @@ void ProfileWizardDialog::save()
 {
     if (m_thresholds->showProblem())
         return;
-    ProfileDao profiles;
-    if (profiles.save(edited())) {
-        // An older ledger may lack nothing but the names, and the thresholds may have changed.
-        RiskService().reevaluateAll();
-        accept();
+    if (const auto problem = RiskService::storeProfile(edited())) {
+        MessageBox::warn(this, u"保存失败"_s, u"公司档案无法保存：%1"_s.arg(*problem));
         return;
     }
-    MessageBox::warn(this, u"保存失败"_s, u"公司档案无法保存：%1"_s.arg(profiles.lastError()));
+    // An older ledger may lack nothing but the names, and the thresholds may have changed.
+    RiskService().reevaluateAll();
+    accept();
 }
 
 CompanyProfile ProfileWizardDialog::edited() const

@@ -8,6 +8,7 @@
 #include "support/TestDatabase.h"
 #include "support/TestFile.h"
 #include "support/TestLedger.h"
+#include "support/Warnings.h"
 #include "widgets/Banner.h"
 #include "widgets/FilterChip.h"
 
@@ -249,6 +250,7 @@ private slots:
                 TestDatabase::run(
                     { u"UPDATE transactions SET summary = '新' WHERE id = %1"_s.arg(m_ids[1]) }),
                 QString());
+            RiskService().reevaluateAll();
             dialog->done(QDialog::Accepted);
         });
         shown.key(Qt::Key_Return);
@@ -282,6 +284,15 @@ private slots:
         QCOMPARE(shown.summaries(), u"尾款 还款 借款 往来 房租"_s);
         QCOMPARE(TestLedger::autoRisk(m_ids[1]), u"normal|"_s);
         QCOMPARE(shown.table()->currentIndex().row(), 3);
+
+        QVERIFY(TestDatabase::refuse(u"UPDATE OF risk_auto_level ON transactions"_s));
+        expectWarnings({ u"RiskService: updateRisk failed"_s });
+        answers.expectButton(u"确认删除"_s);
+        answers.expectButton(u"确定"_s);
+        Hands::clickCell(shown.table(), 3, LedgerModel::Actions, 2, 3);
+        QTRY_COMPARE(answers.seen().size(), 5);
+        QCOMPARE(answers.seen()[4].title, u"风险等级未更新"_s);
+        QCOMPARE(shown.summaries(), u"尾款 还款 借款 房租"_s);
     }
 
     void severalRowsAreCopiedAndDecidedTogether()

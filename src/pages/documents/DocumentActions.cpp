@@ -2,6 +2,7 @@
 
 #include "db/DocumentDao.h"
 #include "db/LinkDao.h"
+#include "pages/RiskNotice.h"
 #include "services/DesktopFiles.h"
 #include "services/documents/DocumentFiles.h"
 #include "services/documents/DocumentPdf.h"
@@ -119,8 +120,11 @@ bool remove(QWidget* parent, qint64 id)
             DocumentQuestions::remove(*record, coveredCount(id), freed), u"删除"_s, u"取消"_s,
             ButtonRole::Danger))
         return false;
-    return carryOut(parent, u"正在删除文书…"_s, u"无法删除"_s,
+    const bool removed = carryOut(parent, u"正在删除文书…"_s, u"无法删除"_s,
         [id] { return DocumentService().deleteDocument(id); });
+    if (removed)
+        RiskNotice::warnIfBehind(parent);
+    return removed;
 }
 
 } // namespace DocumentActions

@@ -2,6 +2,7 @@
 
 #include "pages/documents/DocumentPreview.h"
 #include "pages/documents/ResultStrip.h"
+#include "pages/RiskNotice.h"
 #include "widgets/Banner.h"
 #include "widgets/BusyNotice.h"
 #include "widgets/ButtonRole.h"
@@ -164,4 +165,5 @@ void DocumentForm::onGenerate()
     prepareNext();
     m_result->showResult(result);
     emit stored(result.docId);
+    RiskNotice::warnIfBehind(this);
 }

@@ -8,8 +8,10 @@
 #include "pages/ledger/LedgerFilterCard.h"
 #include "pages/ledger/LedgerModel.h"
 #include "pages/ledger/LedgerTable.h"
+#include "pages/RiskNotice.h"
 #include "services/csv/CsvExport.h"
 #include "services/DesktopFiles.h"
+#include "services/entries/EntryService.h"
 #include "services/figures/LedgerTexts.h"
 #include "services/risk/RiskService.h"
 #include "widgets/Banner.h"
@@ -310,36 +312,43 @@ void LedgerPage::onAdd()
 {
     TransactionDialog dialog(0, this);
     if (dialog.exec() == QDialog::Accepted)
-        showStored(dialog.entryId(), u"流水已保存，风险已重算"_s);
+        showChanged(dialog.entryId(), u"流水已保存，风险已重算"_s);
 }
 
 void LedgerPage::onCopyAsNew(qint64 id)
 {
     TransactionDialog dialog(m_model->entryAt(m_model->rowOf(id)), this);
     if (dialog.exec() == QDialog::Accepted)
-        showStored(dialog.entryId(), u"流水已保存，风险已重算"_s);
+        showChanged(dialog.entryId(), u"流水已保存，风险已重算"_s);
 }
 
 void LedgerPage::onEdit(qint64 id)
 {
     TransactionDialog dialog(id, this);
     if (dialog.exec() == QDialog::Accepted)
-        showStored(id, u"修改已保存，风险已重算"_s);
+        showChanged(id, u"修改已保存，风险已重算"_s);
 }
 
 void LedgerPage::onReview(qint64 id)
 {
     RiskReviewDialog dialog(id, this);
-    if (dialog.exec() == QDialog::Accepted)
-        showStored(id, u"人工复核已保存"_s);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    showStored(id);
+    Toast::show(window(), u"人工复核已保存"_s);
 }
 
-void LedgerPage::showStored(qint64 id, const QString& done)
+void LedgerPage::showStored(qint64 id)
 {
     refresh();
     if (!m_table->selectEntry(id))
         Toast::show(window(), u"该笔流水不符合当前筛选条件，未在列表中显示"_s, BannerKind::Info);
-    Toast::show(window(), done);
+}
+
+void LedgerPage::showChanged(qint64 id, const QString& done)
+{
+    showStored(id);
+    RiskNotice::tell(this, done);
 }
 
 void LedgerPage::onDelete(qint64 id)
@@ -349,9 +358,8 @@ void LedgerPage::onDelete(qint64 id)
         || !MessageBox::ask(this, u"确认删除"_s, LedgerTexts::deleteQuestion(m_model->entryAt(row)),
             u"确认删除"_s, u"取消"_s, ButtonRole::Danger))
         return;
-    TransactionDao transactions;
-    if (!transactions.remove(id)) {
-        MessageBox::warn(this, u"删除失败"_s, transactions.lastError());
+    if (const QString problem = EntryService::remove(id); !problem.isEmpty()) {
+        MessageBox::warn(this, u"删除失败"_s, problem);
         return;
     }
     {
@@ -361,7 +369,7 @@ void LedgerPage::onDelete(qint64 id)
         RiskService().reevaluateAll();
     }
     refresh();
-    Toast::show(window(), u"流水已删除，相关风险已重算"_s);
+    RiskNotice::tell(this, u"流水已删除，相关风险已重算"_s);
 }
 
 void LedgerPage::onFundDecision(qint64 id)

@@ -58,8 +58,10 @@ private:
     void onCopyAsNew(qint64 id);
     void onReview(qint64 id);
     void onFundDecisions(const QList<qint64>& ids);
-    /// After an entry was stored: searches again, shows the entry and says what was done.
-    void showStored(qint64 id, const QString& done);
+    /// After an entry was stored: searches again and shows the entry.
+    void showStored(qint64 id);
+    /// The same, and says what was done and whether the risk levels have followed it.
+    void showChanged(qint64 id, const QString& done);
 
     LedgerScope m_scope;
     TransactionFilter m_applied; // what the rows were found by

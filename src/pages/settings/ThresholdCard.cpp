@@ -2,12 +2,12 @@
 
 #include "db/ProfileDao.h"
 #include "dialogs/ThresholdForm.h"
+#include "pages/RiskNotice.h"
 #include "services/risk/RiskService.h"
 #include "widgets/BusyNotice.h"
 #include "widgets/ButtonRole.h"
 #include "widgets/FormRows.h"
 #include "widgets/MessageBox.h"
-#include "widgets/Toast.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -57,10 +57,8 @@ void ThresholdCard::onSave()
     const std::optional<CompanyProfile> profile = readProfile();
     if (!profile)
         return;
-    ProfileDao profiles;
-    if (!profiles.save(m_form->edited(*profile))) {
-        MessageBox::warn(
-            this, u"保存失败"_s, u"风险提醒标准无法保存：%1"_s.arg(profiles.lastError()));
+    if (const auto problem = RiskService::storeProfile(m_form->edited(*profile))) {
+        MessageBox::warn(this, u"保存失败"_s, u"风险提醒标准无法保存：%1"_s.arg(*problem));
         return;
     }
     {
@@ -70,5 +68,5 @@ void ThresholdCard::onSave()
         RiskService().reevaluateAll();
     }
     emit profileChanged();
-    Toast::show(window(), u"标准已保存，风险已重算"_s);
+    RiskNotice::tell(this, u"标准已保存，风险已重算"_s);
 }

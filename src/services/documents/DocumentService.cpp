@@ -115,6 +115,13 @@ QString reasonOf(const BaseDao& store)
     return store.lastError().isEmpty() ? u"文书记录写入失败。"_s : store.lastError();
 }
 
+// Covered entries are judged anew after the commit.
+QString noteChange(bool coveredEntries)
+{
+    TransactionDao entries;
+    return !coveredEntries || entries.setEvaluationDue() ? QString() : reasonOf(entries);
+}
+
 QString insertWithLinks(DocumentRecord& record)
 {
     DocumentDao documents;
@@ -125,16 +132,16 @@ QString insertWithLinks(DocumentRecord& record)
         if (!links.link(SourceType::Document, record.id, TargetType::Transaction, id))
             return reasonOf(links);
     }
-    return {};
+    return noteChange(!DocumentRules::coveredIds(record).isEmpty());
 }
 
-QString removeWithLinks(qint64 id)
+QString removeWithLinks(qint64 id, bool coveredEntries)
 {
     LinkDao links;
     if (!links.unlinkAllFromSource(SourceType::Document, id))
         return reasonOf(links);
     DocumentDao documents;
-    return documents.remove(id) ? QString() : reasonOf(documents);
+    return documents.remove(id) ? noteChange(coveredEntries) : reasonOf(documents);
 }
 
 DocumentResult rolledBack(DbTransaction& transaction, const QString& error)
@@ -146,7 +153,7 @@ DocumentResult rolledBack(DbTransaction& transaction, const QString& error)
 // The reason for the user when the transaction could not be committed.
 QString commitProblem(DbTransaction& transaction)
 {
-    return transaction.commit() ? QString() : u"事务提交失败。"_s;
+    return transaction.commit() ? QString() : transaction.withReason(u"事务提交失败。"_s);
 }
 
 // The file has to be in place before the row is committed, and must not be another document's.
@@ -306,7 +313,7 @@ DocumentResult DocumentService::deleteDocument(qint64 id)
     DbTransaction transaction;
     if (!transaction.isOpen())
         return failure(noTransaction());
-    error = removeWithLinks(id);
+    error = removeWithLinks(id, coveredEntries);
     if (!error.isEmpty())
         return rolledBack(transaction, error);
     error = commitProblem(transaction);

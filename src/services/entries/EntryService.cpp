@@ -25,7 +25,7 @@ QString write(Transaction& entry)
     // Changing a row that is gone would succeed and write nothing.
     if (!isNew && !entries.findById(entry.id))
         return entryIsGone();
-    if (isNew ? entries.insert(entry) : entries.update(entry))
+    if (isNew ? entries.insert(entry) : entries.update(entry) && entries.setEvaluationDue())
         return {};
     return u"流水写入失败，请重试。\n原因：%1"_s.arg(entries.lastError());
 }
@@ -59,11 +59,22 @@ SaveResult save(const Transaction& entry, const QList<qint64>& addedVoucherIds,
         return { .message = u"凭证关联写入失败，请重试。"_s };
     if (!transaction.commit()) {
         const bool hasLinks = !addedVoucherIds.isEmpty() || !removedVoucherIds.isEmpty();
-        return { .message
-            = hasLinks ? u"凭证关联提交失败，请重试。"_s : u"事务提交失败，请重试。"_s };
+        return { .message = transaction.withReason(
+                     hasLinks ? u"凭证关联提交失败，请重试。"_s : u"事务提交失败，请重试。"_s) };
     }
     RiskService().reevaluateAll();
     return { .ok = true, .entryId = stored.id };
+}
+
+QString remove(qint64 entryId)
+{
+    DbTransaction transaction;
+    TransactionDao entries;
+    if (!transaction.isOpen())
+        return transaction.lastError();
+    if (!entries.remove(entryId) || !entries.setEvaluationDue())
+        return entries.lastError();
+    return transaction.commit() ? QString() : transaction.lastError();
 }
 
 ReviewResult review(qint64 entryId, std::optional<RiskLevel> level, const QString& note)

@@ -23,6 +23,10 @@ struct SaveResult {
 [[nodiscard]] SaveResult save(const Transaction& entry, const QList<qint64>& addedVoucherIds,
     const QList<qint64>& removedVoucherIds);
 
+/// Removes an entry and its links. The reason when that fails, and nothing is changed; empty when
+/// it is done. The ledger is behind until the caller has it evaluated.
+[[nodiscard]] QString remove(qint64 entryId);
+
 struct ReviewResult {
     bool ok = false;
     QString message; // Chinese, when not ok

@@ -21,10 +21,12 @@ void CrashRepair::run() const
     if (DatabaseManager::instance().isReadOnly())
         return;
     DocumentFiles::repair();
+    if (m_leftOpen || RiskService::isBehind()) {
+        qInfo("The last session left levels behind or did not close the database: evaluating anew");
+        RiskService().reevaluateAll();
+    }
     if (!m_leftOpen)
         return;
-    qInfo("The last session did not close the database: evaluating the ledger anew");
-    RiskService().reevaluateAll();
     for (const QString& path : VoucherAssets::filesWithoutRow())
         qInfo("No voucher names the file %s; it is left alone", qUtf8Printable(path));
 }

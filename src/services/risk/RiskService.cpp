@@ -57,9 +57,12 @@ void RiskService::reevaluateAll()
 
     const qsizetype written = entries.updateAutoRisks(results);
     const bool isComplete = written == results.size();
-    if (!isComplete)
+    if (!isComplete) {
         qWarning("RiskService: updateRisk failed for tx %lld: %s",
             results.at(written).transactionId, qUtf8Printable(entries.lastError()));
+        if (!entries.setEvaluationDue())
+            qWarning("RiskService: the ledger cannot be marked as behind");
+    }
     // Also after a failure: entries that were written keep their new result.
     if (!transaction.commit())
         qWarning("RiskService: the evaluation could not be stored: %s",
@@ -67,6 +70,27 @@ void RiskService::reevaluateAll()
     else if (isComplete)
         qInfo("RiskService reevaluateAll done: %lld rows, %lld frequent-group flagged",
             static_cast<qint64>(written), static_cast<qint64>(flagged.size()));
+}
+
+bool RiskService::isBehind()
+{
+    return TransactionDao().isEvaluationDue();
+}
+
+std::optional<QString> RiskService::storeProfile(const CompanyProfile& profile)
+{
+    DbTransaction transaction;
+    ProfileDao profiles;
+    TransactionDao entries;
+    if (!transaction.isOpen())
+        return transaction.lastError();
+    if (!profiles.save(profile))
+        return profiles.lastError();
+    if (!entries.setEvaluationDue())
+        return entries.lastError();
+    if (!transaction.commit())
+        return transaction.lastError();
+    return {};
 }
 
 bool RiskService::takesNoticeablyLong(qsizetype evaluations)

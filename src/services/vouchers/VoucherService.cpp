@@ -77,7 +77,7 @@ template <typename Write> Problem inTransaction(const TransactionIds& affected, 
     for (std::size_t i = 0; i < affected.size(); ++i)
         RiskService().reevaluateAll();
     if (!transaction.commit())
-        return u"事务提交失败，请重试"_s;
+        return transaction.withReason(u"事务提交失败，请重试"_s);
     return {};
 }
 
