@@ -3,6 +3,7 @@
 #include "core/AppPaths.h"
 #include "services/backup/DiskFiles.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -38,6 +39,12 @@ QString vouchersIn(const QString& folder)
 QString manifestIn(const QString& folder)
 {
     return folder + u"/backup_manifest.txt"_s;
+}
+
+bool holdsVoucher(const QString& folder, const QString& storedPath)
+{
+    const QString path = QDir::cleanPath(QDir::fromNativeSeparators(storedPath));
+    return path.startsWith(voucherFolderName() + u'/') && QFileInfo(folder + u'/' + path).isFile();
 }
 
 QString folderFor(const QString& parent, const QDateTime& time)

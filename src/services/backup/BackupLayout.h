@@ -16,6 +16,10 @@ QString databaseIn(const QString& folder);
 QString vouchersIn(const QString& folder);
 QString manifestIn(const QString& folder);
 
+/// Whether the folder has the file of a voucher's stored path; false as well for a path that leads
+/// elsewhere.
+bool holdsVoucher(const QString& folder, const QString& storedPath);
+
 /// "brixa_backup_yyyyMMdd_HHmmss" in the parent folder.
 QString folderFor(const QString& parent, const QDateTime& time);
 

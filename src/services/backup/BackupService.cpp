@@ -12,6 +12,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -96,6 +98,18 @@ void readDatabase(const QString& folder, BackupPreview& preview)
         preview.warnings += u"备份中的部分数据表无法读取，备份可能不完整。"_s;
 }
 
+// A voucher may have lost its file before the backup was made.
+void compareVouchers(const QString& folder, BackupPreview& preview)
+{
+    const DatabaseReader database(BackupLayout::databaseIn(folder));
+    const QStringList paths = database.voucherPaths();
+    const auto missing = std::count_if(paths.begin(), paths.end(),
+        [&](const QString& path) { return !BackupLayout::holdsVoucher(folder, path); });
+    if (missing > 0)
+        preview.warnings
+            += u"备份中有 %1 张凭证没有文件，恢复后这些凭证将无法打开。"_s.arg(missing);
+}
+
 // The backup's database is taken as it lies, without what another program left in a log.
 void lookForLogs(const QString& folder, BackupPreview& preview)
 {
@@ -124,14 +138,29 @@ void compareVoucherFiles(const FolderCopy::Listing& files, BackupPreview& previe
                 QString::number(preview.voucherFiles));
 }
 
+// Names the first of them with the file that is missing; all are in the log.
+QString noteOn(const QList<Voucher>& lost)
+{
+    constexpr qsizetype mostNamed = 8;
+    QStringList lines { u"%1 张凭证的文件已不在凭证文件夹中，备份里也没有："_s.arg(lost.size()) };
+    for (const Voucher& voucher : lost) {
+        qInfo("The voucher %lld has lost its file %s", voucher.id,
+            qUtf8Printable(voucher.storedPath));
+        if (lines.size() <= mostNamed)
+            lines += u"「%1」（%2）"_s.arg(voucher.name, voucher.storedPath);
+    }
+    if (lost.size() > mostNamed)
+        lines += u"……其余见日志"_s;
+    lines += u"如有更早的备份，请从那里取回同名文件放回原处；如有原件，请重新添加凭证。"_s;
+    return lines.join(u'\n');
+}
+
 // What the owner has to know about a backup that is whole as far as it could be.
-QStringList notesOn(const FolderCopy::Listing& voucherFiles)
+QStringList notesOn(const FolderCopy::Listing& voucherFiles, const QList<Voucher>& lost)
 {
     QStringList notes;
-    if (const QStringList lost = VoucherAssets::vouchersWithoutFile(); !lost.isEmpty())
-        notes
-            += u"%1 张凭证的文件已不在凭证文件夹中（如「%2」），备份里也没有。如有原件或更早的备份，请从那里找回。"_s
-                   .arg(QString::number(lost.size()), lost.first());
+    if (!lost.isEmpty())
+        notes += noteOn(lost);
     if (!voucherFiles.leftOut.isEmpty())
         notes += u"以下目录链接或特殊文件未包含在备份中：\n%1"_s.arg(
             voucherFiles.leftOut.join(u'\n'));
@@ -166,8 +195,12 @@ BackupResult BackupService::backupTo(const QString& parentFolder)
     QStringList notes;
     if (!ProfileDao().setLastBackupAt(now))
         notes += u"备份完成但备份时间未能写入档案"_s;
-    notes += notesOn(vouchers);
-    return { .ok = true, .folder = *folder, .message = notes.join(u"\n\n"_s) };
+    const QList<Voucher> lost = VoucherAssets::vouchersWithoutFile();
+    notes += notesOn(vouchers, lost);
+    return { .ok = true,
+        .folder = *folder,
+        .vouchersWithoutFile = lost.size(),
+        .message = notes.join(u"\n\n"_s) };
 }
 
 BackupCheck BackupService::validateBackup(const QString& folder)
@@ -197,6 +230,7 @@ BackupPreview BackupService::inspect(const QString& folder)
         = FolderCopy::sizeOf(vouchers, files) + QFileInfo(BackupLayout::databaseIn(folder)).size();
     compareVoucherFiles(files, preview);
     readDatabase(folder, preview);
+    compareVouchers(folder, preview);
     lookForLogs(folder, preview);
     return preview;
 }

@@ -112,6 +112,17 @@ QDate DatabaseReader::newestEntryDate() const
     return TextRules::dateFromText(firstCell(sql).value_or(QString()));
 }
 
+QStringList DatabaseReader::voucherPaths() const
+{
+    QStringList paths;
+    QSqlQuery query(QSqlDatabase::database(connectionName(), false));
+    query.setForwardOnly(true);
+    query.exec(u"SELECT stored_path FROM vouchers"_s);
+    while (query.next())
+        paths += query.value(0).toString();
+    return paths;
+}
+
 qint64 DatabaseReader::size() const
 {
     const QString pages = firstCell(u"PRAGMA page_count"_s).value_or(QString());

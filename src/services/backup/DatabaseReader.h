@@ -2,6 +2,7 @@
 
 #include <QDate>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -27,6 +28,8 @@ public:
     std::optional<QString> passwordHash() const;
     /// The number of rows; nothing when the table cannot be read.
     std::optional<int> rowCount(const QString& table) const;
+    /// Where the vouchers' files lie, as stored; empty when the table cannot be read.
+    QStringList voucherPaths() const;
     /// The latest date in the ledger; invalid when it has no entries.
     QDate newestEntryDate() const;
 

@@ -82,14 +82,12 @@ QStringList filesWithoutRow()
     return free;
 }
 
-QStringList vouchersWithoutFile()
+QList<Voucher> vouchersWithoutFile()
 {
-    QStringList names;
-    for (const Voucher& voucher : VoucherDao().search({})) {
-        if (existingFile(voucher.storedPath).isEmpty())
-            names += voucher.name;
-    }
-    return names;
+    QList<Voucher> found = VoucherDao().search({});
+    found.removeIf(
+        [](const Voucher& voucher) { return !existingFile(voucher.storedPath).isEmpty(); });
+    return found;
 }
 
 } // namespace VoucherAssets

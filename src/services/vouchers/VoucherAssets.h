@@ -1,6 +1,9 @@
 #pragma once
 
+#include "db/Voucher.h"
+
 #include <QByteArray>
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -25,9 +28,9 @@ void remove(const QString& storedPath);
 /// deleted. Empty when the rows cannot be read.
 QStringList filesWithoutRow();
 
-/// Names of the vouchers whose copy is not in the folder: someone or something other than this
-/// program took it away. Empty when the rows cannot be read.
-QStringList vouchersWithoutFile();
+/// The vouchers whose copy is not in the folder: someone or something other than this program took
+/// it away. Empty when the rows cannot be read.
+QList<Voucher> vouchersWithoutFile();
 
 } // namespace VoucherAssets
 

@@ -153,8 +153,11 @@ private slots:
         const QTemporaryDir target;
         const BackupResult result = BackupService().backupTo(target.path());
         QVERIFY(result.ok);
-        QVERIFY2(result.message.startsWith(u"1 张凭证的文件已不在凭证文件夹中（如「回单 %1」）"_s),
+        QCOMPARE(result.vouchersWithoutFile, 1);
+        QVERIFY2(result.message.contains(u"\n「回单 %1」（voucher_assets/gone.pdf）\n"_s),
             qUtf8Printable(result.message));
+        QCOMPARE(BackupService::inspect(result.folder).warnings,
+            QStringList { u"备份中有 1 张凭证没有文件，恢复后这些凭证将无法打开。"_s });
     }
 
     void aBrokenLinkStopsTheBackup()
