@@ -30,7 +30,7 @@ bool isComplete(const CompanyProfile& profile)
 CompanyProfile normalized(CompanyProfile profile)
 {
     for (const FieldRow& row : fieldRows)
-        profile.*row.text = (profile.*row.text).trimmed();
+        profile.*row.text = TextRules::asStored(profile.*row.text);
     profile.creditCode = CreditCode::normalized(profile.creditCode);
     return profile;
 }

@@ -72,11 +72,11 @@ private slots:
     {
         CompanyProfile profile;
         profile.companyName = u" 甲 "_s;
-        profile.creditCode = u" 91350100m000100y43 "_s;
+        profile.creditCode = u" \u202a91350100m000100y43\u202c "_s;
         profile.shareholderName = u"　乙"_s;
         profile.bankName = u"丙 "_s;
         profile.bankAccount = u" 3301 "_s;
-        profile.address = u" 丁"_s;
+        profile.address = u" \u202e丁"_s;
         profile.phone = u" 0571 "_s;
         const CompanyProfile stored = ProfileRules::normalized(profile);
         const QStringList texts { stored.companyName, stored.creditCode, stored.shareholderName,
