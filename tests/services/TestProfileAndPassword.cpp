@@ -68,6 +68,25 @@ private slots:
         QCOMPARE(ProfileRules::isComplete(profile), text.isEmpty());
     }
 
+    void textsHaveALongestLength()
+    {
+        for (const ProfileRules::FieldRow& row : ProfileRules::fieldRows) {
+            CompanyProfile profile;
+            profile.companyName = u"甲"_s;
+            profile.shareholderName = u"乙"_s;
+            profile.*row.text = u"😀"_s.repeated(row.longest) + u' ';
+            QVERIFY2(!ProfileRules::firstProblem(profile), qPrintable(row.label.toString()));
+            profile.*row.text += u'x';
+            const auto problem = ProfileRules::firstProblem(profile);
+            QVERIFY2(problem && problem->field == row.field, qPrintable(row.label.toString()));
+            QVERIFY2(ProfileRules::isComplete(profile), "what is stored keeps serving");
+        }
+        CompanyProfile profile;
+        profile.companyName = QString(101, u'甲');
+        profile.shareholderName = u"乙"_s;
+        QCOMPARE(ProfileRules::firstProblem(profile)->text, u"公司名称最多 100 个字。"_s);
+    }
+
     void textsAreStoredTrimmed()
     {
         CompanyProfile profile;
