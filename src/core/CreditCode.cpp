@@ -1,5 +1,7 @@
 #include "core/CreditCode.h"
 
+#include "core/TextRules.h"
+
 #include <QStringView>
 
 namespace CreditCode {
@@ -14,7 +16,7 @@ constexpr qsizetype codeLength = 18;
 
 QString normalized(const QString& text)
 {
-    return text.trimmed().toUpper();
+    return TextRules::asStored(text).toUpper();
 }
 
 bool isValid(const QString& code)

@@ -2,6 +2,8 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace TextRules {
@@ -39,16 +41,40 @@ qsizetype characterCount(QStringView text)
     return text.size() - halves;
 }
 
+bool isDirectionMark(QChar c)
+{
+    return c == QChar(0x061c) || c == QChar(0x200e) || c == QChar(0x200f)
+        || (c >= QChar(0x202a) && c <= QChar(0x202e)) || (c >= QChar(0x2066) && c <= QChar(0x2069));
+}
+
+QString withoutDirectionMarks(QString text)
+{
+    text.removeIf(isDirectionMark);
+    return text;
+}
+
 bool isBlank(const QString& text)
 {
-    return QStringView(text).trimmed().isEmpty();
+    return std::all_of(
+        text.cbegin(), text.cend(), [](QChar c) { return c.isSpace() || isDirectionMark(c); });
+}
+
+QString asStored(const QString& text)
+{
+    return withoutDirectionMarks(text).trimmed();
 }
 
 QString oneLine(const QString& text)
 {
     static const QRegularExpression breaks(u"\\s*[\\n\\r\\t\\f\\v\\x{85}\\x{2028}\\x{2029}]\\s*"_s,
         QRegularExpression::UseUnicodePropertiesOption);
-    return text.trimmed().replace(breaks, u" "_s);
+    return asStored(text).replace(breaks, u" "_s);
+}
+
+bool holds(const QString& text, const QString& keyword)
+{
+    return withoutDirectionMarks(text).contains(
+        withoutDirectionMarks(keyword), Qt::CaseInsensitive);
 }
 
 QString dateText(QDate date)

@@ -12,12 +12,25 @@ namespace TextRules {
 /// takes two UTF-16 units.
 qsizetype characterCount(QStringView text);
 
-/// Nothing left once white space (the ideographic space included) is trimmed.
+/// One of the invisible characters that change a text's direction: marks, embeddings, overrides,
+/// isolates. They turn around whatever stands beside the text in a sentence, and make paper show
+/// another order of letters than the one that is stored.
+bool isDirectionMark(QChar c);
+
+QString withoutDirectionMarks(QString text);
+
+/// Nothing to be seen: white space (the ideographic space included) and direction marks at most.
 bool isBlank(const QString& text);
 
-/// Trimmed, and with a blank where a line was broken: what is pasted into a field of one line may
-/// hold several. Blanks within a line stay as they are.
+/// A text that somebody entered as it is stored: without direction marks, then trimmed.
+QString asStored(const QString& text);
+
+/// The same with a blank where a line was broken: what is pasted into a field of one line may hold
+/// several. Blanks within a line stay as they are.
 QString oneLine(const QString& text);
+
+/// Whether a text contains a keyword in whatever case, leaving direction marks out of account.
+bool holds(const QString& text, const QString& keyword);
 
 /// "yyyy-MM-dd", the only form in which dates are stored and compared; empty for an unset date.
 QString dateText(QDate date);

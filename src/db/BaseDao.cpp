@@ -120,7 +120,12 @@ QVariant BaseDao::dateOrNull(QDate date)
 
 QString BaseDao::containing(const QString& keyword)
 {
-    return u'%' + keyword + u'%';
+    QString pattern;
+    pattern.reserve(keyword.size() + 2);
+    // A keyword copied from elsewhere may hold a direction mark where the stored text holds none.
+    for (const QChar c : keyword)
+        pattern += TextRules::isDirectionMark(c) ? QChar(u'%') : c;
+    return u'%' + pattern + u'%';
 }
 
 bool BaseDao::fail(const QString& reason)

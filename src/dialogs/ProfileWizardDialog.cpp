@@ -26,6 +26,12 @@ constexpr auto stepNames
     = std::to_array<QStringView>({ u"欢迎使用 Brixa", u"公司与股东", u"对公账户与风险提醒标准" });
 constexpr int lastStep = static_cast<int>(stepNames.size()) - 1;
 
+Step stepOf(ProfileRules::Field field)
+{
+    using ProfileRules::Field;
+    return field == Field::BankName || field == Field::BankAccount ? Account : Company;
+}
+
 QLabel* paragraph(const QString& text, QWidget* parent)
 {
     auto* label = new QLabel(text, parent);
@@ -142,7 +148,7 @@ void ProfileWizardDialog::goTo(int step)
 void ProfileWizardDialog::onNext()
 {
     const int step = m_steps->currentIndex();
-    if (step == Company && showProblem())
+    if (step == Company && showProblem(step))
         return;
     if (step < lastStep)
         goTo(step + 1);
@@ -150,11 +156,13 @@ void ProfileWizardDialog::onNext()
         save();
 }
 
-bool ProfileWizardDialog::showProblem()
+bool ProfileWizardDialog::showProblem(int upTo)
 {
     const auto problem = ProfileRules::firstProblem(edited());
-    if (!problem)
+    if (!problem || stepOf(problem->field) > upTo)
         return false;
+    if (stepOf(problem->field) != m_steps->currentIndex())
+        goTo(stepOf(problem->field));
     MessageBox::warn(this, problem->title, problem->text);
     m_form->focus(problem->field);
     return true;
@@ -162,7 +170,7 @@ bool ProfileWizardDialog::showProblem()
 
 void ProfileWizardDialog::save()
 {
-    if (m_thresholds->showProblem())
+    if (showProblem(lastStep) || m_thresholds->showProblem())
         return;
     if (const auto problem = RiskService::storeProfile(edited())) {
         MessageBox::warn(this, u"保存失败"_s, u"公司档案无法保存：%1"_s.arg(*problem));

@@ -27,8 +27,9 @@ private:
     QWidget* buildAccount();
     void goTo(int step);
     void onNext();
-    /// Whether a required name is missing; shows the box and the field.
-    bool showProblem();
+    /// Shows the box and the field when one of the steps up to this one keeps the profile from
+    /// being saved; false when none does.
+    bool showProblem(int upTo);
     void save();
     CompanyProfile edited() const;
 

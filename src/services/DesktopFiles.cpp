@@ -1,5 +1,6 @@
 #include "services/DesktopFiles.h"
 
+#include "core/TextRules.h"
 #include "services/FileRules.h"
 
 #include <QDesktopServices>
@@ -74,7 +75,7 @@ void warn(QWidget* parent, const QString& title, const QString& text)
     box.setIcon(QMessageBox::Warning);
     box.setWindowTitle(title);
     box.setTextFormat(Qt::PlainText);
-    box.setText(text);
+    box.setText(TextRules::withoutDirectionMarks(text));
     QPushButton* accept = box.addButton(u"确定"_s, QMessageBox::AcceptRole);
     box.setDefaultButton(accept);
     box.setEscapeButton(accept);

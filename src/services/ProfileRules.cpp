@@ -7,14 +7,48 @@ using namespace Qt::StringLiterals;
 
 namespace ProfileRules {
 
-std::optional<FormProblem<Field>> firstProblem(const CompanyProfile& profile)
+namespace {
+
+using Problem = std::optional<FormProblem<Field>>;
+
+Problem missingName(const CompanyProfile& profile)
 {
     const QString title = u"信息不完整"_s;
     if (TextRules::isBlank(profile.companyName))
-        return FormProblem<Field> { Field::CompanyName, title, u"请填写公司名称。"_s };
+        return { { Field::CompanyName, title, u"请填写公司名称。"_s } };
     if (TextRules::isBlank(profile.shareholderName))
-        return FormProblem<Field> { Field::ShareholderName, title, u"请填写股东姓名。"_s };
+        return { { Field::ShareholderName, title, u"请填写股东姓名。"_s } };
     return {};
+}
+
+bool isTooLong(const FieldRow& row, const QString& text)
+{
+    return TextRules::characterCount(text) > row.longest;
+}
+
+} // namespace
+
+Problem firstProblem(const CompanyProfile& profile)
+{
+    if (const Problem problem = missingName(profile))
+        return problem;
+    for (const FieldRow& row : fieldRows) {
+        if (isTooLong(row, TextRules::asStored(profile.*row.text)))
+            return { { row.field, u"请检查填写内容"_s,
+                u"%1最多 %2 个字。"_s.arg(row.label.toString(), QString::number(row.longest)) } };
+    }
+    return {};
+}
+
+QString shortened(const FieldRow& row, const QString& text)
+{
+    // A character takes one or two units, so that none is cut in half.
+    if (!isTooLong(row, text))
+        return text;
+    QString begin = text.first(row.longest);
+    if (begin.back().isHighSurrogate())
+        begin.chop(1);
+    return begin + u'…';
 }
 
 QString thresholdProblem(const CompanyProfile& profile)
@@ -24,13 +58,13 @@ QString thresholdProblem(const CompanyProfile& profile)
 
 bool isComplete(const CompanyProfile& profile)
 {
-    return !firstProblem(profile);
+    return !missingName(profile);
 }
 
 CompanyProfile normalized(CompanyProfile profile)
 {
     for (const FieldRow& row : fieldRows)
-        profile.*row.text = (profile.*row.text).trimmed();
+        profile.*row.text = TextRules::asStored(profile.*row.text);
     profile.creditCode = CreditCode::normalized(profile.creditCode);
     return profile;
 }

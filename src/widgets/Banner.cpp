@@ -1,5 +1,6 @@
 #include "widgets/Banner.h"
 
+#include "core/TextRules.h"
 #include "theme/Icons.h"
 #include "widgets/ButtonRole.h"
 #include "widgets/IconLabel.h"
@@ -86,7 +87,7 @@ QString Banner::text() const
 
 void Banner::setText(const QString& text)
 {
-    m_label->setText(text);
+    m_label->setText(TextRules::withoutDirectionMarks(text));
     updateAccessibleName();
 }
 

@@ -1,5 +1,6 @@
 #include "widgets/MessageBox.h"
 
+#include "core/TextRules.h"
 #include "widgets/BannerKind.h"
 #include "widgets/IconLabel.h"
 #include "widgets/ScrolledText.h"
@@ -41,10 +42,12 @@ QWidget* makeText(const QString& text, QWidget* parent)
 // sheet.
 class Box final : public QDialog {
 public:
-    Box(QWidget* parent, BannerKind kind, const QString& title, const QString& text)
+    // A name within the text must not turn the question around.
+    Box(QWidget* parent, BannerKind kind, const QString& title, const QString& message)
         : QDialog(parent)
         , m_buttons(new QHBoxLayout)
     {
+        const QString text = TextRules::withoutDirectionMarks(message);
         setObjectName(u"MessageBox"_s);
         setWindowTitle(title);
         setAccessibleDescription(text);

@@ -22,7 +22,7 @@ TextCount::TextCount(int limit, QWidget* parent)
 
 void TextCount::setCounted(const QString& text)
 {
-    const qsizetype count = TextRules::characterCount(QStringView(text).trimmed());
+    const qsizetype count = TextRules::characterCount(TextRules::asStored(text));
     setText(u"%1 / %2"_s.arg(QString::number(count), QString::number(m_limit)));
     setTextRole(this, count > m_limit ? TextRole::Danger : TextRole::Meta);
 }

@@ -1,5 +1,6 @@
 #include "widgets/Toast.h"
 
+#include "core/TextRules.h"
 #include "theme/Icons.h"
 #include "theme/Theme.h"
 
@@ -83,7 +84,7 @@ void Toast::show(QWidget* window, const QString& text, BannerKind kind)
     const QList<Toast*> earlier = visibleToasts(host);
     for (qsizetype i = 0; i + stackSize <= earlier.size(); ++i)
         earlier.at(i)->dismiss();
-    auto* toast = new Toast(host, text, kind);
+    auto* toast = new Toast(host, TextRules::withoutDirectionMarks(text), kind);
     toast->ensurePolished();
     toast->QLabel::show();
     toast->raise();

@@ -182,6 +182,20 @@ private slots:
         QCOMPARE(TextRules::characterCount(QString(QChar(0xD83D))), 1); // a lone half
     }
 
+    void directionMarksAreNotStored()
+    {
+        const QString marks = u"\u061c\u200e\u200f\u202a\u202b\u202c\u202d\u202e"
+                              "\u2066\u2067\u2068\u2069"_s;
+        for (const QChar mark : marks) {
+            QCOMPARE(TextRules::asStored(mark + u" 设计"_s + mark + u"费 "_s), u"设计费"_s);
+            QCOMPARE(TextRules::oneLine(u"甲"_s + mark + u"\n乙"_s), u"甲 乙"_s);
+            QVERIFY(TextRules::isBlank(u" "_s + mark));
+            QVERIFY(TextRules::holds(u"a甲"_s + mark + u"乙"_s, u"A甲乙"_s + mark));
+        }
+        const QString joined = u"👨\u200d👩"_s;
+        QVERIFY2(TextRules::asStored(joined) == joined, "joiners are part of what is seen");
+    }
+
     void datesAreStoredInOneForm()
     {
         const auto both = [](const QString& text) {

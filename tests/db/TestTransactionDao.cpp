@@ -104,6 +104,7 @@ private slots:
         filterRow("no project", { .projectId = -1 }, { 4, 3, 2, 1, 5 });
         filterRow("keyword in the summary", { .keyword = u" 设计 "_s }, { 1, 5 });
         filterRow("keyword in the counterparty", { .keyword = u"三"_s }, { 2 });
+        filterRow("keyword with direction marks", { .keyword = u"\u202a设\u200e计"_s }, { 1, 5 });
         filterRow("blank keyword", { .keyword = u" 　"_s }, { 4, 3, 2, 1, 5 });
         filterRow("percent sign as wildcard", { .keyword = u"设%0"_s }, { 1 });
         filterRow("underscore as wildcard", { .keyword = u"张__"_s }, { 2 });

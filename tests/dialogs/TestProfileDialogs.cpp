@@ -80,6 +80,26 @@ private slots:
         QVERIFY(ProfileDao().load() == before);
     }
 
+    void aTextThatIsTooLongIsRefusedAndCanBeShortened()
+    {
+        QVERIFY(TestLedger::storeCompany());
+        CompanyProfile profile = ProfileDao().load();
+        profile.shareholderName = QString(10'000, u'林');
+        QVERIFY2(ProfileDao().save(profile), "as an older program did");
+        ProfileDialog dialog(ProfileDao().load());
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QCOMPARE(edit(dialog, u"shareholderName"_s)->text(), profile.shareholderName);
+        ModalAnswerer answers(u"确定"_s);
+        press(dialog, u"保存"_s);
+        QCOMPARE(answers.seen().at(0).text, u"股东姓名最多 100 个字。"_s);
+        QTRY_COMPARE(dialog.focusWidget()->objectName(), u"shareholderName"_s);
+        QCOMPARE(ProfileDao().load().shareholderName, profile.shareholderName);
+        edit(dialog, u"shareholderName"_s)->setText(u"林岚"_s);
+        press(dialog, u"保存"_s);
+        QCOMPARE(ProfileDao().load().shareholderName, u"林岚"_s);
+    }
+
     void aWrongCreditCodeWarnsAndIsStored()
     {
         QVERIFY(TestLedger::storeCompany());
@@ -159,6 +179,14 @@ private slots:
             QVERIFY(answers.seen().at(0).text.contains(u"大额转账标准必须大于 0 元。"_s));
         }
         wizard.findChild<AmountField*>()->setAmountFen(2'000'000);
+        edit(wizard, u"bankName"_s)->setText(QString(101, u'行'));
+        {
+            ModalAnswerer answers(u"确定"_s);
+            press(wizard, u"完成"_s);
+            QCOMPARE(answers.seen().at(0).text, u"开户银行最多 100 个字。"_s);
+        }
+        QTRY_COMPARE(wizard.focusWidget()->objectName(), u"bankName"_s);
+        edit(wizard, u"bankName"_s)->clear();
         wizard.findChild<QSpinBox*>(u"frequentWindowDays"_s)->setValue(45);
         wizard.findChild<QSpinBox*>(u"frequentCount"_s)->setValue(4);
         press(wizard, u"完成"_s);

@@ -61,7 +61,7 @@ private slots:
             QStringList({ u"公私资金往来决定书（备用金）"_s, u"2024年度股东决定书"_s }));
         QCOMPARE(test.cells(DocumentModel::Covered), QStringList({ u"1 笔"_s, u"—"_s }));
         QCOMPARE(test.cells(DocumentModel::File), QStringList({ u"正常"_s, u"正常"_s }));
-        test.type(u"关键词"_s, u" 差旅 "_s);
+        test.type(u"关键字"_s, u" 差旅 "_s);
         QCOMPARE(test.cells(DocumentModel::Number), QStringList { u"KYR-FD-2026-0001"_s });
         qobject_cast<QComboBox*>(test.field(u"年份"_s))->setCurrentText(u"2024 年"_s);
         QVERIFY(test.shows(u"没有符合条件的文书"_s));

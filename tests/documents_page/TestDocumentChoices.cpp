@@ -36,8 +36,8 @@ private slots:
             QString());
         addCase("nothing", AnnualChoices { 2025, false, false, ProfitPlan::NotDecided },
             QStringList(), QString());
-        const AnnualChoices paid { 2025, false, true, ProfitPlan::Distributed, 10'050, u" 转账 "_s,
-            { u" 聘任经理 "_s, u"　"_s } };
+        const AnnualChoices paid { 2025, false, true, ProfitPlan::Distributed, 10'050,
+            u" 转\u202e账 "_s, { u" 聘任经理\u2066 "_s, u"　"_s } };
         addCase("paid out, and an item of the user's", paid,
             QStringList { reports.at(1),
                 u"本年度利润分配方案：向股东分配利润人民币 100.50 元（大写：壹佰元伍角），"

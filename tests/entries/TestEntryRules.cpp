@@ -43,6 +43,8 @@ private slots:
         row("counterparty of 64", &Entry::counterpartyName, QString(64, u'林'), {});
         row("counterparty of 65", &Entry::counterpartyName, QString(65, u'林'),
             u"对方名称最多 64 个字"_s);
+        row("counterparty of direction marks", &Entry::counterpartyName, u"\u202e \u2069"_s,
+            u"请填写对方名称"_s);
         row("note of 500", &Entry::note, QString(500, u'备'), {});
         row("note of 501", &Entry::note, QString(501, u'备'), u"备注最多 500 个字"_s);
         addCase("everything wrong: the date comes first", Transaction(), dateText);
@@ -60,12 +62,12 @@ private slots:
         QTEST(problem ? problem->text : QString(), "text");
     }
 
-    void pastedLinesBecomeOne()
+    void pastedLinesBecomeOneWithoutDirectionMarks()
     {
         const Transaction stored = EntryRules::normalized(with([](Transaction& e) {
             e.summary = u"\n设备款 \r\n\t 第二  期\u2028尾款\n"_s;
-            e.counterpartyName = u"甲\n公司"_s;
-            e.note = u"第一行\n第二行"_s;
+            e.counterpartyName = u"甲\n公\u202e司"_s;
+            e.note = u"第一行\n第\u2066二行"_s;
         }));
         QCOMPARE(stored.summary, u"设备款 第二  期 尾款"_s);
         QCOMPARE(stored.counterpartyName, u"甲 公司"_s);

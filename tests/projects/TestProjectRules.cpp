@@ -59,6 +59,22 @@ private slots:
         QTEST(told(project), "problem");
     }
 
+    void directionMarksAreNotStored()
+    {
+        Project project;
+        for (QString* text :
+            { &project.code, &project.name, &project.clientName, &project.manager, &project.note })
+            *text = u"\u202e甲"_s;
+        project = ProjectRules::normalized(project);
+        QCOMPARE(project.code + project.name + project.clientName + project.manager + project.note,
+            u"甲甲甲甲甲"_s);
+        Contract contract;
+        for (QString* text : { &contract.code, &contract.name, &contract.partyB, &contract.note })
+            *text = u"乙\u2067"_s;
+        contract = ProjectRules::normalized(contract);
+        QCOMPARE(contract.code + contract.name + contract.partyB + contract.note, u"乙乙乙乙"_s);
+    }
+
     void contractsAreChecked_data()
     {
         addColumns<QString, QString, QDate, int, QString>(

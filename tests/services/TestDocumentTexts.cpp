@@ -110,6 +110,7 @@ private slots:
         QCOMPARE(html(u"100% %1"_s), u"100&#37; &#37;1"_s);
         QCOMPARE(html(u"a\nb\r\nc\rd"_s), u"a<br/>b<br/>c<br/>d"_s);
         QCOMPARE(html(u"a<br/>b"_s), u"a&lt;br/&gt;b"_s);
+        QCOMPARE(html(u"甲\u202edcba\u2069乙"_s), u"甲dcba乙"_s);
     }
 
     void theAnnualDecisionReads()
@@ -264,6 +265,12 @@ private slots:
         DocumentRecord fund = DocumentRules::draft(DocumentSamples::fundInput({ 7, 3, 7, 5, 3 }));
         QCOMPARE(fund.selectedItems, u"[\"7\",\"3\",\"5\"]"_s);
         QCOMPARE(DocumentRules::coveredIds(fund), (QList<qint64> { 7, 3, 5 }));
+        FundDecisionInput turned = DocumentSamples::fundInput({ 7 });
+        turned.fundNature = u"\u202e备用金"_s;
+        turned.extraText = u"用\u2067于差旅"_s;
+        const DocumentRecord stored = DocumentRules::draft(turned);
+        QCOMPARE(stored.title, u"公私资金往来决定书（备用金）"_s);
+        QCOMPARE(stored.extraText, u"用于差旅"_s);
         DocumentRecord annual = DocumentRules::draft(
             AnnualDecisionInput { .year = 2025, .items = { u"甲\"乙\n"_s, u"丙"_s } });
         QCOMPARE(DocumentRules::selectedTexts(annual), (QStringList { u"甲\"乙\n"_s, u"丙"_s }));

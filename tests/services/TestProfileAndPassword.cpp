@@ -57,15 +57,34 @@ private slots:
         QCOMPARE(problemOf({}, {}), u"信息不完整|请填写公司名称。"_s);
     }
 
+    void textsHaveALongestLength()
+    {
+        for (const ProfileRules::FieldRow& row : ProfileRules::fieldRows) {
+            CompanyProfile profile;
+            profile.companyName = u"甲"_s;
+            profile.shareholderName = u"乙"_s;
+            profile.*row.text = u"😀"_s.repeated(row.longest) + u' ';
+            QVERIFY2(!ProfileRules::firstProblem(profile), qPrintable(row.label.toString()));
+            profile.*row.text += u'x';
+            const auto problem = ProfileRules::firstProblem(profile);
+            QVERIFY2(problem && problem->field == row.field, qPrintable(row.label.toString()));
+            QVERIFY2(ProfileRules::isComplete(profile), "what is stored keeps serving");
+        }
+        CompanyProfile profile;
+        profile.companyName = QString(101, u'甲');
+        profile.shareholderName = u"乙"_s;
+        QCOMPARE(ProfileRules::firstProblem(profile)->text, u"公司名称最多 100 个字。"_s);
+    }
+
     void textsAreStoredTrimmed()
     {
         CompanyProfile profile;
         profile.companyName = u" 甲 "_s;
-        profile.creditCode = u" 91350100m000100y43 "_s;
+        profile.creditCode = u" \u202a91350100m000100y43\u202c "_s;
         profile.shareholderName = u"　乙"_s;
         profile.bankName = u"丙 "_s;
         profile.bankAccount = u" 3301 "_s;
-        profile.address = u" 丁"_s;
+        profile.address = u" \u202e丁"_s;
         profile.phone = u" 0571 "_s;
         const CompanyProfile stored = ProfileRules::normalized(profile);
         const QStringList texts { stored.companyName, stored.creditCode, stored.shareholderName,

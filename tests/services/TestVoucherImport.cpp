@@ -95,6 +95,8 @@ private slots:
         addCase("blanks only", u"回单.pdf"_s, u" 　"_s, u"回单"_s);
         addCase("dots within", u"v1.2 报价.final.PDF"_s, QString(), u"v1.2 报价.final"_s);
         addCase("placeholders", u"%1 %2.png"_s, QString(), u"%1 %2"_s);
+        addCase("direction marks given", u"a.pdf"_s, u"合\u202e同"_s, u"合同"_s);
+        addCase("direction marks in the file's name", u"回\u202e单.pdf"_s, QString(), u"回单"_s);
         addCase("nothing before the dot", u".jpg"_s, QString(), u".jpg"_s);
     }
 

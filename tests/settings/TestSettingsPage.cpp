@@ -42,6 +42,24 @@ private slots:
         DatabaseTestCase::cleanup();
     }
 
+    void aNameFromAnOlderProgramLeavesThePageUsable()
+    {
+        CompanyProfile profile = ProfileDao().load();
+        profile.shareholderName = QString(10'000, u'林');
+        QVERIFY(ProfileDao().save(profile));
+        SettingsPage page;
+        page.resize(900, 700);
+        page.refresh();
+        page.show();
+        const QString shown = QString(100, u'林') + u'…';
+        const auto labels = page.findChildren<QLabel*>();
+        const auto label = std::find_if(labels.begin(), labels.end(),
+            [&shown](const QLabel* one) { return one->text() == shown; });
+        QVERIFY(label != labels.end());
+        QVERIFY((*label)->height() < 100);
+        QVERIFY((*label)->toolTip().contains(profile.shareholderName));
+    }
+
     void theProfileIsShownAndEdited()
     {
         QVERIFY(shows(*m_page, u"未填写"_s));

@@ -77,7 +77,7 @@ private slots:
     void bannerShowsTextAsTyped()
     {
         Banner banner(BannerKind::Warning);
-        banner.setText(u"项目 <b>甲</b> 已归档"_s);
+        banner.setText(u"项目 \u202e<b>甲</b> 已归档"_s);
         auto* label = banner.findChild<QLabel*>(u"BannerText"_s);
         QCOMPARE(label->textFormat(), Qt::PlainText);
         QVERIFY(label->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
@@ -124,7 +124,7 @@ private slots:
         QLineEdit field(&window);
         QVERIFY(Hands::show(window));
         field.setFocus();
-        Toast::show(&field, u"流水已保存"_s);
+        Toast::show(&field, u"流水\u202e已保存"_s);
         QVERIFY(field.hasFocus());
         QCOMPARE(toastTexts(window), QStringList { u"流水已保存"_s });
         const Toast* toast = toastOf(window, u"流水已保存"_s);
@@ -214,7 +214,7 @@ private slots:
     {
         for (const auto box : { &MessageBox::info, &MessageBox::warn, &MessageBox::critical }) {
             ModalAnswerer answerer(u"确定"_s);
-            box(nullptr, u"信息不完整"_s, u"请填写 <b>公司名称</b>。"_s);
+            box(nullptr, u"信息不完整"_s, u"请填写 <b>公司\u202e名称</b>。"_s);
             QCOMPARE(answerer.seen().size(), 1);
             QCOMPARE(answerer.seen().first().title, u"信息不完整"_s);
             QCOMPARE(answerer.seen().first().text, u"请填写 <b>公司名称</b>。"_s);

@@ -50,7 +50,7 @@ PickerPane::PickerPane(PickerModel* model, const Texts& texts, QWidget* parent)
     m_stack = new QStackedWidget(this);
     m_stack->addWidget(m_table = buildTable(texts));
     m_noMatch = new EmptyState(u"search"_s, u"没有符合条件的记录"_s,
-        u"换一个关键词，或清空搜索框；已勾选的记录不受搜索影响。"_s, this);
+        u"换一个关键字，或清空搜索框；已勾选的记录不受搜索影响。"_s, this);
     m_stack->addWidget(m_noMatch);
     const bool failed = !texts.failure.isEmpty();
     m_noRecords = new EmptyState(texts.iconName, failed ? texts.failureTitle : texts.emptyTitle,

@@ -42,8 +42,8 @@ QVariant TxPickerModel::sortValue(qsizetype record, int column) const
 bool TxPickerModel::matches(qsizetype record, const QString& keyword) const
 {
     const Transaction& entry = m_entries.at(record);
-    return entry.summary.contains(keyword, Qt::CaseInsensitive)
-        || entry.counterpartyName.contains(keyword, Qt::CaseInsensitive)
+    return TextRules::holds(entry.summary, keyword)
+        || TextRules::holds(entry.counterpartyName, keyword)
         || TextRules::dateText(entry.transDate).contains(keyword)
         || Money::format(entry.amountFen).contains(keyword)
         || Money::formatPlain(entry.amountFen).contains(keyword);

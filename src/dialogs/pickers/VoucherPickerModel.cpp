@@ -37,8 +37,7 @@ QVariant VoucherPickerModel::sortValue(qsizetype record, int column) const
 bool VoucherPickerModel::matches(qsizetype record, const QString& keyword) const
 {
     const Voucher& voucher = m_vouchers.at(record);
-    const auto holds
-        = [&](const QString& text) { return text.contains(keyword, Qt::CaseInsensitive); };
+    const auto holds = [&](const QString& text) { return TextRules::holds(text, keyword); };
     return holds(voucher.name) || holds(voucher.originalFileName) || holds(voucher.note)
         || holds(labelOf(voucher.voucherType)) || holds(TextRules::dateText(voucher.voucherDate));
 }

@@ -31,7 +31,7 @@ QString metaOf(const Voucher& voucher)
         voucher.voucherDate.isValid() ? TextRules::dateText(voucher.voucherDate) : u"无日期"_s,
         FileRules::formatFileSize(voucher.fileSize) };
     if (!voucher.originalFileName.isEmpty())
-        parts += u"原文件名 "_s + voucher.originalFileName;
+        parts += u"原文件名 "_s + TextRules::withoutDirectionMarks(voucher.originalFileName);
     return parts.join(u" · "_s);
 }
 

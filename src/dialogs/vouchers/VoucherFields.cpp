@@ -72,7 +72,7 @@ VoucherDescription VoucherFields::edited() const
     return { .name = TextRules::oneLine(m_name->text()),
         .voucherType = choiceOf<VoucherType>(m_type).value_or(VoucherType::Other),
         .voucherDate = m_date->date(),
-        .note = m_note->toPlainText().trimmed() };
+        .note = TextRules::asStored(m_note->toPlainText()) };
 }
 
 void VoucherFields::focus(Field field)

@@ -106,7 +106,7 @@ QHBoxLayout* DocumentArchive::buildFilters()
     m_keyword->setClearButtonEnabled(true);
     add(u"类型"_s, m_kind, 190);
     add(u"年份"_s, m_year, 110);
-    add(u"关键词"_s, m_keyword, 240);
+    add(u"关键字"_s, m_keyword, 240);
     line->addStretch();
     connect(m_kind, &QComboBox::currentIndexChanged, this, &DocumentArchive::applyFilter);
     connect(m_year, &QComboBox::currentIndexChanged, this, &DocumentArchive::applyFilter);
@@ -270,7 +270,7 @@ void DocumentArchive::applyFilter()
     m_stack->setCurrentIndex(m_filter->rowCount() > 0 ? 0 : 1);
     const bool none = m_model->rowCount() == 0;
     m_empty->setTexts(none ? u"还没有文书"_s : u"没有符合条件的文书"_s,
-        none ? u"在前面三个页签生成的文书会存放在这里。"_s : u"请更换类型、年份或关键词。"_s);
+        none ? u"在前面三个页签生成的文书会存放在这里。"_s : u"请更换类型、年份或关键字。"_s);
     m_empty->setAction(none ? QString() : u"清除筛选"_s);
     onSelectionChanged();
 }

@@ -1,5 +1,6 @@
 #include "pages/documents/DocumentFilter.h"
 
+#include "core/TextRules.h"
 #include "pages/documents/DocumentModel.h"
 #include "services/documents/DocumentRules.h"
 
@@ -20,9 +21,8 @@ void DocumentFilter::setWanted(const Wanted& wanted)
 bool DocumentFilter::filterAcceptsRow(int row, const QModelIndex&) const
 {
     const auto& record = qobject_cast<const DocumentModel*>(sourceModel())->at(row).record;
-    const auto contains = [this](const QString& text) {
-        return text.contains(m_wanted.keyword, Qt::CaseInsensitive);
-    };
+    const auto contains
+        = [this](const QString& text) { return TextRules::holds(text, m_wanted.keyword); };
     return (!m_wanted.kind || record.docType == *m_wanted.kind)
         && (m_wanted.year == 0 || DocumentRules::numberingYear(record) == m_wanted.year)
         && (contains(record.docNo) || contains(record.title) || contains(record.extraText));

@@ -2,25 +2,20 @@
 
 #include "pages/ledger/LedgerCellDelegate.h"
 #include "pages/ledger/LedgerModel.h"
+#include "widgets/ColumnWidths.h"
 
 #include <QEvent>
 #include <QHeaderView>
 #include <QScopedValueRollback>
 #include <QTableView>
 
-#include <algorithm>
 #include <array>
 
 namespace {
 
-struct ColumnWidth {
-    int narrowest;
-    int share; // of what is left over
-};
-
 // In the order of the columns, for 13 px text. In the smallest window there is room for the heads
 // and the buttons; what a larger one has goes to the texts.
-constexpr auto widths = std::to_array<ColumnWidth>({
+constexpr auto widths = std::to_array<ColumnWidths::Width>({
     { 84, 0 },
     { 84, 4 },
     { 48, 0 },
@@ -63,19 +58,5 @@ bool LedgerColumns::eventFilter(QObject* watched, QEvent* event)
 void LedgerColumns::fit()
 {
     const QScopedValueRollback fitting(m_fitting, true);
-    int left = m_table->viewport()->width();
-    int shares = 0;
-    for (const ColumnWidth& width : widths) {
-        left -= width.narrowest;
-        shares += width.share;
-    }
-    left = std::max(left, 0);
-    for (std::size_t i = 0; i < widths.size(); ++i) {
-        const ColumnWidth& width = widths.at(i);
-        // What rounding leaves goes to the next share, so that the last column ends at the border.
-        const int extra = shares > 0 ? left * width.share / shares : 0;
-        left -= extra;
-        shares -= width.share;
-        m_table->setColumnWidth(static_cast<int>(i), width.narrowest + extra);
-    }
+    ColumnWidths::share(m_table, widths, m_table->viewport()->width());
 }

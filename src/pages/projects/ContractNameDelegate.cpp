@@ -30,7 +30,7 @@ void ContractNameDelegate::paint(
     const int countWidth = iconSize + 2 + QFontMetrics(small).horizontalAdvance(text) + padding;
 
     QStyleOptionViewItem nameCell = option;
-    nameCell.rect.adjust(0, 0, -countWidth, 0);
+    nameCell.rect.adjust(0, 0, padding / 2 - countWidth, 0);
     RowDelegate::paint(painter, nameCell, index);
 
     const QRect rest = option.rect.adjusted(option.rect.width() - countWidth, 0, -padding, 0);

@@ -4,21 +4,20 @@
 
 #include <QHeaderView>
 #include <QResizeEvent>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 
 #include <algorithm>
 
 namespace {
 
-// Of the column that takes the room that is left.
-constexpr int narrowestColumn = 92;
 // The focus ring has its place outside of the rows.
 constexpr int frame = 4;
 
 } // namespace
 
 DetailTable::DetailTable(const QString& accessibleName, QAbstractItemModel* model,
-    const QList<int>& widths, int mostRows, QWidget* parent)
+    const QList<ColumnWidths::Width>& widths, int mostRows, QWidget* parent)
     : QTableView(parent)
     , m_widths(widths)
     , m_mostRows(mostRows)
@@ -26,8 +25,10 @@ DetailTable::DetailTable(const QString& accessibleName, QAbstractItemModel* mode
     ViewStyle::setUpTable(this, accessibleName);
     setModel(model);
     setSelectionMode(SingleSelection);
-    for (int column = 0; column < widths.size(); ++column)
-        setColumnWidth(column, widths.at(column) > 0 ? widths.at(column) : narrowestColumn);
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] {
+        if (!m_fitting)
+            m_setByUser = true;
+    });
     fit();
 }
 
@@ -58,10 +59,11 @@ void DetailTable::fit()
     setVisible(rows > 0);
     const int side = rows > m_mostRows ? verticalScrollBar()->sizeHint().width() : 0;
     const int room = width() - frame - side;
-    const auto open = static_cast<int>(m_widths.indexOf(0));
-    const int others = horizontalHeader()->length() - columnWidth(open);
-    setColumnWidth(open, std::max(narrowestColumn, room - others));
-    const bool scrollsSideways = others + narrowestColumn > room;
+    if (!m_setByUser) {
+        const QScopedValueRollback fitting(m_fitting, true);
+        ColumnWidths::share(this, m_widths, room);
+    }
+    const bool scrollsSideways = horizontalHeader()->length() > room;
     const int bar = scrollsSideways ? horizontalScrollBar()->sizeHint().height() : 0;
     setFixedHeight((std::min(rows, m_mostRows) + 1) * ViewStyle::rowHeight + frame + bar);
 }

@@ -1,18 +1,19 @@
 #pragma once
 
+#include "widgets/ColumnWidths.h"
+
 #include <QList>
 #include <QTableView>
 
 /// A table among the details of a record: as high as its rows, up to a number after which it
-/// scrolls by itself, and out of sight without any. One column takes what room the others leave.
-/// The current row survives a reload.
+/// scrolls by itself, and out of sight without any. The columns share its room until the user sets
+/// a width; from then on the widths stay as they are. The current row survives a reload.
 class DetailTable final : public QTableView {
     Q_OBJECT
 
 public:
-    /// `widths` has 0 for the column that takes the room that is left.
-    DetailTable(const QString& accessibleName, QAbstractItemModel* model, const QList<int>& widths,
-        int mostRows, QWidget* parent);
+    DetailTable(const QString& accessibleName, QAbstractItemModel* model,
+        const QList<ColumnWidths::Width>& widths, int mostRows, QWidget* parent);
 
     /// The number of the record in a row is its `Qt::UserRole`.
     qint64 currentId() const;
@@ -31,6 +32,8 @@ private:
     void restore(qint64 id);
     void fit();
 
-    const QList<int> m_widths;
+    const QList<ColumnWidths::Width> m_widths;
     const int m_mostRows;
+    bool m_fitting = false;
+    bool m_setByUser = false;
 };

@@ -24,8 +24,9 @@ QString infoRow(const QString& label, const QString& value)
 {
     QString shown = TextRules::isBlank(value) ? u"未填写"_s : value.toHtmlEscaped();
     shown.replace(u'\n', u"<br/>"_s);
-    return u"<tr><td style='padding:4px 16px 4px 0; color:%1;'>%2</td><td>%3</td></tr>"_s.arg(
-        Theme::instance().hex(Token::TextSecondary), label, shown);
+    return u"<tr><td style='padding:4px 16px 4px 0; color:%1;'>%2</td>"
+           "<td style='padding:4px 0;'>%3</td></tr>"_s.arg(
+               Theme::instance().hex(Token::TextSecondary), label, shown);
 }
 
 QLabel* plainLabel(TextRole role, const QString& objectName, QWidget* parent)
@@ -45,7 +46,7 @@ ProjectDetail::ProjectDetail(QWidget* parent)
 {
     setObjectName(u"ProjectDetail"_s);
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(16, 20, 24, 24);
+    column->setContentsMargins(8, 20, 16, 24);
     column->setSpacing(16);
     column->addLayout(buildHeader());
     m_unreadable = new Banner(BannerKind::Danger, this);

@@ -21,6 +21,10 @@ namespace {
 
 constexpr int mostRows = 10;
 
+// For 13 px text.
+const QList<ColumnWidths::Width> widths { { 92, 0 }, { 92, 2 }, { 56, 0 }, { 112, 0 }, { 112, 1 },
+    { 104, 0 }, { 64, 0 } };
+
 } // namespace
 
 ProjectEntriesCard::ProjectEntriesCard(QWidget* parent)
@@ -50,8 +54,7 @@ ProjectEntriesCard::ProjectEntriesCard(QWidget* parent)
 
 void ProjectEntriesCard::buildTable()
 {
-    m_table = new DetailTable(
-        u"关联流水"_s, m_model, { 92, 0, 56, 112, 160, 104, 64 }, mostRows, m_card);
+    m_table = new DetailTable(u"关联流水"_s, m_model, widths, mostRows, m_card);
     m_table->setObjectName(u"entries"_s);
     m_table->setItemDelegateForColumn(ProjectEntriesModel::Risk, new RiskCellDelegate(m_table));
     auto* links = new LinkCellDelegate(m_table);

@@ -27,7 +27,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int listWidth = 260;
+constexpr int listWidth = 256;
 constexpr int narrowestList = 200;
 
 } // namespace
@@ -52,7 +52,7 @@ QWidget* ProjectPage::buildList()
     auto* side = new QWidget(this);
     side->setMinimumWidth(narrowestList);
     auto* column = new QVBoxLayout(side);
-    column->setContentsMargins(24, 20, 12, 24);
+    column->setContentsMargins(24, 20, 8, 24);
     column->setSpacing(12);
     m_search = new QLineEdit(side);
     m_search->setObjectName(u"projectSearch"_s);

@@ -42,8 +42,11 @@ void ProfileCard::showProfile(const CompanyProfile& profile)
     for (qsizetype i = 0; i < m_values.size(); ++i) {
         const auto& row = ProfileRules::fieldRows.at(static_cast<std::size_t>(i));
         const QString& text = profile.*row.text;
+        // One that is longer than may be entered now must not push everything else out of sight.
+        const QString shown = ProfileRules::shortened(row, text);
         setValue(
-            m_values.at(i), row.label.toString(), TextRules::isBlank(text) ? u"未填写"_s : text);
+            m_values.at(i), row.label.toString(), TextRules::isBlank(text) ? u"未填写"_s : shown);
+        m_values.at(i)->setToolTip(shown == text ? QString() : Qt::convertFromPlainText(text));
     }
 }
 

@@ -18,10 +18,11 @@ QStringList sentences(const AnnualChoices& choices)
     if (choices.profit == ProfitPlan::Kept)
         items += DocumentTexts::profitKept();
     if (choices.profit == ProfitPlan::Distributed && firstProblem(choices).isEmpty())
-        items += DocumentTexts::profitDistributed(choices.profitFen, choices.method.trimmed());
+        items += DocumentTexts::profitDistributed(
+            choices.profitFen, TextRules::asStored(choices.method));
     for (const QString& other : choices.others) {
         if (!TextRules::isBlank(other))
-            items += DocumentTexts::otherItem(other.trimmed());
+            items += DocumentTexts::otherItem(TextRules::asStored(other));
     }
     return items;
 }

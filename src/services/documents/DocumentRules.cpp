@@ -1,5 +1,6 @@
 #include "services/documents/DocumentRules.h"
 
+#include "core/TextRules.h"
 #include "services/documents/DocumentTexts.h"
 #include "services/ProfileRules.h"
 
@@ -67,7 +68,7 @@ QString firstProblem(const FundDecisionInput& input)
 {
     if (input.transactionIds.isEmpty())
         return nothingSelected(DocType::FundDecision);
-    if (input.fundNature.trimmed().isEmpty())
+    if (TextRules::isBlank(input.fundNature))
         return u"请选择或填写资金性质。"_s;
     if (!input.decisionDate.isValid())
         return u"决定日期无效。"_s;
@@ -118,7 +119,7 @@ DocumentRecord draft(const AnnualDecisionInput& input)
 
 DocumentRecord draft(const FundDecisionInput& input)
 {
-    const QString nature = input.fundNature.trimmed();
+    const QString nature = TextRules::asStored(input.fundNature);
     return { .docType = DocType::FundDecision,
         .title = u"公私资金往来决定书（%1）"_s.arg(nature),
         .docYear = input.decisionDate.year(),
@@ -126,7 +127,7 @@ DocumentRecord draft(const FundDecisionInput& input)
         .fundDirection = input.direction,
         .fundNature = nature,
         .settleDate = input.settleDate,
-        .extraText = input.extraText.trimmed(),
+        .extraText = TextRules::asStored(input.extraText),
         .selectedItems = selectionText(input.transactionIds) };
 }
 
@@ -135,7 +136,7 @@ DocumentRecord draft(const IndependenceStatementInput& input)
     return { .docType = DocType::IndependenceStatement,
         .title = DocumentTexts::kindName(DocType::IndependenceStatement),
         .docDate = input.baseDate,
-        .extraText = input.furtherMeasures.trimmed(),
+        .extraText = TextRules::asStored(input.furtherMeasures),
         .selectedItems = selectionText(input.measures) };
 }
 

@@ -209,7 +209,8 @@ QString compose(
 
 QString escaped(const QString& text)
 {
-    return text.toHtmlEscaped().replace(u'%', u"&#37;"_s);
+    // Rows of older programs may hold direction marks; paper shows the letters as they are stored.
+    return TextRules::withoutDirectionMarks(text).toHtmlEscaped().replace(u'%', u"&#37;"_s);
 }
 
 QString escapedLines(const QString& text)

@@ -10,7 +10,7 @@ namespace {
 
 qsizetype lengthOf(const QString& text)
 {
-    return TextRules::characterCount(QStringView(text).trimmed());
+    return TextRules::characterCount(TextRules::asStored(text));
 }
 
 } // namespace
@@ -40,7 +40,7 @@ Transaction normalized(Transaction entry)
 {
     entry.summary = TextRules::oneLine(entry.summary);
     entry.counterpartyName = TextRules::oneLine(entry.counterpartyName);
-    entry.note = entry.note.trimmed();
+    entry.note = TextRules::asStored(entry.note);
     return entry;
 }
 

@@ -1,5 +1,6 @@
 #include "services/entries/EntryService.h"
 
+#include "core/TextRules.h"
 #include "db/DbTransaction.h"
 #include "db/LinkDao.h"
 #include "db/TransactionDao.h"
@@ -84,7 +85,7 @@ ReviewResult review(qint64 entryId, std::optional<RiskLevel> level, const QStrin
     TransactionDao entries;
     if (!entries.findById(entryId))
         return { .message = entryIsGone() };
-    if (!entries.setManualOverride(entryId, level, note.trimmed()))
+    if (!entries.setManualOverride(entryId, level, TextRules::asStored(note)))
         return { .message = u"复核结果写入失败，请重试。\n原因：%1"_s.arg(entries.lastError()) };
     return { .ok = true };
 }

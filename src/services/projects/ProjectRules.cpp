@@ -29,7 +29,7 @@ template <typename Field> FormProblem<Field> tooLong(Field field)
 // A list of blanks would make a code that nobody can see.
 QString codeAsStored(const QString& code)
 {
-    return TextRules::isBlank(code) ? QString() : code;
+    return TextRules::isBlank(code) ? QString() : TextRules::withoutDirectionMarks(code);
 }
 
 } // namespace
@@ -73,7 +73,7 @@ std::optional<FormProblem<ContractField>> firstProblem(const Contract& contract)
 Project normalized(Project project)
 {
     for (QString* text : { &project.name, &project.clientName, &project.manager, &project.note })
-        *text = text->trimmed();
+        *text = TextRules::asStored(*text);
     project.code = codeAsStored(project.code);
     return project;
 }
@@ -81,7 +81,7 @@ Project normalized(Project project)
 Contract normalized(Contract contract)
 {
     for (QString* text : { &contract.name, &contract.partyB, &contract.note })
-        *text = text->trimmed();
+        *text = TextRules::asStored(*text);
     contract.code = codeAsStored(contract.code);
     return contract;
 }

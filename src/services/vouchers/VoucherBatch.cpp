@@ -1,5 +1,7 @@
 #include "services/vouchers/VoucherBatch.h"
 
+#include "core/TextRules.h"
+
 using namespace Qt::StringLiterals;
 
 namespace VoucherBatch {
@@ -66,7 +68,7 @@ Outcome run(const Order& order, const Progress& progress)
 
 QString nameOf(const QString& entered, qsizetype number, qsizetype count)
 {
-    const QString name = entered.trimmed();
+    const QString name = TextRules::asStored(entered);
     return count > 1 ? u"%1-%2"_s.arg(name, QString::number(number).rightJustified(2, u'0')) : name;
 }
 

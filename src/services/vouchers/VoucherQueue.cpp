@@ -34,7 +34,7 @@ QString QueuedFile::fileName() const
 QString QueuedFile::defaultName() const
 {
     const QString baseName = QFileInfo(path).completeBaseName();
-    return TextRules::isBlank(baseName) ? fileName() : baseName.trimmed();
+    return TextRules::asStored(TextRules::isBlank(baseName) ? fileName() : baseName);
 }
 
 QueuedFile VoucherQueue::inspect(const QString& path)

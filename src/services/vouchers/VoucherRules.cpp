@@ -16,7 +16,7 @@ Problem problemOf(const VoucherDescription& description, const QString& missingN
 {
     if (TextRules::isBlank(description.name))
         return { { Field::Name, missingNameTitle, u"请填写凭证名称。"_s } };
-    if (TextRules::characterCount(QStringView(description.note).trimmed()) > longestNote)
+    if (TextRules::characterCount(TextRules::asStored(description.note)) > longestNote)
         return { { Field::Note, u"备注过长"_s, u"备注不超过 500 字。"_s } };
     // A mistyped day must not be archived as today.
     if (!description.voucherDate.isValid())

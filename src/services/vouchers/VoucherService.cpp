@@ -29,17 +29,17 @@ using Problem = std::optional<QString>;
 QString defaultName(const QString& fileName)
 {
     const QString baseName = QFileInfo(fileName).completeBaseName();
-    return TextRules::isBlank(baseName) ? fileName : baseName;
+    return TextRules::withoutDirectionMarks(TextRules::isBlank(baseName) ? fileName : baseName);
 }
 
 void describe(Voucher& voucher, const VoucherDescription& description)
 {
     voucher.name = TextRules::isBlank(description.name) ? defaultName(voucher.originalFileName)
-                                                        : description.name.trimmed();
+                                                        : TextRules::asStored(description.name);
     voucher.voucherType = description.voucherType;
     voucher.voucherDate
         = description.voucherDate.isValid() ? description.voucherDate : QDate::currentDate();
-    voucher.note = description.note.trimmed();
+    voucher.note = TextRules::asStored(description.note);
 }
 
 Voucher voucherOf(const VoucherImportRequest& request, const VoucherSource& source)
