@@ -23,7 +23,8 @@ public:
 protected:
     QVBoxLayout* body() const { return m_body; }
 
-    /// The button that Enter presses, rightmost. Does not close the dialog by itself.
+    /// The button that Enter presses unless another one has the focus, rightmost. Does not close
+    /// the dialog by itself.
     QPushButton* addPrimaryButton(const QString& text, ButtonRole role = ButtonRole::Primary);
     /// The button that leaves the dialog, left of the primary one.
     QPushButton* addRejectButton(const QString& text);

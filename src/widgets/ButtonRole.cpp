@@ -16,7 +16,8 @@ static_assert(names.size() == static_cast<std::size_t>(ButtonRole::Link) + 1);
 void setButtonRole(QPushButton* button, ButtonRole role)
 {
     setStyleProperty(button, "buttonRole", names[static_cast<std::size_t>(role)]);
-    button->setAutoDefault(role == ButtonRole::Primary);
+    // Qt does so in dialogs only; the pages are to answer the same keys.
+    button->setAutoDefault(true);
 }
 
 QPushButton* makeButton(const QString& text, ButtonRole role, QWidget* parent)

@@ -7,7 +7,9 @@ class QWidget;
 
 enum class ButtonRole { Default, Primary, Danger, Link };
 
-/// Takes effect at once. Only a primary button answers the Enter key of a dialog.
+/// Takes effect at once. Whatever its role, Enter presses the button that has the focus; with the
+/// focus elsewhere it presses the dialog's default button, which every dialog has to name: Qt
+/// would take the first button that it finds.
 void setButtonRole(QPushButton* button, ButtonRole role);
 
 QPushButton* makeButton(const QString& text, ButtonRole role, QWidget* parent);

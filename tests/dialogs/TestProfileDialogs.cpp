@@ -156,6 +156,37 @@ private slots:
         QVERIFY2(!untouched.isVisible(), "without changes nothing is asked");
     }
 
+    void enterSavesFromAFieldAndLeavesFromTheButtonThatLeaves()
+    {
+        QVERIFY(TestLedger::storeCompany());
+        for (const bool saves : { true, false }) {
+            ProfileDialog dialog(ProfileDao().load());
+            QVERIFY(Hands::show(dialog));
+            edit(dialog, u"phone"_s)->setText(saves ? u"1"_s : u"2"_s);
+            ModalAnswerer answers;
+            if (!saves) {
+                Hands::button(dialog, u"取消"_s)->setFocus();
+                answers.expectButton(u"放弃修改"_s);
+            }
+            QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
+            QVERIFY(!dialog.isVisible());
+            QCOMPARE(ProfileDao().load().phone, u"1"_s);
+        }
+    }
+
+    void enterDeclinesTheWizardAndTheDisclaimerFromTheirButtons()
+    {
+        ProfileWizardDialog wizard(ProfileDao().load());
+        DisclaimerDialog disclaimer(DisclaimerDialog::Purpose::Confirm);
+        for (const auto& [dialog, button] : { std::pair<QDialog*, QString>(&wizard, u"退出"_s),
+                 { &disclaimer, u"不同意并退出"_s } }) {
+            QVERIFY(Hands::show(*dialog));
+            Hands::button(*dialog, button)->setFocus();
+            QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
+            QVERIFY(!dialog->isVisible());
+        }
+    }
+
     void theWizardStoresCompanyAndThresholds()
     {
         ProfileWizardDialog wizard(ProfileDao().load());

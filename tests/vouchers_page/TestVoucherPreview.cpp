@@ -81,6 +81,21 @@ private slots:
         QVERIFY(!preview.isVisible());
     }
 
+    void enterTurnsFromTheButtonInFocusAndClosesFromElsewhere()
+    {
+        for (const QString& name : { u"甲"_s, u"乙"_s })
+            add(name, 2);
+        VoucherPreview preview(VoucherDao().search({}), 0);
+        preview.show();
+        QVERIFY(QTest::qWaitForWindowActive(&preview));
+        ModalAnswerer::buttonOf(&preview, u"下一张"_s)->setFocus();
+        QTest::keyClick(preview.focusWidget(), Qt::Key_Return);
+        QCOMPARE(textOf(preview, u"previewPlace"_s), u"第 2 张，共 2 张"_s);
+        QCOMPARE(preview.focusWidget(), preview.findChild<FileView*>());
+        QTest::keyClick(preview.focusWidget(), Qt::Key_Return);
+        QVERIFY(!preview.isVisible());
+    }
+
     void thePageIsZoomed()
     {
         add(u"照片"_s, 2, 0, {}, ArchiveSample::jpeg(3000, 2000), u"jpg"_s);

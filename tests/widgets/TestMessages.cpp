@@ -243,6 +243,18 @@ private slots:
         }
     }
 
+    void enterPressesTheButtonThatHasTheFocus()
+    {
+        for (const ButtonRole role : { ButtonRole::Primary, ButtonRole::Danger }) {
+            const bool other = role == ButtonRole::Danger;
+            ModalAnswerer answerer([](QDialog* box) {
+                QTest::keyClick(box->focusWidget(), Qt::Key_Tab);
+                QTest::keyClick(box->focusWidget(), Qt::Key_Return);
+            });
+            QCOMPARE(asks(role), other);
+        }
+    }
+
     void longTextWrapsInsideTheBox()
     {
         const QString text = u"删除后编号可能被再次使用，已签字的文书请勿删除。"_s.repeated(12);

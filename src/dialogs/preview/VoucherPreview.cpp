@@ -142,6 +142,7 @@ QWidget* VoucherPreview::buildBar()
         += addButton(line, u"适合宽度"_s, Qt::CTRL | Qt::Key_2, &VoucherPreview::fitWidth);
     QPushButton* close = makeButton(u"关闭"_s, ButtonRole::Default, bar);
     close->setToolTip(u"Esc"_s);
+    close->setDefault(true);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
     line->addWidget(close);
     return bar;

@@ -45,7 +45,6 @@ ContractsCard::ContractsCard(QWidget* parent)
     column->addWidget(m_card);
     QPushButton* add = makeButton(u"＋ 登记合同"_s, ButtonRole::Primary, m_card);
     add->setObjectName(u"addContract"_s);
-    add->setAutoDefault(false);
     m_card->addHeadWidget(add);
     connect(add, &QPushButton::clicked, this, &ContractsCard::onAddContract);
 
