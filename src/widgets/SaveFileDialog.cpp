@@ -1,8 +1,9 @@
 #include "widgets/SaveFileDialog.h"
 
+#include "widgets/StartFolder.h"
+
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
 
@@ -14,20 +15,13 @@ QString& lastFolder()
     return folder;
 }
 
-QString startFolder()
-{
-    const bool isThere = !lastFolder().isEmpty() && QFileInfo(lastFolder()).isDir();
-    return isThere ? lastFolder()
-                   : QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-}
-
 } // namespace
 
 namespace SaveFileDialog {
 
 QString ask(QWidget* parent, const QString& title, const QString& filter, const QString& fileName)
 {
-    QFileDialog dialog(parent, title, startFolder(), filter);
+    QFileDialog dialog(parent, title, StartFolder::lastOrDocuments(lastFolder()), filter);
     dialog.setObjectName(u"SaveFileDialog"_s);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);

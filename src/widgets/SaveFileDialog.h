@@ -5,7 +5,7 @@
 class QWidget;
 
 /// Asks where a file is to be written. Starts in the folder that was chosen last since the
-/// program started, at first in the user's documents.
+/// program started, at first in the user's documents, or the home folder where there are none.
 namespace SaveFileDialog {
 
 /// The chosen path, absolute; empty when the user changed their mind. `filter` is one such as

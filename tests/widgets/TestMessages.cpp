@@ -5,14 +5,20 @@
 #include "widgets/Banner.h"
 #include "widgets/MessageBox.h"
 #include "widgets/Pictures.h"
+#include "widgets/SaveFileDialog.h"
 #include "widgets/SplashScreen.h"
+#include "widgets/StartFolder.h"
 #include "widgets/Toast.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QToolButton>
 
 #include <memory>
@@ -270,6 +276,27 @@ private slots:
         MessageBox::info(nullptr, u"提示"_s, text);
         QVERIFY(box.width() < 600);
         QVERIFY2(needed.height() <= 0, "the text is higher than its label");
+    }
+
+    void aFileDialogStartsInAFolderThatIsThere()
+    {
+        const QTemporaryDir home;
+        const QByteArray before = qgetenv("HOME");
+        const auto restored = qScopeGuard([&before] { qputenv("HOME", before); });
+        qputenv("HOME", home.path().toUtf8());
+        QString start;
+        QString name;
+        ModalAnswerer answerer([&](QDialog* dialog) {
+            start = qobject_cast<QFileDialog*>(dialog)->directory().path();
+            name = dialog->findChild<QLineEdit*>(u"fileNameEdit"_s)->text();
+            dialog->reject();
+        });
+        QVERIFY(SaveFileDialog::ask(nullptr, u"导出"_s, u"*.csv"_s, u"台账.csv"_s).isEmpty());
+        QCOMPARE(start, home.path());
+        QCOMPARE(name, u"台账.csv"_s);
+        QVERIFY(QDir(home.path()).mkdir(u"Documents"_s));
+        QCOMPARE(StartFolder::lastOrDocuments({}), home.filePath(u"Documents"_s));
+        QCOMPARE(StartFolder::firstOf({ QString(), home.filePath(u"gone"_s) }), home.path());
     }
 
     void unannouncedBoxFailsTheTest()

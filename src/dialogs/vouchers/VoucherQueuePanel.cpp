@@ -6,6 +6,7 @@
 #include "widgets/BusyNotice.h"
 #include "widgets/ButtonRole.h"
 #include "widgets/EmptyState.h"
+#include "widgets/StartFolder.h"
 #include "widgets/ThumbnailPainter.h"
 
 #include <QFileDialog>
@@ -16,7 +17,6 @@
 #include <QListView>
 #include <QPushButton>
 #include <QStackedWidget>
-#include <QStandardPaths>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -102,9 +102,9 @@ qsizetype VoucherQueuePanel::validCount() const
 
 void VoucherQueuePanel::onChooseFiles()
 {
-    static QString lastFolder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    const QStringList paths = QFileDialog::getOpenFileNames(
-        this, u"选择凭证文件"_s, lastFolder, FileRules::fileDialogFilter());
+    static QString lastFolder;
+    const QStringList paths = QFileDialog::getOpenFileNames(this, u"选择凭证文件"_s,
+        StartFolder::lastOrDocuments(lastFolder), FileRules::fileDialogFilter());
     if (paths.isEmpty())
         return;
     lastFolder = QFileInfo(paths.first()).absolutePath();

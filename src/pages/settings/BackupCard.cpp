@@ -9,6 +9,7 @@
 #include "widgets/BusyNotice.h"
 #include "widgets/ButtonRole.h"
 #include "widgets/MessageBox.h"
+#include "widgets/StartFolder.h"
 #include "widgets/Toast.h"
 
 #include <QDir>
@@ -32,8 +33,9 @@ QString& lastFolder()
 // Empty when the user chose none.
 QString askForFolder(QWidget* parent, const QString& title)
 {
-    const QString folder = QFileDialog::getExistingDirectory(
-        parent, title, lastFolder().isEmpty() ? QDir::homePath() : lastFolder());
+    // The disk with the last backup may have been taken away.
+    const QString folder
+        = QFileDialog::getExistingDirectory(parent, title, StartFolder::firstOf({ lastFolder() }));
     if (!folder.isEmpty())
         lastFolder() = folder;
     return folder;
