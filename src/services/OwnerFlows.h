@@ -17,4 +17,13 @@ constexpr bool isTransferOrRefund(Category category)
     return isTransfer(category) || category == Category::ExpenseReimburse;
 }
 
+/// Whether the money of an entry may have passed between company and owner: by its category, or
+/// because a private account stands on one side. Between two others it cannot have.
+constexpr bool mayConcernOwner(
+    Category category, AccountType ownAccount, AccountType counterpartyAccount)
+{
+    return isTransferOrRefund(category) || ownAccount == AccountType::Private
+        || counterpartyAccount == AccountType::Private;
+}
+
 } // namespace OwnerFlows

@@ -72,6 +72,36 @@ private slots:
         QCOMPARE(FundSelections::leftOutText(FundSelections::choose({ 2, 3 }, ledger)), QString());
     }
 
+    void entriesThatCannotConcernTheOwnerAreNamed_data()
+    {
+        addColumns<Category, AccountType, AccountType, bool>("category", "own", "other", "named");
+        using enum AccountType;
+        const Category paid = Category::BusinessExpense;
+        addCase("a supplier paid from company to company", paid, Company, Company, true);
+        addCase("other side unknown", paid, Company, Unknown, true);
+        addCase("paid by the owner's account", paid, Private, Company, false);
+        addCase("paid to a private account", paid, Company, Private, false);
+        addCase("a transfer", Category::ShareholderIn, Company, Company, false);
+        addCase("a repaid expense", Category::ExpenseReimburse, Company, Unknown, false);
+    }
+
+    void entriesThatCannotConcernTheOwnerAreNamed()
+    {
+        QFETCH(Category, category);
+        QFETCH(bool, named);
+        QFETCH(AccountType, own);
+        QFETCH(AccountType, other);
+        Transaction asked = entry(1, Direction::Out);
+        asked.category = category;
+        asked.ownerAccountType = own;
+        asked.counterpartyAccountType = other;
+        QCOMPARE(FundSelections::foreignText({ entry(2, Direction::Out), asked }),
+            named
+                ? u"所选流水中有 1 笔不是公司与股东之间的往来（如「2026-01-02 摘要」）。决定书只应"
+                  "覆盖公私往来，请核对后再生成。"_s
+                : QString());
+    }
+
     void aDecisionListsItsEntriesFromTheOldest()
     {
         const QList<Transaction> ledger { entry(5, Direction::Out, u"2026-03-01"_s),

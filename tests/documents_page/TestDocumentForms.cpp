@@ -182,6 +182,23 @@ private slots:
         QCOMPARE(test.cells(2), QStringList { u"+借款"_s });
     }
 
+    void anEntryThatIsNoOwnersStaysTickedUnderAWarning()
+    {
+        const qint64 paper = Sample::entry(
+            u"2026-01-03"_s, u"<b>纸</b> %2"_s, Direction::Out, Category::BusinessExpense);
+        const qint64 petty = Sample::entry(u"2026-01-04"_s, u"备用金"_s, Direction::Out);
+        PageUnderTest test;
+        test.navigate({ { u"fund"_s, true }, { u"txIds"_s, QVariantList { paper, petty } } });
+        QCOMPARE(test.cells(2), QStringList({ u"+备用金"_s, u"+<b>纸</b> %2"_s }));
+        QVERIFY(test.shows(
+            u"有 1 笔不是公司与股东之间的往来（如「2026-01-03 <b>纸</b> %2」）。决定书只应"_s));
+        test.navigate({});
+        QVERIFY(test.shows(u"不是公司与股东之间的往来"_s));
+        QAbstractItemModel* rows = test.table()->model();
+        QVERIFY(rows->setData(rows->index(1, 0), Qt::Unchecked, Qt::CheckStateRole));
+        QVERIFY(!test.shows(u"不是公司与股东之间的往来"_s));
+    }
+
     void aFundDecisionCoversWhatWasTickedByKey()
     {
         const qint64 newer = Sample::entry(u"2026-02-01"_s, u"乙"_s, Direction::Out);

@@ -3,6 +3,7 @@
 #include "pages/documents/FundEntryPicker.h"
 #include "services/documents/DocumentTexts.h"
 #include "services/documents/FundSelection.h"
+#include "widgets/Banner.h"
 #include "widgets/Card.h"
 #include "widgets/DateEditor.h"
 #include "widgets/FormRows.h"
@@ -48,6 +49,7 @@ FundForm::FundForm(QWidget* parent)
         offerNatures(before);
     });
     connect(m_nature, &QComboBox::currentTextChanged, this, &FundForm::inputChanged);
+    connect(m_entries, &FundEntryPicker::changed, this, &FundForm::showForeign);
     connect(m_entries, &FundEntryPicker::changed, this, &FundForm::inputChanged);
     connect(m_date, &DateEditor::dateChanged, this, &FundForm::inputChanged);
     connect(m_settleDate, &DateEditor::dateChanged, this, &FundForm::inputChanged);
@@ -85,7 +87,11 @@ Card* FundForm::buildPurposeCard()
 Card* FundForm::buildEntryCard()
 {
     auto* card = new Card(u"本决定覆盖的流水"_s, this);
+    m_foreign = new Banner(BannerKind::Warning, card);
+    m_foreign->setObjectName(u"foreignEntries"_s);
+    m_foreign->hide();
     m_entries = new FundEntryPicker(card);
+    card->body()->addWidget(m_foreign);
     card->body()->addWidget(m_entries);
     return card;
 }
@@ -165,6 +171,14 @@ QString FundForm::takeRequest()
     if (!wanted.isEmpty() && dropped > 0)
         told += u"此前勾选的 %1 笔已取消勾选。"_s.arg(dropped);
     return told;
+}
+
+// The ticks stay: a category may be wrong, or the account of the other side unknown.
+void FundForm::showForeign()
+{
+    const QString warning = FundSelections::foreignText(m_entries->chosen());
+    m_foreign->setText(warning);
+    m_foreign->setVisible(!warning.isEmpty());
 }
 
 QString FundForm::firstProblem() const

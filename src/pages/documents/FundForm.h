@@ -2,6 +2,7 @@
 
 #include "pages/documents/DocumentForm.h"
 
+class Banner;
 class DateEditor;
 class FundEntryPicker;
 class QComboBox;
@@ -37,11 +38,13 @@ private:
     /// Offers what money of the direction usually is; the user's own words stay.
     void offerNatures(Direction before);
     QString takeRequest();
+    void showForeign();
     FundDecisionInput input() const;
 
     QRadioButton* m_in = nullptr;
     QRadioButton* m_out = nullptr;
     QComboBox* m_nature = nullptr;
+    Banner* m_foreign = nullptr;
     FundEntryPicker* m_entries = nullptr;
     DateEditor* m_date = nullptr;
     DateEditor* m_settleDate = nullptr;

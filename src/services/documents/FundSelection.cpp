@@ -2,6 +2,7 @@
 
 #include "core/TextRules.h"
 #include "services/documents/DocumentTexts.h"
+#include "services/OwnerFlows.h"
 
 #include <QHash>
 #include <QStringList>
@@ -76,6 +77,19 @@ QString leftOutText(const FundSelection& selection)
         parts += u"%1 笔流水已不存在，未勾选：%2。"_s.arg(
             QString::number(selection.unknown.size()), numbersOf(selection.unknown));
     return parts.join(QString());
+}
+
+QString foreignText(const QList<Transaction>& chosen)
+{
+    QList<Transaction> foreign = chosen;
+    foreign.removeIf([](const Transaction& entry) {
+        return OwnerFlows::mayConcernOwner(
+            entry.category, entry.ownerAccountType, entry.counterpartyAccountType);
+    });
+    if (foreign.isEmpty())
+        return {};
+    return u"所选流水中有 %1 笔不是公司与股东之间的往来（如%2）。决定书只应覆盖公私往来，请核对后再生成。"_s
+        .arg(QString::number(foreign.size()), namesOf(foreign.first(1)));
 }
 
 QList<Transaction> inOrder(

@@ -22,6 +22,10 @@ FundSelection choose(const QList<qint64>& wanted, const QList<Transaction>& ledg
 /// What was left out and why, in Chinese; empty when nothing was.
 QString leftOutText(const FundSelection& selection);
 
+/// A warning, in Chinese, that some of the chosen entries moved no money between company and
+/// owner, so that a decision on them would be a false one; empty when all may have.
+QString foreignText(const QList<Transaction>& chosen);
+
 /// The ticked entries of a direction as a decision lists them: oldest first.
 QList<Transaction> inOrder(
     const QList<Transaction>& ledger, const QSet<qint64>& ticked, Direction direction);
