@@ -163,6 +163,23 @@ private slots:
         QVERIFY(test.shows(u"已选 0 笔"_s));
     }
 
+    void aFormThatWasAskedForBeginsAtItsFirstField()
+    {
+        const qint64 id = Sample::entry(u"2026-01-03"_s, u"备用金"_s, Direction::Out);
+        PageUnderTest test;
+        const auto focusAfter = [&test](const NavParams& params) {
+            test.navigate(params);
+            return test.page.focusWidget();
+        };
+        const NavParams wanted { { u"fund"_s, true }, { u"txIds"_s, QVariantList { id } } };
+        QCOMPARE(focusAfter(wanted)->objectName(), u"fundNature"_s);
+        QCOMPARE(focusAfter({ { u"year"_s, 2024 } })->objectName(), u"year"_s);
+        const QWidget* focused = focusAfter({ { u"kind"_s, u"independence_statement"_s } });
+        QCOMPARE(focused->objectName(), u"baseDate"_s);
+        focused = focusAfter({ { u"kind"_s, u"fund_decision"_s } });
+        QVERIFY(focused == test.button(u"公司资金转付股东"_s));
+    }
+
     void requestedEntriesAreTickedAndTheOthersNamed()
     {
         const qint64 paper

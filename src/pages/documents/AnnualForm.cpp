@@ -192,6 +192,11 @@ AnnualDecisionInput AnnualForm::input() const
         .decisionDate = m_date->date() };
 }
 
+QWidget* AnnualForm::firstField() const
+{
+    return m_year;
+}
+
 QString AnnualForm::firstProblem() const
 {
     const QString problem = AnnualItems::firstProblem(choices());

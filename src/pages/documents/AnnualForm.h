@@ -27,6 +27,7 @@ public:
     void setYear(int year);
 
 protected:
+    QWidget* firstField() const override;
     QString firstProblem() const override;
     bool confirm() override;
     QString previewHtml() const override;

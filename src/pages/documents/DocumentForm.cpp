@@ -63,12 +63,12 @@ QWidget* DocumentForm::buildInput()
     m_body = new QVBoxLayout(cards);
     m_body->setContentsMargins(0, 0, 0, 0);
     m_body->setSpacing(12);
-    auto* scroll = new QScrollArea(half);
-    scroll->setWidgetResizable(true);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setWidget(cards);
-    column->addWidget(scroll, 1);
+    m_scroll = new QScrollArea(half);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+    m_scroll->setWidget(cards);
+    column->addWidget(m_scroll, 1);
 
     auto* line = new QHBoxLayout;
     auto* hint = new QLabel(u"生成后自动编号并存入文书档案。"_s, half);
@@ -116,6 +116,13 @@ void DocumentForm::refresh()
 {
     m_result->refresh();
     inputChanged();
+}
+
+void DocumentForm::focusFirstField()
+{
+    QWidget* field = firstField();
+    field->setFocus(Qt::OtherFocusReason);
+    m_scroll->ensureWidgetVisible(field);
 }
 
 void DocumentForm::showNotice(const QString& text)

@@ -7,6 +7,7 @@
 class Banner;
 class DocumentPreview;
 class QPushButton;
+class QScrollArea;
 class QVBoxLayout;
 class ResultStrip;
 
@@ -19,6 +20,10 @@ class DocumentForm : public QWidget {
 public:
     /// Reads again what the form shows from the stores; the input stays.
     virtual void refresh();
+
+    /// Where somebody who was sent here begins: never at the button that draws up the document,
+    /// which a key press too many would set off.
+    void focusFirstField();
 
 signals:
     /// A document was stored.
@@ -35,6 +40,7 @@ protected:
     /// To be called after every change of the input.
     void inputChanged();
 
+    virtual QWidget* firstField() const = 0;
     /// The first thing that is missing in the input, in Chinese; empty when nothing is.
     virtual QString firstProblem() const = 0;
     /// Whether drawing up the page takes so long that the preview waits to be asked for.
@@ -53,6 +59,7 @@ private:
 
     Banner* m_notice;
     ResultStrip* m_result;
+    QScrollArea* m_scroll = nullptr;
     QVBoxLayout* m_body = nullptr;
     DocumentPreview* m_preview = nullptr;
     Banner* m_held = nullptr;

@@ -84,15 +84,19 @@ void DocumentPage::applyNavParams(const NavParams& params)
             ids += id.toLongLong();
         m_segments->setCurrentIndex(Fund);
         m_fund->request(ids);
+        m_fund->focusFirstField();
     } else if (params.contains(u"year"_s)) {
         m_annual->setYear(params.value(u"year"_s).toInt());
         m_segments->setCurrentIndex(Annual);
+        m_annual->focusFirstField();
     } else if (params.contains(u"docId"_s)) {
         m_segments->setCurrentIndex(Archive);
         m_archive->request(params.value(u"docId"_s).toLongLong());
     } else if (params.contains(u"kind"_s)) {
         const auto kind = fromCode<DocType>(params.value(u"kind"_s).toString());
         m_segments->setCurrentIndex(static_cast<int>(kind));
+        if (auto* form = qobject_cast<DocumentForm*>(m_stack->currentWidget()))
+            form->focusFirstField();
     }
 }
 

@@ -181,6 +181,14 @@ void FundForm::showForeign()
     m_foreign->setVisible(!warning.isEmpty());
 }
 
+QWidget* FundForm::firstField() const
+{
+    // Wanted entries bring their direction along.
+    if (!m_requested.isEmpty())
+        return m_nature;
+    return m_out->isChecked() ? m_out : m_in;
+}
+
 QString FundForm::firstProblem() const
 {
     const QString problem = DocumentRules::firstProblem(input());

@@ -24,6 +24,7 @@ public:
     void request(const QList<qint64>& entryIds);
 
 protected:
+    QWidget* firstField() const override;
     QString firstProblem() const override;
     bool isLong() const override;
     QString previewHtml() const override;

@@ -65,6 +65,11 @@ IndependenceStatementInput IndependenceForm::input() const
     return input;
 }
 
+QWidget* IndependenceForm::firstField() const
+{
+    return m_baseDate;
+}
+
 QString IndependenceForm::firstProblem() const
 {
     return DocumentRules::firstProblem(input());

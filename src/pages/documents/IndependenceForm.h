@@ -16,6 +16,7 @@ public:
     explicit IndependenceForm(QWidget* parent = nullptr);
 
 protected:
+    QWidget* firstField() const override;
     QString firstProblem() const override;
     QString previewHtml() const override;
     DocumentResult generate() override;
