@@ -295,6 +295,48 @@ private slots:
         QCOMPARE(shown.summaries(), u"尾款 还款 借款 房租"_s);
     }
 
+    void theCommandsOfARowWorkFromAnywhereOnThePage()
+    {
+        Shown shown;
+        shown.request({ { u"txId"_s, m_ids[2] } });
+        auto* search = shown.find<QPushButton>(u"search"_s);
+        search->setFocus();
+        ModalAnswerer answers;
+        for (const Qt::Key key : { Qt::Key_D, Qt::Key_R }) {
+            answers.expect([](QDialog* dialog) { dialog->reject(); });
+            QTest::keyClick(search, key, Qt::ControlModifier);
+            shown.page.activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(&shown.page));
+        }
+        QSignalSpy requests(&shown.page, &IPage::navigateRequested);
+        QTest::keyClick(search, Qt::Key_G, Qt::ControlModifier);
+        QCOMPARE(requests.size(), 1);
+        // What deletes, and what a field does itself, stays where the focus is.
+        QTest::keyClick(search, Qt::Key_Delete);
+        auto* keyword = shown.find<QLineEdit>(u"keyword"_s);
+        keyword->setFocus();
+        QTest::keyClick(keyword, Qt::Key_D, Qt::ControlModifier);
+        QCOMPARE(answers.seen().size(), 2);
+    }
+
+    void tabIntoTheTableFindsARow()
+    {
+        Shown shown;
+        auto* reset = shown.find<QPushButton>(u"reset"_s);
+        const auto selectedAfterTab = [&] {
+            reset->setFocus();
+            QTest::keyClick(reset, Qt::Key_Tab);
+            const QModelIndexList rows = shown.table()->selectionModel()->selectedRows();
+            return shown.table()->hasFocus() && rows.size() == 1 ? rows.first().row() : -1;
+        };
+        QCOMPARE(selectedAfterTab(), 0);
+        shown.request({ { u"txId"_s, m_ids[2] } });
+        QCOMPARE(selectedAfterTab(), 1);
+        reset->click();
+        QVERIFY(!shown.table()->currentIndex().isValid());
+        QCOMPARE(selectedAfterTab(), 0);
+    }
+
     void severalRowsAreCopiedAndDecidedTogether()
     {
         Shown shown;

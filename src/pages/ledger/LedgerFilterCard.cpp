@@ -8,6 +8,7 @@
 
 #include <QAbstractItemView>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -78,6 +79,8 @@ LedgerFilterCard::LedgerFilterCard(QWidget* parent)
     m_keyword->setPlaceholderText(u"摘要/对方名称，回车即查"_s);
     m_keyword->setClearButtonEnabled(true);
     buildFields();
+    for (QLineEdit* field : findChildren<QLineEdit*>())
+        field->installEventFilter(this);
     connect(m_range, &DateRangeFields::returnPressed, this, &LedgerFilterCard::searchRequested);
     connect(m_keyword, &QLineEdit::returnPressed, this, &LedgerFilterCard::searchRequested);
 }
@@ -125,6 +128,19 @@ void LedgerFilterCard::addField(
         caption->nameField(field);
     line->addWidget(caption);
     line->addWidget(field, stretch);
+}
+
+bool LedgerFilterCard::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::ShortcutOverride)
+        return QWidget::eventFilter(watched, event);
+    // On X11 Ctrl+D deletes the next character of a field; elsewhere on the page it copies an
+    // entry.
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const bool isField = key->keyCombination() == QKeyCombination(Qt::ControlModifier, Qt::Key_D);
+    if (isField)
+        event->accept();
+    return isField;
 }
 
 TransactionFilter LedgerFilterCard::filter() const

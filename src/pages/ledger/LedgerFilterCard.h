@@ -36,6 +36,9 @@ signals:
     void searchRequested();
     void resetRequested();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void buildFields();
     void addField(QHBoxLayout* line, const QString& label, QWidget* field, int stretch = 0);

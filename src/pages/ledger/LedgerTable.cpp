@@ -13,6 +13,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
+#include <QFocusEvent>
 #include <QHeaderView>
 #include <QMenu>
 #include <QMouseEvent>
@@ -97,10 +98,14 @@ void LedgerTable::onClicked(const QModelIndex& index)
 void LedgerTable::addCommands()
 {
     addEntryCommand(u"编辑"_s, { Qt::Key_Return, Qt::Key_Enter }, &LedgerTable::editRequested);
-    addEntryCommand(u"复制为新流水"_s, { Qt::CTRL | Qt::Key_D }, &LedgerTable::copyAsNewRequested);
-    addEntryCommand(u"人工复核…"_s, { Qt::CTRL | Qt::Key_R }, &LedgerTable::reviewRequested);
-    connect(addCommand(u"生成往来决定书"_s, { Qt::CTRL | Qt::Key_G }), &QAction::triggered, this,
-        &LedgerTable::requestDocument);
+    // These for the whole window: after an entry was saved the focus may be in the navigation.
+    addEntryCommand(u"复制为新流水"_s, { Qt::CTRL | Qt::Key_D }, &LedgerTable::copyAsNewRequested)
+        ->setShortcutContext(Qt::WindowShortcut);
+    addEntryCommand(u"人工复核…"_s, { Qt::CTRL | Qt::Key_R }, &LedgerTable::reviewRequested)
+        ->setShortcutContext(Qt::WindowShortcut);
+    QAction* decide = addCommand(u"生成往来决定书"_s, { Qt::CTRL | Qt::Key_G });
+    decide->setShortcutContext(Qt::WindowShortcut);
+    connect(decide, &QAction::triggered, this, &LedgerTable::requestDocument);
     addSeparator();
     connect(addCommand(u"复制单元格"_s, { Qt::CTRL | Qt::SHIFT | Qt::Key_C }), &QAction::triggered,
         this, &LedgerTable::copyCell);
@@ -120,7 +125,7 @@ QAction* LedgerTable::addCommand(const QString& text, const QList<QKeySequence>&
     return command;
 }
 
-void LedgerTable::addEntryCommand(
+QAction* LedgerTable::addEntryCommand(
     const QString& text, const QList<QKeySequence>& keys, void (LedgerTable::*request)(qint64))
 {
     QAction* command = addCommand(text, keys);
@@ -131,6 +136,7 @@ void LedgerTable::addEntryCommand(
         if (rows.size() == 1)
             (this->*request)(idAt(rows.constFirst()));
     });
+    return command;
 }
 
 void LedgerTable::addSeparator()
@@ -156,6 +162,19 @@ void LedgerTable::contextMenuEvent(QContextMenuEvent* event)
     // Disabled commands would not answer their keys any more.
     for (QAction* command : std::as_const(m_entryCommands))
         command->setEnabled(true);
+}
+
+void LedgerTable::focusInEvent(QFocusEvent* event)
+{
+    QTableView::focusInEvent(event);
+    const bool byKey
+        = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+    if (!byKey || selectionModel()->hasSelection() || m_sort->rowCount() == 0)
+        return;
+    // Otherwise the keys of the commands would find no entry.
+    const QModelIndex current = currentIndex();
+    selectionModel()->setCurrentIndex(current.isValid() ? current : m_sort->index(0, 0),
+        QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
 void LedgerTable::mouseMoveEvent(QMouseEvent* event)

@@ -46,6 +46,8 @@ signals:
 
 protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
+    /// Whoever comes by Tab has a row to work on.
+    void focusInEvent(QFocusEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
 
 private:
@@ -53,8 +55,9 @@ private:
     void onClicked(const QModelIndex& index);
     void addCommands();
     /// A command on the single selected entry.
-    void addEntryCommand(
+    QAction* addEntryCommand(
         const QString& text, const QList<QKeySequence>& keys, void (LedgerTable::*request)(qint64));
+    /// Its keys are the table's alone unless it is given another context.
     QAction* addCommand(const QString& text, const QList<QKeySequence>& keys);
     void addSeparator();
     void copyRows();
