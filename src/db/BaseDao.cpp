@@ -120,11 +120,9 @@ QVariant BaseDao::dateOrNull(QDate date)
 
 QString BaseDao::containing(const QString& keyword)
 {
-    QString pattern;
-    pattern.reserve(keyword.size() + 2);
-    // A keyword copied from elsewhere may hold a direction mark where the stored text holds none.
-    for (const QChar c : keyword)
-        pattern += TextRules::isDirectionMark(c) ? QChar(u'%') : c;
+    // A keyword copied from elsewhere may hold direction marks, stored texts hold none.
+    QString pattern = keyword;
+    pattern.removeIf(TextRules::isDirectionMark);
     return u'%' + pattern + u'%';
 }
 

@@ -81,11 +81,6 @@ bool DbTransaction::begin()
     return run(u"SAVEPOINT "_s + m_savepoint);
 }
 
-QString DbTransaction::withReason(const QString& text) const
-{
-    return m_reason.isEmpty() ? text : u"%1\n原因：%2。"_s.arg(text, m_reason);
-}
-
 bool DbTransaction::run(const QString& sql)
 {
     const QSqlDatabase database = Connection::current();
@@ -95,8 +90,7 @@ bool DbTransaction::run(const QString& sql)
     }
     QSqlQuery query(database);
     const bool done = query.exec(sql);
-    m_lastError = done ? QString() : query.lastError().text();
-    m_reason = done ? QString() : sqlErrorReason(query.lastError());
+    m_lastError = done ? QString() : sqlErrorText(query.lastError());
     return done;
 }
 

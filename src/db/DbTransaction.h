@@ -26,10 +26,6 @@ public:
     /// Why the transaction could not begin or be committed.
     QString lastError() const { return m_lastError; }
 
-    /// What the user is told about a failed commit: the text, and below it the reason when that is
-    /// something to be mended, such as a full disk.
-    QString withReason(const QString& text) const;
-
     /// Ends all guards without a statement: their connection is about to be closed, which rolls
     /// back whatever is open.
     static void abandonAll();
@@ -43,5 +39,4 @@ private:
     DbTransaction* m_outer = nullptr;
     QString m_savepoint; // empty for the outermost guard
     QString m_lastError;
-    QString m_reason; // Chinese, for the user; empty when there is none
 };

@@ -25,18 +25,11 @@ constexpr auto reasons = std::to_array<Reason>({
 
 QString sqlErrorText(const QSqlError& error)
 {
-    const QString reason = sqlErrorReason(error);
-    return reason.isEmpty() ? error.text()
-                            : u"%1（%2）"_s.arg(reason, error.databaseText().trimmed());
-}
-
-QString sqlErrorReason(const QSqlError& error)
-{
     // The lowest byte is the primary code, the higher ones refine it.
     const int code = error.nativeErrorCode().toInt() & 0xff;
     for (const Reason& reason : reasons) {
         if (reason.code == code)
-            return reason.text.toString();
+            return u"%1（%2）"_s.arg(reason.text, error.databaseText().trimmed());
     }
-    return {};
+    return error.text();
 }

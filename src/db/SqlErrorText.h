@@ -8,6 +8,3 @@ class QSqlError;
 /// another program, read-only, full or broken disk) a Chinese reason with SQLite's own in
 /// brackets, else SQLite's own alone.
 QString sqlErrorText(const QSqlError& error);
-
-/// The Chinese reason alone; empty for an error that only a developer could do something about.
-QString sqlErrorReason(const QSqlError& error);

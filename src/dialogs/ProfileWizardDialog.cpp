@@ -3,6 +3,7 @@
 #include "core/AppPaths.h"
 #include "db/ProfileDao.h"
 #include "dialogs/ProfileForm.h"
+#include "dialogs/RiskNotice.h"
 #include "dialogs/ThresholdForm.h"
 #include "services/ProfileRules.h"
 #include "services/risk/RiskService.h"
@@ -178,6 +179,7 @@ void ProfileWizardDialog::save()
     }
     // An older ledger may lack nothing but the names, and the thresholds may have changed.
     RiskService().reevaluateAll();
+    RiskNotice::warnIfBehind(this);
     accept();
 }
 

@@ -97,7 +97,7 @@ private slots:
         asked.counterpartyAccountType = other;
         QCOMPARE(FundSelections::foreignText({ entry(2, Direction::Out), asked }),
             named
-                ? u"所选流水中有 1 笔不是公司与股东之间的往来（如「2026-01-02 摘要」）。决定书只应"
+                ? u"所选流水中有 1 笔看起来不是公司与股东之间的往来（如「2026-01-02 摘要」）。决定书只应"
                   "覆盖公私往来，请核对后再生成。"_s
                 : QString());
     }

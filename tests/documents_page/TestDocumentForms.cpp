@@ -208,7 +208,7 @@ private slots:
         test.navigate({ { u"fund"_s, true }, { u"txIds"_s, QVariantList { paper, petty } } });
         QCOMPARE(test.cells(2), QStringList({ u"+备用金"_s, u"+<b>纸</b> %2"_s }));
         QVERIFY(test.shows(
-            u"有 1 笔不是公司与股东之间的往来（如「2026-01-03 <b>纸</b> %2」）。决定书只应"_s));
+            u"有 1 笔看起来不是公司与股东之间的往来（如「2026-01-03 <b>纸</b> %2」）。决定书只应"_s));
         test.navigate({});
         QVERIFY(test.shows(u"不是公司与股东之间的往来"_s));
         QAbstractItemModel* rows = test.table()->model();

@@ -74,6 +74,10 @@ private slots:
             "a folder as the database", QString(), u"缺少数据库文件 brixa.db 或文件为空"_s, true);
         addCase("rows without end", u"DROP TABLE documents; "_s + endless.arg(u"Documents"_s),
             foreign, false);
+        addCase("vouchers without end",
+            u"DROP TABLE vouchers; "_s
+                + endless.arg(u"vouchers"_s).replace(u"AS id"_s, u"AS stored_path"_s),
+            foreign, false);
         addCase("a profile without end",
             u"DROP TABLE company_profile; "_s + endless.arg(u"company_profile"_s), foreign, false);
         addCase("another program's database", u"PRAGMA user_version = 0"_s, foreign, false);

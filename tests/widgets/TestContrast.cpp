@@ -116,6 +116,8 @@ private slots:
         addPairs(u"list item"_s, { TextPrimary }, { BgCard, BgHover, BgSelected }, Contrast::text);
         addPairs(
             u"calendar"_s, { TextPrimary, TextTertiary, DangerText }, { BgCard }, Contrast::text);
+        addPairs(u"switch"_s, { Primary, PrimaryHover, BorderStrong, TextSecondary },
+            { BgCard, BgPage }, Contrast::graphics);
         addPairs(u"focus ring"_s, { FocusRing },
             { BgCard, BgPage, BgNav, BgTopBar, BgInput, BgSelected, InfoBg, WarningBg, DangerBg },
             Contrast::graphics);

@@ -1,5 +1,6 @@
 #include "dialogs/vouchers/VoucherAddDialog.h"
 
+#include "dialogs/RiskNotice.h"
 #include "dialogs/vouchers/VoucherFields.h"
 #include "dialogs/vouchers/VoucherLinkFields.h"
 #include "dialogs/vouchers/VoucherQueuePanel.h"
@@ -144,6 +145,8 @@ void VoucherAddDialog::onSave()
     m_givenName.clear();
     m_queue->removePaths(outcome.archivedPaths);
     tell(this, VoucherBatch::noticeOf(outcome));
+    if (!m_links->entryIds().isEmpty())
+        RiskNotice::warnIfBehind(this);
     if (outcome.failures.isEmpty() && outcome.untried == 0)
         accept();
 }

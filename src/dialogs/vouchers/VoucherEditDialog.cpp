@@ -4,6 +4,7 @@
 #include "db/LinkDao.h"
 #include "db/ProjectDao.h"
 #include "db/VoucherDao.h"
+#include "dialogs/RiskNotice.h"
 #include "dialogs/vouchers/VoucherFields.h"
 #include "dialogs/vouchers/VoucherLinkFields.h"
 #include "services/risk/RiskService.h"
@@ -20,7 +21,6 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
-#include <algorithm>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -122,6 +122,7 @@ void VoucherEditDialog::showLinks(const QList<EntityLink>& links)
         else
             dropped += projectText(link.targetId);
     }
+    m_entriesBefore = QSet<qint64>(entryIds.begin(), entryIds.end());
     m_links->show(projectId, entryIds);
     if (!dropped.isEmpty())
         showRemark(dropped);
@@ -158,19 +159,23 @@ void VoucherEditDialog::onSave()
         m_fields->focus(problem->field);
         return;
     }
+    // Each entry that has the voucher or loses it costs an evaluation of the ledger.
+    const QList<qint64> linked = m_links->entryIds();
+    const QSet<qint64> affected = QSet<qint64>(linked.begin(), linked.end()) + m_entriesBefore;
     QString error;
     bool saved = false;
     {
         std::optional<BusyNotice> notice;
-        // Each linked entry costs an evaluation of the ledger, and so do those that lose the
-        // voucher.
-        if (RiskService::takesNoticeablyLong(std::max<qsizetype>(1, m_links->entryIds().size())))
+        if (RiskService::takesNoticeablyLong(affected.size()))
             notice.emplace(this, u"正在保存…"_s);
         saved = VoucherService::updateVoucher(
-            m_voucherId, edited, m_links->projectId(), m_links->entryIds(), &error);
+            m_voucherId, edited, m_links->projectId(), linked, &error);
     }
-    if (saved)
-        accept();
-    else
+    if (!saved) {
         MessageBox::warn(this, u"保存失败"_s, VoucherRules::failedUpdateText(error));
+        return;
+    }
+    if (!affected.isEmpty())
+        RiskNotice::warnIfBehind(this);
+    accept();
 }

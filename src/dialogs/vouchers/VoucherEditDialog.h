@@ -5,6 +5,7 @@
 #include "services/vouchers/VoucherService.h"
 
 #include <QList>
+#include <QSet>
 
 class VoucherFields;
 class VoucherLinkFields;
@@ -31,6 +32,7 @@ private:
 
     const qint64 m_voucherId;
     VoucherDescription m_shown;
+    QSet<qint64> m_entriesBefore; // that it is linked to until it is saved
     QString m_loadProblem; // Chinese
     VoucherFields* m_fields;
     VoucherLinkFields* m_links;

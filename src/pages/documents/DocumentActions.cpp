@@ -2,7 +2,7 @@
 
 #include "db/DocumentDao.h"
 #include "db/LinkDao.h"
-#include "pages/RiskNotice.h"
+#include "dialogs/RiskNotice.h"
 #include "services/DesktopFiles.h"
 #include "services/documents/DocumentFiles.h"
 #include "services/documents/DocumentPdf.h"

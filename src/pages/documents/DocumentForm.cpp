@@ -1,8 +1,8 @@
 #include "pages/documents/DocumentForm.h"
 
+#include "dialogs/RiskNotice.h"
 #include "pages/documents/DocumentPreview.h"
 #include "pages/documents/ResultStrip.h"
-#include "pages/RiskNotice.h"
 #include "widgets/Banner.h"
 #include "widgets/BusyNotice.h"
 #include "widgets/ButtonRole.h"

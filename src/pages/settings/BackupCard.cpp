@@ -105,9 +105,9 @@ void BackupCard::onBackUp()
     emit profileChanged();
     emit statusChanged();
     const QString folder = QDir::toNativeSeparators(result.folder);
-    QString text = result.vouchersWithoutFile > 0
-        ? u"备份已生成：\n%1\n\n包含数据库与现有的凭证文件。"_s.arg(folder)
-        : u"备份已生成：\n%1\n\n包含数据库与全部凭证文件。"_s.arg(folder);
+    QString text = result.isComplete
+        ? u"备份已生成：\n%1\n\n包含数据库与全部凭证文件。"_s.arg(folder)
+        : u"备份已生成：\n%1\n\n包含数据库与现有的凭证文件。"_s.arg(folder);
     // The backup counts, but not everything went as it should.
     if (!result.message.isEmpty())
         text += u"\n\n"_s + result.message;

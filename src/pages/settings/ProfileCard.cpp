@@ -14,6 +14,12 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr qsizetype mostInToolTip = 400; // characters, some ten lines
+
+} // namespace
+
 ProfileCard::ProfileCard(QWidget* parent)
     : SettingsCard(u"公司档案"_s, parent)
 {
@@ -46,7 +52,8 @@ void ProfileCard::showProfile(const CompanyProfile& profile)
         const QString shown = ProfileRules::shortened(row, text);
         setValue(
             m_values.at(i), row.label.toString(), TextRules::isBlank(text) ? u"未填写"_s : shown);
-        m_values.at(i)->setToolTip(shown == text ? QString() : Qt::convertFromPlainText(text));
+        m_values.at(i)->setToolTip(
+            shown == text ? QString() : Qt::convertFromPlainText(text.left(mostInToolTip)));
     }
 }
 

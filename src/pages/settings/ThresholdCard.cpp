@@ -1,8 +1,8 @@
 #include "pages/settings/ThresholdCard.h"
 
 #include "db/ProfileDao.h"
+#include "dialogs/RiskNotice.h"
 #include "dialogs/ThresholdForm.h"
-#include "pages/RiskNotice.h"
 #include "services/risk/RiskService.h"
 #include "widgets/BusyNotice.h"
 #include "widgets/ButtonRole.h"

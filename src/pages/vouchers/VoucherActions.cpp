@@ -1,6 +1,8 @@
 #include "pages/vouchers/VoucherActions.h"
 
+#include "db/LinkDao.h"
 #include "dialogs/preview/VoucherPreview.h"
+#include "dialogs/RiskNotice.h"
 #include "dialogs/vouchers/VoucherEditDialog.h"
 #include "services/RetryText.h"
 #include "services/risk/RiskService.h"
@@ -10,9 +12,21 @@
 #include "widgets/MessageBox.h"
 #include "widgets/Toast.h"
 
+#include <algorithm>
 #include <optional>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+qsizetype linkedEntries(qint64 voucherId)
+{
+    const QList<EntityLink> links = LinkDao().linksBySource(SourceType::Voucher, voucherId);
+    return std::count_if(links.begin(), links.end(),
+        [](const EntityLink& link) { return link.targetType == TargetType::Transaction; });
+}
+
+} // namespace
 
 namespace VoucherActions {
 
@@ -45,12 +59,13 @@ bool remove(QWidget* parent, const Voucher& voucher)
                 voucher.name),
             u"删除"_s, u"取消"_s, ButtonRole::Danger))
         return false;
+    const qsizetype linked = linkedEntries(voucher.id);
     QString error;
     bool removed = false;
     {
-        // Each entry that it was linked to costs an evaluation of the ledger.
+        // Each of them costs an evaluation of the ledger.
         std::optional<BusyNotice> notice;
-        if (RiskService::takesNoticeablyLong())
+        if (RiskService::takesNoticeablyLong(linked))
             notice.emplace(parent, u"正在删除凭证…"_s);
         removed = VoucherService::deleteVoucher(voucher.id, &error);
     }
@@ -58,7 +73,8 @@ bool remove(QWidget* parent, const Voucher& voucher)
         MessageBox::warn(parent, u"删除失败"_s, askingToRetry(error));
         return false;
     }
-    Toast::show(parent->window(), u"凭证已删除"_s);
+    if (linked == 0 || !RiskNotice::warnIfBehind(parent))
+        Toast::show(parent->window(), u"凭证已删除"_s);
     return true;
 }
 

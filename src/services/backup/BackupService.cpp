@@ -12,8 +12,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -94,20 +92,17 @@ void readDatabase(const QString& folder, BackupPreview& preview)
     preview.vouchers = database.rowCount(u"vouchers"_s);
     preview.documents = database.rowCount(u"documents"_s);
     preview.newestEntry = database.newestEntryDate();
+    // A voucher may have lost its file before the backup was made.
+    const int without = database
+                            .vouchersThat([&](const QString& path) {
+                                return !BackupLayout::holdsVoucher(folder, path);
+                            })
+                            .value_or(0);
+    if (without > 0)
+        preview.warnings
+            += u"备份中有 %1 张凭证没有文件，恢复后这些凭证将无法打开。"_s.arg(without);
     if (!preview.entries || !preview.vouchers || !preview.documents)
         preview.warnings += u"备份中的部分数据表无法读取，备份可能不完整。"_s;
-}
-
-// A voucher may have lost its file before the backup was made.
-void compareVouchers(const QString& folder, BackupPreview& preview)
-{
-    const DatabaseReader database(BackupLayout::databaseIn(folder));
-    const QStringList paths = database.voucherPaths();
-    const auto missing = std::count_if(paths.begin(), paths.end(),
-        [&](const QString& path) { return !BackupLayout::holdsVoucher(folder, path); });
-    if (missing > 0)
-        preview.warnings
-            += u"备份中有 %1 张凭证没有文件，恢复后这些凭证将无法打开。"_s.arg(missing);
 }
 
 // The backup's database is taken as it lies, without what another program left in a log.
@@ -156,11 +151,14 @@ QString noteOn(const QList<Voucher>& lost)
 }
 
 // What the owner has to know about a backup that is whole as far as it could be.
-QStringList notesOn(const FolderCopy::Listing& voucherFiles, const QList<Voucher>& lost)
+QStringList notesOn(
+    const FolderCopy::Listing& voucherFiles, const std::optional<QList<Voucher>>& lost)
 {
     QStringList notes;
-    if (!lost.isEmpty())
-        notes += noteOn(lost);
+    if (!lost)
+        notes += u"凭证记录无法读取，未能核对凭证文件是否齐全。"_s;
+    else if (!lost->isEmpty())
+        notes += noteOn(*lost);
     if (!voucherFiles.leftOut.isEmpty())
         notes += u"以下目录链接或特殊文件未包含在备份中：\n%1"_s.arg(
             voucherFiles.leftOut.join(u'\n'));
@@ -195,11 +193,11 @@ BackupResult BackupService::backupTo(const QString& parentFolder)
     QStringList notes;
     if (!ProfileDao().setLastBackupAt(now))
         notes += u"备份完成但备份时间未能写入档案"_s;
-    const QList<Voucher> lost = VoucherAssets::vouchersWithoutFile();
+    const std::optional<QList<Voucher>> lost = VoucherAssets::vouchersWithoutFile();
     notes += notesOn(vouchers, lost);
     return { .ok = true,
         .folder = *folder,
-        .vouchersWithoutFile = lost.size(),
+        .isComplete = lost && lost->isEmpty(),
         .message = notes.join(u"\n\n"_s) };
 }
 
@@ -230,7 +228,6 @@ BackupPreview BackupService::inspect(const QString& folder)
         = FolderCopy::sizeOf(vouchers, files) + QFileInfo(BackupLayout::databaseIn(folder)).size();
     compareVoucherFiles(files, preview);
     readDatabase(folder, preview);
-    compareVouchers(folder, preview);
     lookForLogs(folder, preview);
     return preview;
 }

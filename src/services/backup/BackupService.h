@@ -7,7 +7,7 @@
 struct BackupResult {
     bool ok = false;
     QString folder; // absolute, where the backup lies when ok
-    qsizetype vouchersWithoutFile = 0; // lost before, so that the backup lacks their files too
+    bool isComplete = false; // every voucher's file is known to be in it
     QString message; // Chinese, for the user; when ok empty, or what else went wrong
 };
 

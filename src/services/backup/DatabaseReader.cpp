@@ -112,15 +112,17 @@ QDate DatabaseReader::newestEntryDate() const
     return TextRules::dateFromText(firstCell(sql).value_or(QString()));
 }
 
-QStringList DatabaseReader::voucherPaths() const
+std::optional<int> DatabaseReader::vouchersThat(
+    const std::function<bool(const QString& path)>& test) const
 {
-    QStringList paths;
     QSqlQuery query(QSqlDatabase::database(connectionName(), false));
     query.setForwardOnly(true);
-    query.exec(u"SELECT stored_path FROM vouchers"_s);
+    if (!query.exec(u"SELECT stored_path FROM vouchers"_s))
+        return {};
+    int count = 0;
     while (query.next())
-        paths += query.value(0).toString();
-    return paths;
+        count += test(query.value(0).toString()) ? 1 : 0;
+    return query.lastError().isValid() ? std::nullopt : std::optional(count);
 }
 
 qint64 DatabaseReader::size() const

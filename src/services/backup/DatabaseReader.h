@@ -2,8 +2,8 @@
 
 #include <QDate>
 #include <QString>
-#include <QStringList>
 
+#include <functional>
 #include <optional>
 
 /// Looks into a database file that is not the program's own, on a connection of its own. The file
@@ -28,8 +28,9 @@ public:
     std::optional<QString> passwordHash() const;
     /// The number of rows; nothing when the table cannot be read.
     std::optional<int> rowCount(const QString& table) const;
-    /// Where the vouchers' files lie, as stored; empty when the table cannot be read.
-    QStringList voucherPaths() const;
+    /// The number of vouchers for whose stored path the test holds; nothing when the table cannot
+    /// be read. Only for a database without `problem`: a view in the table's place may never end.
+    std::optional<int> vouchersThat(const std::function<bool(const QString& path)>& test) const;
     /// The latest date in the ledger; invalid when it has no entries.
     QDate newestEntryDate() const;
 

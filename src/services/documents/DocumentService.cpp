@@ -153,7 +153,7 @@ DocumentResult rolledBack(DbTransaction& transaction, const QString& error)
 // The reason for the user when the transaction could not be committed.
 QString commitProblem(DbTransaction& transaction)
 {
-    return transaction.commit() ? QString() : transaction.withReason(u"事务提交失败。"_s);
+    return transaction.commit() ? QString() : u"事务提交失败。"_s;
 }
 
 // The file has to be in place before the row is committed, and must not be another document's.

@@ -88,7 +88,7 @@ QString foreignText(const QList<Transaction>& chosen)
     });
     if (foreign.isEmpty())
         return {};
-    return u"所选流水中有 %1 笔不是公司与股东之间的往来（如%2）。决定书只应覆盖公私往来，请核对后再生成。"_s
+    return u"所选流水中有 %1 笔看起来不是公司与股东之间的往来（如%2）。决定书只应覆盖公私往来，请核对后再生成。"_s
         .arg(QString::number(foreign.size()), namesOf(foreign.first(1)));
 }
 

@@ -58,7 +58,7 @@ void PageGaps::visitBlock(const QTextBlock& block)
 {
     const QRectF box = m_layout->blockBoundingRect(block);
     // Qt ends a document after a table with an empty paragraph, which it lays over the last row.
-    if (!m_empty && block.text().isEmpty() && box.top() < m_bottom)
+    if (!block.next().isValid() && block.text().isEmpty() && box.top() < m_bottom)
         return;
     const QTextFormat::PageBreakFlags breaks = block.blockFormat().pageBreakPolicy();
     Gap::Kind before = m_keepWithNext ? Gap::Last : Gap::Free;

@@ -60,8 +60,8 @@ SaveResult save(const Transaction& entry, const QList<qint64>& addedVoucherIds,
         return { .message = u"凭证关联写入失败，请重试。"_s };
     if (!transaction.commit()) {
         const bool hasLinks = !addedVoucherIds.isEmpty() || !removedVoucherIds.isEmpty();
-        return { .message = transaction.withReason(
-                     hasLinks ? u"凭证关联提交失败，请重试。"_s : u"事务提交失败，请重试。"_s) };
+        return { .message
+            = hasLinks ? u"凭证关联提交失败，请重试。"_s : u"事务提交失败，请重试。"_s };
     }
     RiskService().reevaluateAll();
     return { .ok = true, .entryId = stored.id };

@@ -30,6 +30,21 @@ QList<AutoRisk> evaluated(const QList<Transaction>& entries, const CompanyProfil
     return results;
 }
 
+void noteBehind(TransactionDao& entries)
+{
+    if (!entries.setEvaluationDue())
+        qWarning("RiskService: the ledger cannot be marked as behind");
+}
+
+bool stored(DbTransaction& transaction)
+{
+    if (transaction.commit())
+        return true;
+    qWarning("RiskService: the evaluation could not be stored: %s",
+        qUtf8Printable(transaction.lastError()));
+    return false;
+}
+
 } // namespace
 
 RiskRules::RiskResult RiskService::evaluateInstant(const Transaction& entry, int voucherCount)
@@ -50,24 +65,30 @@ void RiskService::reevaluateAll()
         return;
     }
     TransactionDao entries;
-    const CompanyProfile profile = ProfileDao().load();
+    ProfileDao profiles;
+    LinkDao links;
+    const CompanyProfile profile = profiles.load();
     const QHash<qint64, int> flagged = RiskRules::frequentGroups(entries.shareholderFlowDates(),
-        LinkDao().fundDecisionTransactionIds(), RiskRules::frequencyOf(profile));
+        links.fundDecisionTransactionIds(), RiskRules::frequencyOf(profile));
     const QList<AutoRisk> results = evaluated(entries.entriesToEvaluate(), profile, flagged);
+    // Judged by half of the facts the levels would be wrong, and look as if they were not.
+    if (const QString problem = entries.lastError() + profiles.lastError() + links.lastError();
+        !problem.isEmpty()) {
+        qWarning("RiskService: the ledger cannot be read: %s", qUtf8Printable(problem));
+        noteBehind(entries);
+        stored(transaction);
+        return;
+    }
 
     const qsizetype written = entries.updateAutoRisks(results);
     const bool isComplete = written == results.size();
     if (!isComplete) {
         qWarning("RiskService: updateRisk failed for tx %lld: %s",
             results.at(written).transactionId, qUtf8Printable(entries.lastError()));
-        if (!entries.setEvaluationDue())
-            qWarning("RiskService: the ledger cannot be marked as behind");
+        noteBehind(entries);
     }
     // Also after a failure: entries that were written keep their new result.
-    if (!transaction.commit())
-        qWarning("RiskService: the evaluation could not be stored: %s",
-            qUtf8Printable(transaction.lastError()));
-    else if (isComplete)
+    if (stored(transaction) && isComplete)
         qInfo("RiskService reevaluateAll done: %lld rows, %lld frequent-group flagged",
             static_cast<qint64>(written), static_cast<qint64>(flagged.size()));
 }

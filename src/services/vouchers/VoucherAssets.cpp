@@ -82,9 +82,12 @@ QStringList filesWithoutRow()
     return free;
 }
 
-QList<Voucher> vouchersWithoutFile()
+std::optional<QList<Voucher>> vouchersWithoutFile()
 {
-    QList<Voucher> found = VoucherDao().search({});
+    VoucherDao vouchers;
+    QList<Voucher> found = vouchers.search({});
+    if (!vouchers.lastError().isEmpty())
+        return {};
     found.removeIf(
         [](const Voucher& voucher) { return !existingFile(voucher.storedPath).isEmpty(); });
     return found;

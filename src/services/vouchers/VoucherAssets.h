@@ -7,6 +7,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 /// The folder of the archived files. A voucher's row names its copy by a path relative to the data
 /// directory; what such a path leads to outside of the folder is never touched.
 namespace VoucherAssets {
@@ -29,8 +31,8 @@ void remove(const QString& storedPath);
 QStringList filesWithoutRow();
 
 /// The vouchers whose copy is not in the folder: someone or something other than this program took
-/// it away. Empty when the rows cannot be read.
-QList<Voucher> vouchersWithoutFile();
+/// it away. Nothing when the rows cannot be read.
+std::optional<QList<Voucher>> vouchersWithoutFile();
 
 } // namespace VoucherAssets
 

@@ -3,6 +3,7 @@
 #include "core/TextRules.h"
 #include "db/DbTransaction.h"
 #include "db/LinkDao.h"
+#include "db/TransactionDao.h"
 #include "db/VoucherDao.h"
 #include "services/risk/RiskService.h"
 #include "services/vouchers/Sha256.h"
@@ -73,11 +74,14 @@ template <typename Write> Problem inTransaction(const TransactionIds& affected, 
         return u"数据库事务无法开启"_s;
     if (const Problem problem = write())
         return problem;
+    // Left behind by an evaluation that fails, which is only logged.
+    if (TransactionDao entries; !affected.empty() && !entries.setEvaluationDue())
+        qWarning("The ledger cannot be marked as behind: %s", qUtf8Printable(entries.lastError()));
     // Each entry is a change of its own, and each change evaluates the whole ledger.
     for (std::size_t i = 0; i < affected.size(); ++i)
         RiskService().reevaluateAll();
     if (!transaction.commit())
-        return transaction.withReason(u"事务提交失败，请重试"_s);
+        return u"事务提交失败，请重试"_s;
     return {};
 }
 

@@ -1,4 +1,4 @@
-#include "pages/RiskNotice.h"
+#include "dialogs/RiskNotice.h"
 
 #include "services/risk/RiskService.h"
 #include "widgets/MessageBox.h"
