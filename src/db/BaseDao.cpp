@@ -121,9 +121,7 @@ QVariant BaseDao::dateOrNull(QDate date)
 QString BaseDao::containing(const QString& keyword)
 {
     // A keyword copied from elsewhere may hold direction marks, stored texts hold none.
-    QString pattern = keyword;
-    pattern.removeIf(TextRules::isDirectionMark);
-    return u'%' + pattern + u'%';
+    return u'%' + TextRules::withoutDirectionMarks(keyword) + u'%';
 }
 
 bool BaseDao::fail(const QString& reason)
